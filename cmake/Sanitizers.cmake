@@ -1,0 +1,7 @@
+if(MEROVANTA_SANITIZE)
+  add_compile_options(-fsanitize=${MEROVANTA_SANITIZE} -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${MEROVANTA_SANITIZE})
+  if(MEROVANTA_SANITIZE MATCHES "undefined")
+    add_compile_options(-fno-sanitize-recover=undefined)
+  endif()
+endif()
