@@ -1,0 +1,36 @@
+#pragma once
+
+#include <Merovanta/Export.h>
+
+#include <optional>
+#include <string>
+
+namespace merovanta {
+
+/// What a host application hands to Merovanta::initConfig(): its tenant, its access token and, where they differ
+/// from the packaged defaults, the service's host names. A plain value; any thread.
+class MEROVANTA_EXPORT CustomConfiguration {
+ public:
+    CustomConfiguration() = delete;
+
+    CustomConfiguration(std::string tenantId, std::string token);
+
+    /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path. Not checked.
+    void setServerUrl(std::string serverUrl);
+
+    /// The host that serves the chat page, in the same form. Not checked.
+    void setCdnUrl(std::string cdnUrl);
+
+    [[nodiscard]] const std::string& tenantId() const { return mTenantId; }
+    [[nodiscard]] const std::string& token() const { return mToken; }
+    [[nodiscard]] const std::optional<std::string>& serverUrl() const { return mServerUrl; }
+    [[nodiscard]] const std::optional<std::string>& cdnUrl() const { return mCdnUrl; }
+
+ private:
+    std::string mTenantId;
+    std::string mToken;
+    std::optional<std::string> mServerUrl;
+    std::optional<std::string> mCdnUrl;
+};
+
+}  // namespace merovanta

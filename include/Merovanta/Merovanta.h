@@ -1,0 +1,33 @@
+#pragma once
+
+#include <Merovanta/CustomConfiguration.h>
+#include <Merovanta/Export.h>
+#include <Merovanta/MerovantaConfiguration.h>
+#include <Merovanta/MerovantaPanoptra.h>
+
+#include <string>
+
+namespace merovanta {
+
+/// The library's front door.
+///
+/// A toolkit's platform must have been initialised first (for Qt Quick: merovanta::quick::initialize()); without
+/// one, every call logs an error and does nothing.
+class MEROVANTA_EXPORT Merovanta {
+ public:
+    Merovanta() = delete;
+
+    /// Names the tenant and its access token; the packaged host names are used. Thread: main.
+    static void initConfig(const std::string& tenantId, const std::string& token);
+
+    /// Names the tenant, its access token and, if set, the hosts. May be called again at any time with other
+    /// values. Begins a new visit and keeps the service session's id. Thread: main.
+    static void initConfig(const CustomConfiguration& config);
+
+    /// The facades: each is made on first use and is the same object until the process ends. Any thread may ask
+    /// for them.
+    [[nodiscard]] static MerovantaConfiguration& configuration();
+    [[nodiscard]] static MerovantaPanoptra& panoptra();
+};
+
+}  // namespace merovanta

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Platform/Geometry.h"
+#include "Platform/ViewController.h"
+
+namespace merovanta {
+
+/// The main screen as the host application sees it.
+struct Screen {
+    /// Device pixels per point.
+    double scale = 1;
+    /// The application's area, in points.
+    Rect bounds;
+};
+
+/// The host application and the device it runs on. Thread: main.
+class Application {
+ public:
+    virtual ~Application() = default;
+
+    /// The root controller of the window that has the user's attention; null without a visible window.
+    [[nodiscard]] virtual std::shared_ptr<ViewController> keyWindowRootViewController() = 0;
+
+    [[nodiscard]] virtual Screen mainScreen() = 0;
+
+    /// Language codes such as "en" or "pt-BR", the user's favourite first. May be empty.
+    [[nodiscard]] virtual std::vector<std::string> preferredLanguages() = 0;
+
+    /// An upper-case UUID that stays the same for this vendor's applications on this device; absent if the
+    /// device gives none.
+    [[nodiscard]] virtual std::optional<std::string> identifierForVendor() = 0;
+
+    /// Whether any class known to the toolkit carries this name, as View::isKindOf understands it. A class of
+    /// which no object exists yet may be unknown. Also called from a mask provider, like View.
+    [[nodiscard]] virtual bool classExists(std::string_view name) = 0;
+};
+
+}  // namespace merovanta

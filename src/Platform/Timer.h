@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace merovanta {
+
+/// A scheduled timer. Destroying the handle cancels it; it may be destroyed inside its own action.
+class Timer {
+ public:
+    virtual ~Timer() = default;
+};
+
+/// Schedules timers on the main thread's run loop. Thread: main.
+class TimerFactory {
+ public:
+    using Interval = std::chrono::nanoseconds;
+
+    virtual ~TimerFactory() = default;
+
+    /// Runs the action on the main thread after the interval, never earlier: once, or, if it repeats, every
+    /// interval until the handle is destroyed. A repeating timer that is late skips what it missed. Never null.
+    [[nodiscard]] virtual std::unique_ptr<Timer> schedule(Interval interval, bool repeats,
+                                                          std::function<void()> action) = 0;
+};
+
+/// The interval for a number of seconds.
+[[nodiscard]] inline TimerFactory::Interval seconds(double value) {
+    return std::chrono::duration_cast<TimerFactory::Interval>(std::chrono::duration<double>(value));
+}
+
+}  // namespace merovanta
