@@ -1,0 +1,77 @@
+#include "ConsoleApi.h"
+
+#include <nlohmann/json.hpp>
+
+#include "Upgrade.h"
+
+namespace merovanta::devservice {
+
+using nlohmann::json;
+
+void ConsoleApi::add(Router& router, const char* method, const std::string& path, Router::Handler handler) {
+    router.add(method, path, [this, handler = std::move(handler)](const Request& request) {
+        if (!policy_.allows(request)) return Response::error(403, "the console answers only its own page");
+        return handler(request);
+    });
+}
+
+void ConsoleApi::addRoutes(Router& router) {
+    for (const std::string_view name : ConsoleAssets::names()) {
+        const std::string path = name == "index.html" ? "/" : "/console/" + std::string(name);
+        add(router, "GET", path, [this, name](const Request&) { return assets_.serve(name); });
+    }
+    add(router, "GET", "/console/api/settings",
+        [this](const Request&) { return Response::json(initReply_.settings()); });
+    add(router, "PUT", "/console/api/settings",
+        [this](const Request& request) { return changeSettings(request); });
+    add(router, "GET", "/console/api/visitors",
+        [this](const Request&) { return Response::json(visitors_.summaries(currentMoment())); });
+    addVisitorRoutes(router);
+    router.addWebSocket("/console/ws", [this](Upgrade& upgrade) -> std::optional<Response> {
+        if (!policy_.allows(upgrade.request))
+            return Response::error(403, "the console answers only its own page");
+        return hub_.open(upgrade);
+    });
+}
+
+void ConsoleApi::addVisitorRoutes(Router& router) {
+    const auto addForVisitor = [&](const char* method, const std::string& path, auto handler) {
+        add(router, method, "/console/api/visitors/*" + path, [this, handler](const Request& request) {
+            Visitor* visitor = visitors_.find(request.wildcards.front());
+            return visitor == nullptr ? Response::error(404, "no such visitor") : handler(*visitor, request);
+        });
+    };
+    addForVisitor("GET", "", [](Visitor& visitor, const Request&) {
+        return Response::json(visitor.summary(currentMoment()));
+    });
+    addForVisitor("GET", "/timeline", [](Visitor& visitor, const Request&) {
+        return Response::json(visitor.timeline().entriesAfter(0));
+    });
+    addForVisitor("GET", "/frame.jpg", [](Visitor& visitor, const Request&) {
+        if (!visitor.lastFrame()) return Response::error(404, "no picture yet");
+        return Response{
+            200, "image/jpeg", visitor.lastFrame()->jpeg, {{"Cross-Origin-Resource-Policy", "same-origin"}}};
+    });
+    addForVisitor("POST", "/messages", [this](Visitor& visitor, const Request& request) {
+        return queueMessage(visitor, request);
+    });
+}
+
+Response ConsoleApi::changeSettings(const Request& request) {
+    const json changes = json::parse(request.body.begin(), request.body.end(), nullptr, false);
+    if (const auto problem = initReply_.apply(changes)) return Response::error(400, *problem);
+    hub_.settingsChanged();
+    return Response::json(initReply_.settings());
+}
+
+Response ConsoleApi::queueMessage(Visitor& visitor, const Request& request) {
+    json message = json::parse(request.body.begin(), request.body.end(), nullptr, false);
+    if (!message.is_object()) return Response::error(400, "the body is no JSON object");
+    if (visitor.state() != Visitor::State::Live) return Response::error(409, "the visitor is not streaming");
+    if (!visitor.queueAgentMessage(std::move(message), currentMoment())) {
+        return Response::error(429, "too many messages are waiting for this visitor");
+    }
+    return Response::json({{"queued", true}}, 202);
+}
+
+}  // namespace merovanta::devservice

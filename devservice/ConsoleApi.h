@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ConsoleAssets.h"
+#include "ConsoleHub.h"
+#include "InitReply.h"
+#include "OriginPolicy.h"
+#include "Router.h"
+#include "VisitorRegistry.h"
+
+namespace merovanta::devservice {
+
+/// The console page and the JSON control API behind it. Every route checks who asks.
+class ConsoleApi {
+ public:
+    ConsoleApi(VisitorRegistry& visitors, InitReply& initReply, ConsoleHub& hub, OriginPolicy policy,
+               ConsoleAssets assets)
+        : visitors_(visitors),
+          initReply_(initReply),
+          hub_(hub),
+          policy_(std::move(policy)),
+          assets_(std::move(assets)) {}
+
+    void addRoutes(Router& router);
+
+ private:
+    /// Adds a route that answers 403 unless the policy allows the request.
+    void add(Router& router, const char* method, const std::string& path, Router::Handler handler);
+    void addVisitorRoutes(Router& router);
+
+    Response changeSettings(const Request& request);
+    Response queueMessage(Visitor& visitor, const Request& request);
+
+    VisitorRegistry& visitors_;
+    InitReply& initReply_;
+    ConsoleHub& hub_;
+    OriginPolicy policy_;
+    ConsoleAssets assets_;
+};
+
+}  // namespace merovanta::devservice

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "InitReply.h"
+#include "Response.h"
+#include "VisitorObserver.h"
+
+namespace merovanta::devservice {
+
+class ConsoleSession;
+class VisitorRegistry;
+struct Upgrade;
+
+/// The open console pages: opens their WebSockets and tells each what has changed.
+class ConsoleHub : public VisitorObserver {
+ public:
+    static constexpr std::size_t kMaxSessions = 16;
+
+    explicit ConsoleHub(const InitReply& initReply) : initReply_(initReply) {}
+
+    /// To be called once before the first session; the registry itself needs the hub as its observer.
+    void attach(VisitorRegistry& visitors) { visitors_ = &visitors; }
+
+    /// Takes the connection over, or answers why not.
+    std::optional<Response> open(Upgrade& upgrade);
+
+    void settingsChanged();
+    /// Sends fresh figures; to be called about once a second.
+    void tick();
+
+    void visitorChanged(const Visitor& visitor) override;
+    void frameArrived(const Visitor& visitor) override;
+    void visitorRemoved(const Visitor& visitor) override;
+
+ private:
+    void forEach(const std::function<void(ConsoleSession&)>& action);
+
+    const InitReply& initReply_;
+    VisitorRegistry* visitors_ = nullptr;
+    std::vector<std::weak_ptr<ConsoleSession>> sessions_;
+};
+
+}  // namespace merovanta::devservice

@@ -1,0 +1,183 @@
+#include "ConsoleSession.h"
+
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/beast/core/buffers_to_string.hpp>
+#include <boost/beast/websocket/rfc6455.hpp>
+#include <chrono>
+#include <utility>
+
+#include "Text.h"
+
+namespace merovanta::devservice {
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace websocket = boost::beast::websocket;
+using nlohmann::json;
+
+namespace {
+
+constexpr std::size_t kMaxIncomingBytes = 4096;
+
+websocket::stream_base::timeout timeouts() {
+    using std::chrono::seconds;
+    return {seconds(10), seconds(30), true};
+}
+
+void putBigEndian(unsigned char* target, std::uint32_t value) {
+    for (unsigned i = 0; i < 4; ++i)
+        target[i] = static_cast<unsigned char>(value >> (24U - 8U * i));
+}
+
+json nowMilliseconds() {
+    return currentMoment().time_since_epoch().count();
+}
+
+}  // namespace
+
+ConsoleSession::ConsoleSession(beast::tcp_stream stream, std::shared_ptr<void> slot,
+                               VisitorRegistry& visitors, const InitReply& initReply)
+    : socket_(std::move(stream)), slot_(std::move(slot)), visitors_(visitors), initReply_(initReply) {}
+
+void ConsoleSession::start(beast::http::request<beast::http::string_body> handshake) {
+    handshake_ = std::move(handshake);
+    socket_.set_option(timeouts());
+    socket_.read_message_max(kMaxIncomingBytes);
+    socket_.async_accept(handshake_, [self = shared_from_this()](ErrorCode error) {
+        if (error) return;
+        self->accepted_ = true;
+        self->read();
+        self->scheduleSend();
+    });
+}
+
+void ConsoleSession::settingsChanged() {
+    settingsDirty_ = true;
+    scheduleSend();
+}
+
+void ConsoleSession::visitorsChanged() {
+    listDirty_ = true;
+    scheduleSend();
+}
+
+void ConsoleSession::visitorChanged(std::uint32_t number) {
+    dirtyVisitors_.insert(number);
+    scheduleSend();
+}
+
+void ConsoleSession::frameArrived(std::uint32_t number) {
+    if (number == watched_) scheduleSend();
+}
+
+void ConsoleSession::visitorRemoved(std::uint32_t number) {
+    dirtyVisitors_.erase(number);
+    if (watched_ == number) watched_ = 0;
+    visitorsChanged();
+}
+
+void ConsoleSession::read() {
+    socket_.async_read(incoming_, [self = shared_from_this()](ErrorCode error, std::size_t) {
+        if (error) return;
+        const std::string text = beast::buffers_to_string(self->incoming_.data());
+        self->incoming_.consume(self->incoming_.size());
+        self->onMessage(text);
+        self->read();
+    });
+}
+
+void ConsoleSession::onMessage(const std::string& text) {
+    const json message = json::parse(text, nullptr, false);
+    if (!message.is_object() || message.value("type", json()) != "watch") return;
+    const json id = message.value("visitor", json());
+    const Visitor* visitor = id.is_string() ? visitors_.find(id.get_ref<const std::string&>()) : nullptr;
+    watch(visitor == nullptr ? 0 : visitor->number());
+}
+
+void ConsoleSession::watch(std::uint32_t number) {
+    watched_ = number;
+    timelineReset_ = true;
+    timelineSent_ = 0;
+    frameSent_ = 0;
+    scheduleSend();
+}
+
+void ConsoleSession::scheduleSend() {
+    if (!accepted_ || sending_ || std::exchange(sendScheduled_, true)) return;
+    asio::post(socket_.get_executor(), [self = shared_from_this()] {
+        self->sendScheduled_ = false;
+        self->sendNext();
+    });
+}
+
+void ConsoleSession::sendNext() {
+    if (sending_) return;
+    const auto sent = [self = shared_from_this()](ErrorCode error, std::size_t) { self->onSent(error); };
+    if (prepareText()) {
+        sending_ = true;
+        socket_.text(true);
+        socket_.async_write(asio::buffer(text_), sent);
+    } else if (prepareFrame()) {
+        sending_ = true;
+        socket_.binary(true);
+        const std::array<asio::const_buffer, 2> parts{asio::buffer(frameHeader_), asio::buffer(frame_->jpeg)};
+        socket_.async_write(parts, sent);
+    }
+}
+
+bool ConsoleSession::prepareText() {
+    json message;
+    if (std::exchange(settingsDirty_, false)) {
+        message = {{"type", "settings"}, {"settings", initReply_.settings()}};
+    } else if (std::exchange(listDirty_, false)) {
+        dirtyVisitors_.clear();
+        message = {
+            {"type", "visitors"}, {"complete", true}, {"visitors", visitors_.summaries(currentMoment())}};
+    } else if (!dirtyVisitors_.empty()) {
+        message = {{"type", "visitors"}, {"complete", false}, {"visitors", json::array()}};
+        for (const std::uint32_t number : std::exchange(dirtyVisitors_, {})) {
+            const Visitor* visitor = visitors_.find(std::to_string(number));
+            if (visitor != nullptr) message["visitors"].push_back(visitor->summary(currentMoment()));
+        }
+    } else {
+        return prepareTimeline();
+    }
+    message["now"] = nowMilliseconds();
+    text_ = toText(message);
+    return true;
+}
+
+bool ConsoleSession::prepareTimeline() {
+    const Visitor* visitor = watched_ == 0 ? nullptr : visitors_.find(std::to_string(watched_));
+    if (visitor == nullptr) return false;
+    const bool reset = std::exchange(timelineReset_, false);
+    const std::uint64_t newest = visitor->timeline().lastSequence();
+    if (!reset && newest == timelineSent_) return false;
+    text_ = toText({{"type", "timeline"},
+                    {"visitor", std::to_string(watched_)},
+                    {"reset", reset},
+                    {"entries", visitor->timeline().entriesAfter(timelineSent_)},
+                    {"now", nowMilliseconds()}});
+    timelineSent_ = newest;
+    return true;
+}
+
+bool ConsoleSession::prepareFrame() {
+    const Visitor* visitor = watched_ == 0 ? nullptr : visitors_.find(std::to_string(watched_));
+    if (visitor == nullptr || !visitor->lastFrame() || visitor->lastFrame()->number == frameSent_)
+        return false;
+    frame_ = visitor->lastFrame();
+    frameSent_ = frame_->number;
+    putBigEndian(frameHeader_.data(), watched_);
+    putBigEndian(frameHeader_.data() + 4, static_cast<std::uint32_t>(frameSent_));
+    return true;
+}
+
+void ConsoleSession::onSent(ErrorCode error) {
+    sending_ = false;
+    frame_.reset();
+    if (!error) sendNext();
+}
+
+}  // namespace merovanta::devservice

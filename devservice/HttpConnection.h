@@ -1,0 +1,58 @@
+#pragma once
+
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/beast/core/error.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <cstddef>
+#include <memory>
+#include <optional>
+
+#include "HttpTimeouts.h"
+#include "Request.h"
+#include "RequestLog.h"
+#include "Response.h"
+#include "Router.h"
+
+namespace merovanta::devservice {
+
+/// One client connection: reads a request, answers it, reads the next. Lives as long as an operation is
+/// pending.
+class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
+ public:
+    HttpConnection(boost::asio::ip::tcp::socket socket, std::shared_ptr<void> slot, const Router& router,
+                   RequestLog& log, HttpTimeouts timeouts);
+
+    void start() { readHead(); }
+
+ private:
+    using ErrorCode = boost::beast::error_code;
+
+    void readHead();
+    void onHead(ErrorCode error, std::size_t bytes);
+    /// Feeds the head to the parser; false after answering that it is malformed.
+    bool parseHead(std::size_t bytes);
+    void readBody();
+    void onBody(ErrorCode error);
+    void upgrade(const Router::UpgradeHandler& handler);
+    void refuse(unsigned status, const char* message);
+    void reply(Response response, bool keepAlive);
+    void onReply(ErrorCode error);
+    void linger();
+
+    boost::beast::tcp_stream stream_;
+    std::shared_ptr<void> slot_;
+    const Router& router_;
+    RequestLog& log_;
+    HttpTimeouts timeouts_;
+    boost::beast::flat_buffer buffer_;
+    std::optional<boost::beast::http::request_parser<boost::beast::http::string_body>> parser_;
+    boost::beast::http::response<boost::beast::http::string_body> response_;
+    Request request_;
+    std::size_t lingered_ = 0;
+};
+
+}  // namespace merovanta::devservice

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <variant>
+
+#include "HttpTimeouts.h"
+#include "InitReply.h"
+
+namespace merovanta::devservice {
+
+/// What the command line asks for.
+struct Options {
+    std::string host = "127.0.0.1";
+    std::uint16_t port = 8480;
+    bool logRequests = false;
+    std::filesystem::path consoleDirectory;
+    std::filesystem::path recordDirectory;
+    InitReply initReply;
+    HttpTimeouts timeouts;
+
+    /// Ends the program at once: --help, or a mistake.
+    struct Exit {
+        int code;
+        std::string text;
+    };
+
+    static std::variant<Options, Exit> parse(int argc, const char* const* argv);
+};
+
+}  // namespace merovanta::devservice

@@ -1,0 +1,110 @@
+#include "Server.h"
+
+#include <boost/asio/ip/address.hpp>
+#include <chrono>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <utility>
+
+#include "HttpConnection.h"
+
+namespace merovanta::devservice {
+
+namespace asio = boost::asio;
+using asio::ip::tcp;
+using ErrorCode = boost::system::error_code;
+
+Server::Server(Options options, std::ostream& log)
+    : options_(std::move(options)),
+      hub_(options_.initReply),
+      visitors_(hub_),
+      log_(log, options_.logRequests),
+      visitorApi_(visitors_, options_.initReply, recorder_),
+      consoleApi_(visitors_, options_.initReply, hub_, OriginPolicy(options_.host),
+                  ConsoleAssets(options_.consoleDirectory)),
+      slots_(kMaxConnections),
+      acceptor_(context_),
+      tickTimer_(context_),
+      acceptTimer_(context_) {
+    hub_.attach(visitors_);
+    visitorApi_.addRoutes(router_);
+    consoleApi_.addRoutes(router_);
+}
+
+std::optional<std::string> Server::open() {
+    if (!options_.recordDirectory.empty()) {
+        if (auto problem = recorder_.open(options_.recordDirectory)) return problem;
+    }
+    const std::string where = options_.host + " port " + std::to_string(options_.port);
+    ErrorCode error;
+    const auto endpoints =
+        tcp::resolver(context_).resolve(options_.host, std::to_string(options_.port), error);
+    if (error) return "cannot resolve " + where + ": " + error.message();
+    const tcp::endpoint endpoint = endpoints.begin()->endpoint();
+    acceptor_.open(endpoint.protocol(), error);
+    if (!error) acceptor_.set_option(tcp::acceptor::reuse_address(true), error);
+    if (!error) acceptor_.bind(endpoint, error);
+    if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
+    if (error) return "cannot listen on " + where + ": " + error.message();
+    port_ = acceptor_.local_endpoint(error).port();
+    accept();
+    tick();
+    return std::nullopt;
+}
+
+std::string Server::url() const {
+    const bool bracketed = options_.host.find(':') != std::string::npos;
+    const std::string host = bracketed ? "[" + options_.host + "]" : options_.host;
+    return "http://" + host + ":" + std::to_string(port_) + "/";
+}
+
+void Server::run() {
+    // One request that fails unexpectedly (out of memory, say) costs its own connection only.
+    while (!context_.stopped()) {
+        try {
+            context_.run();
+        } catch (const std::exception& exception) {
+            std::cerr << "merovanta-devservice: " << exception.what() << std::endl;
+        }
+    }
+}
+
+void Server::stop() {
+    context_.stop();
+}
+
+void Server::accept() {
+    acceptor_.async_accept([this](ErrorCode error, tcp::socket socket) {
+        if (error == asio::error::operation_aborted) return;
+        if (error) return retryAccept();
+        ErrorCode ignored;
+        socket.set_option(tcp::no_delay(true), ignored);
+        // Beyond the bound the socket is closed as it goes out of scope.
+        if (auto slot = slots_.acquire()) {
+            std::make_shared<HttpConnection>(std::move(socket), std::move(slot), router_, log_,
+                                             options_.timeouts)
+                ->start();
+        }
+        accept();
+    });
+}
+
+// Out of descriptors, most likely: without a pause this would spin.
+void Server::retryAccept() {
+    acceptTimer_.expires_after(std::chrono::milliseconds(100));
+    acceptTimer_.async_wait([this](ErrorCode error) {
+        if (!error) accept();
+    });
+}
+
+void Server::tick() {
+    tickTimer_.expires_after(std::chrono::seconds(1));
+    tickTimer_.async_wait([this](ErrorCode error) {
+        if (error) return;
+        hub_.tick();
+        tick();
+    });
+}
+
+}  // namespace merovanta::devservice

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <cstdint>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "ConnectionSlots.h"
+#include "ConsoleApi.h"
+#include "ConsoleHub.h"
+#include "Options.h"
+#include "Recorder.h"
+#include "RequestLog.h"
+#include "Router.h"
+#include "VisitorApi.h"
+#include "VisitorRegistry.h"
+
+namespace merovanta::devservice {
+
+/// The whole service. One thread runs it; only `stop` may be called from another.
+class Server {
+ public:
+    static constexpr std::size_t kMaxConnections = 128;
+
+    /// Request lines go to `log`, which must outlive the server.
+    Server(Options options, std::ostream& log);
+
+    /// Starts to listen. Returns what went wrong, if anything.
+    std::optional<std::string> open();
+
+    /// Valid after `open`.
+    std::string url() const;
+    std::uint16_t port() const { return port_; }
+
+    /// Serves until stopped.
+    void run();
+
+    /// Ends `run`. From any thread.
+    void stop();
+
+    boost::asio::io_context& context() { return context_; }
+
+ private:
+    void accept();
+    void retryAccept();
+    void tick();
+
+    Options options_;
+    Recorder recorder_;
+    ConsoleHub hub_;
+    VisitorRegistry visitors_;
+    RequestLog log_;
+    Router router_;
+    VisitorApi visitorApi_;
+    ConsoleApi consoleApi_;
+    ConnectionSlots slots_;
+    std::uint16_t port_ = 0;
+    // Connections live in the context's pending operations, so it goes before all that they refer to.
+    boost::asio::io_context context_{1};
+    boost::asio::ip::tcp::acceptor acceptor_;
+    boost::asio::steady_timer tickTimer_;
+    boost::asio::steady_timer acceptTimer_;
+};
+
+}  // namespace merovanta::devservice

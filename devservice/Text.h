@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+
+namespace merovanta::devservice {
+
+/// A copy of at most `maxBytes` bytes that is valid UTF-8: broken sequences become U+FFFD, a longer text is
+/// cut between two characters and ends in an ellipsis.
+std::string boundedText(std::string_view text, std::size_t maxBytes);
+
+/// The text on one line of printable ASCII and UTF-8; control characters appear as \xNN.
+std::string singleLine(std::string_view text);
+
+/// Serialises without ever throwing on broken UTF-8.
+std::string toText(const nlohmann::json& value);
+
+}  // namespace merovanta::devservice

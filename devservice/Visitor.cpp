@@ -1,0 +1,247 @@
+#include "Visitor.h"
+
+#include <cmath>
+#include <utility>
+
+#include "Text.h"
+#include "UserTagJson.h"
+
+namespace merovanta::devservice {
+namespace {
+
+using com::merovanta::panoptra::ProtoClickEvent;
+using com::merovanta::panoptra::ProtoMessage;
+using com::merovanta::panoptra::ProtoMessageList;
+using com::merovanta::panoptra::UserTag;
+using nlohmann::json;
+
+constexpr std::size_t kMaxIdentifierBytes = 128;
+constexpr std::size_t kMaxPageBytes = 512;
+constexpr std::size_t kMaxPictureBytes = 2U << 20U;
+constexpr std::size_t kMaxQueuedMessages = 64;
+constexpr int kMaxLabels = 20;
+constexpr std::chrono::seconds kWarningPause{10};
+
+void take(std::string& target, const std::string& value) {
+    if (!value.empty()) target = boundedText(value, kMaxIdentifierBytes);
+}
+
+json milliseconds(const std::optional<Moment>& moment) {
+    return moment ? json(moment->time_since_epoch().count()) : json();
+}
+
+const char* name(Visitor::State state) {
+    switch (state) {
+        case Visitor::State::Waiting:
+            return "waiting";
+        case Visitor::State::Live:
+            return "live";
+        case Visitor::State::Ended:
+            return "ended";
+    }
+    return "";
+}
+
+}  // namespace
+
+Visitor::Visitor(std::uint32_t number, std::string tenantId, std::string sessionId, Moment now,
+                 VisitorObserver& observer)
+    : number_(number),
+      tenantId_(std::move(tenantId)),
+      sessionId_(std::move(sessionId)),
+      firstSeen_(now),
+      lastSeen_(now),
+      observer_(observer) {}
+
+void Visitor::initialised(const InitRecord& record, Moment now) {
+    ++counters_.inits;
+    lastSeen_ = now;
+    state_ = State::Waiting;
+    endedAt_.reset();
+    identify(record.visitorId, record.visitId);
+    take(shareId_, record.shareId);
+    page_ = boundedText(record.url, kMaxPageBytes);
+    screenWidth_ = record.width;
+    screenHeight_ = record.height;
+    forced_ = record.initialize;
+    add("init", page_, now, std::nullopt,
+        {{"forced", forced_}, {"optIn", record.optIn}, {"start", record.start}});
+    for (const std::string& key : record.problems) {
+        warn("Initialisation record: key \"" + key + "\" is missing or has another type", now);
+    }
+    if (!record.redirectId.empty()) warn("Initialisation record: key \"qdu\" is not empty", now);
+}
+
+void Visitor::connected(const std::string& page, Moment now) {
+    ++counters_.gets;
+    lastSeen_ = now;
+    state_ = State::Live;
+    endedAt_.reset();
+    startedAt_ = now;
+    if (!page.empty()) page_ = boundedText(page, kMaxPageBytes);
+    add("connect", page_, now);
+}
+
+void Visitor::received(const ProtoMessageList& events, std::size_t bodyBytes, Moment now) {
+    ++counters_.posts;
+    counters_.bytes += bodyBytes;
+    byteRate_.add(now, bodyBytes);
+    lastSeen_ = now;
+    if (state_ == State::Waiting) {
+        warn("Events arrived before the stream was opened", now);
+        state_ = State::Live;
+        startedAt_ = now;
+    }
+    for (const ProtoMessage& event : events.messages())
+        receive(event, now);
+}
+
+void Visitor::ended(Moment now) {
+    ++counters_.deletes;
+    lastSeen_ = now;
+    state_ = State::Ended;
+    endedAt_ = now;
+    agentMessages_.clear();
+    add("end", "", now);
+}
+
+void Visitor::activity(const std::string& text, Moment now) {
+    lastSeen_ = now;
+    add("activity", text, now);
+}
+
+void Visitor::warn(const std::string& text, Moment now) {
+    ++counters_.warnings;
+    if (text == lastWarning_ && now - lastWarningAt_ < kWarningPause) return;
+    lastWarning_ = boundedText(text, kMaxPageBytes);
+    lastWarningAt_ = now;
+    add("warning", text, now);
+}
+
+void Visitor::identify(const std::string& visitorId, const std::string& visitId) {
+    take(visitorId_, visitorId);
+    take(visitId_, visitId);
+}
+
+bool Visitor::queueAgentMessage(json message, Moment now) {
+    if (agentMessages_.size() >= kMaxQueuedMessages) return false;
+    add("agent", toText(message), now);
+    agentMessages_.push_back(std::move(message));
+    return true;
+}
+
+json Visitor::takeAgentMessages() {
+    json result = json::array();
+    for (json& message : agentMessages_)
+        result.push_back(std::move(message));
+    agentMessages_.clear();
+    return result;
+}
+
+void Visitor::receive(const ProtoMessage& event, Moment now) {
+    const auto time = event.has_time() ? std::optional<std::uint64_t>(event.time()) : std::nullopt;
+    const bool empty = !event.has_pagechange() && !event.has_tag() && event.screenshotevent().empty() &&
+                       event.clickevent().empty() && event.usertag().empty();
+    if (empty) {
+        ++counters_.pings;
+        lastPing_ = now;
+    }
+    if (event.has_pagechange()) {
+        ++counters_.pages;
+        page_ = boundedText(event.pagechange(), kMaxPageBytes);
+        add("page", page_, now, time);
+    }
+    for (const auto& screenshot : event.screenshotevent())
+        receiveFrame(screenshot.image(), time, now);
+    for (const auto& tap : event.clickevent())
+        receiveTap(tap, time, now);
+    if (event.has_tag()) {
+        ++counters_.tags;
+        add("tag", event.tag(), now, time);
+    }
+    for (const auto& tag : event.usertag())
+        receiveUserTag(tag, time, now);
+}
+
+void Visitor::receiveFrame(const std::string& image, std::optional<std::uint64_t> time, Moment now) {
+    const auto size = image.size() <= kMaxPictureBytes ? jpegSize(image) : std::nullopt;
+    if (!size) {
+        ++counters_.invalidFrames;
+        warn("A picture was not a JPEG or too large, and was dropped", now);
+        return;
+    }
+    ++counters_.frames;
+    frameRate_.add(now, 1);
+    if (!lastFrame_ || lastFrame_->size != *size) {
+        add("picture", std::to_string(size->width) + " \xC3\x97 " + std::to_string(size->height), now, time);
+    }
+    lastFrame_ = std::make_shared<const Frame>(Frame{counters_.frames, *size, image});
+    observer_.frameArrived(*this);
+}
+
+void Visitor::receiveTap(const ProtoClickEvent& tap, std::optional<std::uint64_t> time, Moment now) {
+    if (!std::isfinite(tap.x()) || !std::isfinite(tap.y())) {
+        warn("A tap without a finite position was dropped", now);
+        return;
+    }
+    ++counters_.taps;
+    json detail = {{"x", tap.x()}, {"y", tap.y()}};
+    if (lastFrame_)
+        detail["frame"] = {{"width", lastFrame_->size.width}, {"height", lastFrame_->size.height}};
+    add("tap", "", now, time, std::move(detail));
+}
+
+void Visitor::receiveUserTag(const UserTag& tag, std::optional<std::uint64_t> time, Moment now) {
+    ++counters_.userTags;
+    userTag_ = userTagJson(tag, kMaxIdentifierBytes, kMaxLabels);
+    add("userTag", "", now, time, userTag_);
+}
+
+void Visitor::add(std::string kind, std::string text, Moment now, std::optional<std::uint64_t> time,
+                  json detail) {
+    timeline_.add({0, now, time, std::move(kind), std::move(text), std::move(detail)});
+    observer_.visitorChanged(*this);
+}
+
+json Visitor::summary(Moment now) const {
+    const Counters& c = counters_;
+    return {
+        {"id", std::to_string(number_)},
+        {"tenantId", tenantId_},
+        {"sessionId", sessionId_},
+        {"visitorId", visitorId_},
+        {"visitId", visitId_},
+        {"shareId", shareId_},
+        {"state", name(state_)},
+        {"page", page_},
+        {"forced", forced_},
+        {"screen", {{"width", screenWidth_}, {"height", screenHeight_}}},
+        {"picture",
+         lastFrame_ ? json{{"width", lastFrame_->size.width}, {"height", lastFrame_->size.height}} : json()},
+        {"userTag", userTag_},
+        {"firstSeenAt", milliseconds(firstSeen_)},
+        {"startedAt", milliseconds(startedAt_)},
+        {"endedAt", milliseconds(endedAt_)},
+        {"lastSeenAt", milliseconds(lastSeen_)},
+        {"lastPingAt", milliseconds(lastPing_)},
+        {"framesPerSecond", frameRate_.perSecond(now)},
+        {"bytesPerSecond", byteRate_.perSecond(now)},
+        {"queuedMessages", agentMessages_.size()},
+        {"lastTimelineSeq", timeline_.lastSequence()},
+        {"counters",
+         {{"frames", c.frames},
+          {"invalidFrames", c.invalidFrames},
+          {"pages", c.pages},
+          {"taps", c.taps},
+          {"pings", c.pings},
+          {"tags", c.tags},
+          {"userTags", c.userTags},
+          {"inits", c.inits},
+          {"gets", c.gets},
+          {"posts", c.posts},
+          {"deletes", c.deletes},
+          {"bytes", c.bytes},
+          {"warnings", c.warnings}}}};
+}
+
+}  // namespace merovanta::devservice

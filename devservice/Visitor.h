@@ -1,0 +1,100 @@
+#pragma once
+
+#include <panoptra.pb.h>
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+#include "Frame.h"
+#include "InitRecord.h"
+#include "Moment.h"
+#include "RateMeter.h"
+#include "Timeline.h"
+#include "VisitorObserver.h"
+
+namespace merovanta::devservice {
+
+/// The session of one visitor: who it is, what it streamed, and the agent's messages waiting for it. Its
+/// memory is bounded however long it streams: the timeline is a ring and only the last frame is kept.
+class Visitor {
+ public:
+    enum class State {
+        Waiting,  ///< initialised, nothing streamed yet
+        Live,
+        Ended
+    };
+
+    struct Counters {
+        std::uint64_t frames = 0, invalidFrames = 0, pages = 0, taps = 0, pings = 0, tags = 0, userTags = 0;
+        std::uint64_t inits = 0, gets = 0, posts = 0, deletes = 0, bytes = 0, warnings = 0;
+    };
+
+    Visitor(std::uint32_t number, std::string tenantId, std::string sessionId, Moment now,
+            VisitorObserver& observer);
+
+    /// An initialisation record arrived; what is wrong with it is noted.
+    void initialised(const InitRecord& record, Moment now);
+    /// The stream was opened (GET).
+    void connected(const std::string& page, Moment now);
+    /// A request body arrived and was decoded.
+    void received(const com::merovanta::panoptra::ProtoMessageList& events, std::size_t bodyBytes,
+                  Moment now);
+    /// The stream was closed (DELETE).
+    void ended(Moment now);
+    /// The visitor's activity log reported something.
+    void activity(const std::string& text, Moment now);
+    /// Notes misbehaviour. The same note is not repeated within ten seconds.
+    void warn(const std::string& text, Moment now);
+    /// Takes over the identifiers that a stream request carries; empty ones change nothing.
+    void identify(const std::string& visitorId, const std::string& visitId);
+
+    /// Queues an agent's message for the next reply; false when the queue is full.
+    bool queueAgentMessage(nlohmann::json message, Moment now);
+    /// The queued messages, removed from the queue.
+    nlohmann::json takeAgentMessages();
+
+    std::uint32_t number() const { return number_; }
+    const std::string& sessionId() const { return sessionId_; }
+    State state() const { return state_; }
+    Moment lastSeen() const { return lastSeen_; }
+    const Counters& counters() const { return counters_; }
+    const Timeline& timeline() const { return timeline_; }
+    /// The last picture, or null.
+    const std::shared_ptr<const Frame>& lastFrame() const { return lastFrame_; }
+
+    /// Everything but timeline and picture, for the console and the control API.
+    nlohmann::json summary(Moment now) const;
+
+ private:
+    void receive(const com::merovanta::panoptra::ProtoMessage& event, Moment now);
+    void receiveFrame(const std::string& image, std::optional<std::uint64_t> time, Moment now);
+    void receiveTap(const com::merovanta::panoptra::ProtoClickEvent& tap, std::optional<std::uint64_t> time,
+                    Moment now);
+    void receiveUserTag(const com::merovanta::panoptra::UserTag& tag, std::optional<std::uint64_t> time,
+                        Moment now);
+    void add(std::string kind, std::string text, Moment now, std::optional<std::uint64_t> time = std::nullopt,
+             nlohmann::json detail = nullptr);
+
+    std::uint32_t number_;
+    std::string tenantId_, sessionId_, visitorId_, visitId_, shareId_, page_;
+    int screenWidth_ = 0, screenHeight_ = 0;
+    bool forced_ = false;
+    State state_ = State::Waiting;
+    Moment firstSeen_, lastSeen_;
+    std::optional<Moment> startedAt_, endedAt_, lastPing_;
+    Counters counters_;
+    RateMeter frameRate_, byteRate_;
+    Timeline timeline_;
+    std::shared_ptr<const Frame> lastFrame_;
+    nlohmann::json userTag_;
+    std::deque<nlohmann::json> agentMessages_;
+    std::string lastWarning_;
+    Moment lastWarningAt_{};
+    VisitorObserver& observer_;
+};
+
+}  // namespace merovanta::devservice
