@@ -7,15 +7,16 @@
 
 namespace merovanta {
 
-/// What a host application hands to Merovanta::initConfig(): its tenant, its access token and, where they differ
-/// from the packaged defaults, the service's host names. A plain value; any thread.
+/// What a host application hands to Merovanta::initConfig(): its tenant, its access token and, where they
+/// differ from the packaged defaults, the service's host names. A plain value; any thread.
 class MEROVANTA_EXPORT CustomConfiguration {
  public:
     CustomConfiguration() = delete;
 
     CustomConfiguration(std::string tenantId, std::string token);
 
-    /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path. Not checked.
+    /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path. Not
+    /// checked.
     void setServerUrl(std::string serverUrl);
 
     /// The host that serves the chat page, in the same form. Not checked.

@@ -11,8 +11,8 @@ namespace merovanta {
 
 /// The library's front door.
 ///
-/// A toolkit's platform must have been initialised first (for Qt Quick: merovanta::quick::initialize()); without
-/// one, every call logs an error and does nothing.
+/// A toolkit's platform must have been initialised first (for Qt Quick: merovanta::quick::initialize());
+/// without one, every call logs an error and does nothing.
 class MEROVANTA_EXPORT Merovanta {
  public:
     Merovanta() = delete;
@@ -24,8 +24,8 @@ class MEROVANTA_EXPORT Merovanta {
     /// values. Begins a new visit and keeps the service session's id. Thread: main.
     static void initConfig(const CustomConfiguration& config);
 
-    /// The facades: each is made on first use and is the same object until the process ends. Any thread may ask
-    /// for them.
+    /// The facades: each is made on first use and is the same object until the process ends. Any thread may
+    /// ask for them.
     [[nodiscard]] static MerovantaConfiguration& configuration();
     [[nodiscard]] static MerovantaPanoptra& panoptra();
 };

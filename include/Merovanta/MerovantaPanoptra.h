@@ -9,13 +9,15 @@ namespace merovanta {
 
 /// Screen sharing. The one instance is Merovanta::panoptra(); it holds no state.
 ///
-/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: main, for every call and callback.
+/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: main, for every call and
+/// callback.
 class MEROVANTA_EXPORT MerovantaPanoptra {
  public:
     MerovantaPanoptra(const MerovantaPanoptra&) = delete;
     MerovantaPanoptra& operator=(const MerovantaPanoptra&) = delete;
 
-    /// Stores tenant and token in place of those given to Merovanta::initConfig(), then starts as start() does.
+    /// Stores tenant and token in place of those given to Merovanta::initConfig(), then starts as start()
+    /// does.
     void start(const std::string& tenantId, const std::string& token);
 
     /// Starts a session: the service is asked what to hide and whether to watch, then the masked screen, the
@@ -31,11 +33,12 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// Attaches a free text to the visit. Logs an error if no session has been started yet.
     void tag(const std::string& tag);
 
-    /// Stores the host's closures, replacing earlier ones. stopCallback runs when the agent closes the session;
-    /// startCallback is kept for later use and not called.
+    /// Stores the host's closures, replacing earlier ones. stopCallback runs when the agent closes the
+    /// session; startCallback is kept for later use and not called.
     void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
 
-    /// The five-digit code by which the visitor lets an agent in, new for every session; empty before the first.
+    /// The five-digit code by which the visitor lets an agent in, new for every session; empty before the
+    /// first.
     [[nodiscard]] std::string shareId() const;
 
  private:

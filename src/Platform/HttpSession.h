@@ -48,8 +48,8 @@ class HttpSession {
     virtual ~HttpSession() = default;
 
     /// Starts the request and returns. The completion is called once, on a thread of the session's own, in
-    /// particular never inside this call; it may be dropped uncalled when the application ends. Requests keep no
-    /// cookies and run side by side. Any thread.
+    /// particular never inside this call; it may be dropped uncalled when the application ends. Requests keep
+    /// no cookies and run side by side. Any thread.
     virtual void execute(HttpRequest request, Completion completion) = 0;
 };
 

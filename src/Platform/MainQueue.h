@@ -9,8 +9,8 @@ class MainQueue {
  public:
     virtual ~MainQueue() = default;
 
-    /// Runs the task later on the main thread, after all tasks queued before it; never inside this call. A task
-    /// queued when the application has ended is dropped. Any thread.
+    /// Runs the task later on the main thread, after all tasks queued before it; never inside this call. A
+    /// task queued when the application has ended is dropped. Any thread.
     virtual void async(std::function<void()> task) = 0;
 
     /// Whether the caller is on the main thread. Any thread.

@@ -16,7 +16,8 @@
 
 namespace merovanta {
 
-/// Everything that the library needs from the machine and the toolkit. The ports live as long as the platform.
+/// Everything that the library needs from the machine and the toolkit. The ports live as long as the
+/// platform.
 class Platform {
  public:
     virtual ~Platform() = default;

@@ -32,8 +32,8 @@ struct CapturedFrame {
 /// Takes pictures of a window's root view.
 class ScreenCapture {
  public:
-    /// Computes the private areas from the view tree as it stands; absent if it cannot, and then no frame may be
-    /// delivered. It only reads the tree and may log; it must be called while nothing can change the tree.
+    /// Computes the private areas from the view tree as it stands; absent if it cannot, and then no frame may
+    /// be delivered. It only reads the tree and may log; it must be called while nothing can change the tree.
     using MaskProvider = std::function<std::optional<std::vector<MaskArea>>()>;
 
     /// Receives the frame, or nothing if there is none to be had.
@@ -42,17 +42,19 @@ class ScreenCapture {
     virtual ~ScreenCapture() = default;
 
     /// A number that changes whenever the window of this view has painted anything since the number was last
-    /// asked for, and stays the same on an idle screen. Cheap: a tick on an idle screen costs this and nothing
-    /// else. Capturing does not by itself make the number differ from the captured frame's. Thread: main.
+    /// asked for, and stays the same on an idle screen. Cheap: a tick on an idle screen costs this and
+    /// nothing else. Capturing does not by itself make the number differ from the captured frame's. Thread:
+    /// main.
     [[nodiscard]] virtual std::uint64_t paintSerial(const View& root) = 0;
 
     /// Takes one picture of the whole view at the screen's scale. The buffer given is reused for the pixels.
     ///
-    /// The mask provider is called once, at the moment whose geometry the pixels show: on the main thread, or on
-    /// a render thread while the main thread is blocked. The completion is called exactly once, on the main
-    /// thread, possibly before capture() returns; with nothing if the view is gone or hidden, the provider
-    /// answered with nothing, or anything moved a masked view between the provider's call and the pixels.
-    /// One capture is in flight at most; the caller waits for the completion before the next. Thread: main.
+    /// The mask provider is called once, at the moment whose geometry the pixels show: on the main thread, or
+    /// on a render thread while the main thread is blocked. The completion is called exactly once, on the
+    /// main thread, possibly before capture() returns; with nothing if the view is gone or hidden, the
+    /// provider answered with nothing, or anything moved a masked view between the provider's call and the
+    /// pixels. One capture is in flight at most; the caller waits for the completion before the next. Thread:
+    /// main.
     virtual void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
                          Completion completion) = 0;
 };

@@ -20,7 +20,8 @@ class TimerFactory {
     virtual ~TimerFactory() = default;
 
     /// Runs the action on the main thread after the interval, never earlier: once, or, if it repeats, every
-    /// interval until the handle is destroyed. A repeating timer that is late skips what it missed. Never null.
+    /// interval until the handle is destroyed. A repeating timer that is late skips what it missed. Never
+    /// null.
     [[nodiscard]] virtual std::unique_ptr<Timer> schedule(Interval interval, bool repeats,
                                                           std::function<void()> action) = 0;
 };

@@ -11,11 +11,12 @@ namespace merovanta {
 
 /// A light handle to one native view (item, widget, …).
 ///
-/// The native view stays the toolkit's own and may die at any time; a handle to a dead one is safe: it answers
-/// isAlive() with false, has an empty frame and no subviews. Handles may be kept and copied by shared_ptr.
+/// The native view stays the toolkit's own and may die at any time; a handle to a dead one is safe: it
+/// answers isAlive() with false, has an empty frame and no subviews. Handles may be kept and copied by
+/// shared_ptr.
 ///
-/// Thread: the main thread; or, inside a ScreenCapture's mask provider, the thread that runs the provider while
-/// the main thread stands still.
+/// Thread: the main thread; or, inside a ScreenCapture's mask provider, the thread that runs the provider
+/// while the main thread stands still.
 class View {
  public:
     virtual ~View() = default;
@@ -42,8 +43,8 @@ class View {
     /// Back to front, in painting order.
     [[nodiscard]] virtual std::vector<std::shared_ptr<View>> subviews() const = 0;
 
-    /// The rectangle, given in this view's coordinates, in those of the target: the smallest upright rectangle
-    /// around the result if a transform lies between. Empty if either is dead.
+    /// The rectangle, given in this view's coordinates, in those of the target: the smallest upright
+    /// rectangle around the result if a transform lies between. Empty if either is dead.
     [[nodiscard]] virtual Rect convert(const Rect& rect, const View& target) const = 0;
 };
 

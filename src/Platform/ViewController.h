@@ -25,7 +25,8 @@ class ViewController {
     [[nodiscard]] virtual std::shared_ptr<ViewController> presentedViewController() const = 0;
 
     /// The entries of a navigation controller, bottom-most first; absent if this is none.
-    [[nodiscard]] virtual std::optional<std::vector<std::shared_ptr<ViewController>>> viewControllers() const = 0;
+    [[nodiscard]] virtual std::optional<std::vector<std::shared_ptr<ViewController>>> viewControllers()
+        const = 0;
 
     /// The selected page of a tab bar controller; null if this is none or nothing is selected.
     [[nodiscard]] virtual std::shared_ptr<ViewController> selectedViewController() const = 0;

@@ -1,0 +1,218 @@
+#include "General/Panoptra/Monitoring/ViewMonitor.h"
+
+#include <sstream>
+#include <utility>
+
+#include "General/Fatal.h"
+#include "General/Log.h"
+#include "General/MainThread.h"
+#include "General/Panoptra/Util/PrivacyUtils.h"
+#include "General/Panoptra/Util/ViewUtils.h"
+#include "Platform/Platform.h"
+
+namespace merovanta {
+
+namespace {
+
+std::string describe(const Point& point) {
+    std::ostringstream text;
+    text << point.x << ", " << point.y;
+    return text.str();
+}
+
+}  // namespace
+
+ViewMonitor::ViewMonitor(std::shared_ptr<ApplicationConfigWrapper> wrapper)
+    : applicationConfig(std::move(wrapper)) {}
+
+void ViewMonitor::start(std::shared_ptr<MessageSender> sender, Completion completion) {
+    assertMainThread();
+    const unsigned run = ++mRun;
+    messageSender = std::move(sender);
+    Log::debug("Schedule new timer");
+    ViewUtils::runOnMainQueue([weak = weak_from_this(), run] {
+        const auto self = weak.lock();
+        if (!self || self->mRun != run) return;
+        self->screenshotTimer = platform::current().timers().schedule(
+            seconds(self->screenShotInterval), true, [monitor = self.get()] { monitor->takeScreenshot(); });
+    });
+    clickListener = platform::current().tapRecognizers().create(
+        [this](const TapRecognizer& recognizer) { handleClick(recognizer); });
+    if (!clickListener) {
+        completion(StringError("Cannot register click listener"));
+        return;
+    }
+    ViewUtils::runOnMainQueue([weak = weak_from_this(), run, completion = std::move(completion)] {
+        if (const auto self = weak.lock()) self->installTapRecognizer(run, completion);
+    });
+}
+
+void ViewMonitor::installTapRecognizer(unsigned run, const Completion& completion) {
+    if (mRun != run) {
+        completion(StringError("The view monitor was stopped while it started"));
+        return;
+    }
+    const auto root = ViewUtils::rootView();
+    if (!root) {
+        completion(StringError("Cannot get root view"));
+        return;
+    }
+    clickListener->attach(*root);
+    startViewChangeTimer();
+    completion(std::nullopt);
+}
+
+void ViewMonitor::stop() {
+    assertMainThread();
+    Log::debug("Stop");
+    ++mRun;
+    screenshotTimer.reset();
+    viewChangeTimer.reset();
+    clickListener.reset();
+}
+
+void ViewMonitor::resetChangeDetection() {
+    lastScreenshot.reset();
+    lastView.reset();
+    mLastKey.reset();
+    mEncoderMustReset = true;
+}
+
+void ViewMonitor::startViewChangeTimer() {
+    viewChangeTimer =
+        platform::current().timers().schedule(seconds(viewControllerChangeCheckInterval), true, [this] {
+            ViewUtils::frontScreenName(
+                [weak = weak_from_this(), run = mRun](const std::optional<std::string>& name) {
+                    const auto self = weak.lock();
+                    if (self && self->mRun == run && name) self->checkViewChange(*name);
+                });
+        });
+}
+
+void ViewMonitor::checkViewChange(const std::string& name) {
+    if (!lastView) {
+        // The first screen is known to the service from the start of the session.
+        lastView = name;
+        return;
+    }
+    if (*lastView == name) return;
+    Log::debug("View changed to: " + name);
+    if (messageSender) {
+        messageSender->sendPageChange(
+            name, applicationConfig->startTime(), [](const std::optional<StringError>& error) {
+                if (error) Log::error("Sending view change failed: " + error->errorDescription());
+            });
+    }
+    lastView = name;
+}
+
+void ViewMonitor::handleClick(const TapRecognizer& recognizer) {
+    assertMainThread();
+    if (recognizer.state() != TapRecognizer::State::ended) return;
+    const auto root = ViewUtils::rootView();
+    if (!root) return;
+    const Point point = recognizer.locationIn(*root);
+    Log::debug("Got click at " + describe(point));
+    if (!messageSender) fatalError("A click without a message sender");
+    const double scale = platform::current().application().mainScreen().scale;
+    messageSender->sendClick(static_cast<float>(static_cast<std::int64_t>(point.x * scale)),
+                             static_cast<float>(static_cast<std::int64_t>(point.y * scale)),
+                             applicationConfig->startTime(), [](const std::optional<StringError>& error) {
+                                 if (error)
+                                     Log::warning("Cannot send click event: " + error->errorDescription());
+                             });
+}
+
+void ViewMonitor::takeScreenshot() {
+    assertMainThread();
+    const auto root = ViewUtils::rootView();
+    if (!root) {
+        Log::warning("Root view is null");
+        return;
+    }
+    if (mIsCapturing) return;
+    PictureKey key = pictureKey(*root);
+    if (mLastKey != key) capture(root, std::move(key));
+}
+
+ViewMonitor::PictureKey ViewMonitor::pictureKey(const View& root) const {
+    return {.root = root.identity(),
+            .paintSerial = platform::current().screenCapture().paintSerial(root),
+            .bounds = root.bounds(),
+            .scale = platform::current().application().mainScreen().scale,
+            .iosConfig = maskingLists()};
+}
+
+void ViewMonitor::capture(const std::shared_ptr<View>& root, PictureKey key) {
+    mIsCapturing = true;
+    auto masks = [root, lists = key.iosConfig]() -> std::optional<std::vector<MaskArea>> {
+        if (!lists) return std::vector<MaskArea>();
+        return PrivacyUtils::maskAreas(root, *lists);
+    };
+    platform::current().screenCapture().capture(
+        root, std::move(mBuffer), std::move(masks),
+        [weak = weak_from_this(), run = mRun,
+         key = std::move(key)](std::optional<CapturedFrame> frame) mutable {
+            if (const auto self = weak.lock()) self->frameCaptured(run, std::move(key), std::move(frame));
+        });
+}
+
+void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame) {
+    assertMainThread();
+    if (!frame || run != mRun) {
+        if (frame) mBuffer = std::move(frame->pixels);
+        discardPicture();
+        return;
+    }
+    key.paintSerial = frame->paintSerial;
+    platform::current().workQueue().async([weak = weak_from_this(), run, key = std::move(key),
+                                           encoder = mEncoder,
+                                           reset = std::exchange(mEncoderMustReset, false),
+                                           frame = std::move(*frame)]() mutable {
+        if (reset) encoder->reset();
+        MaskedFrame masked(std::move(frame));
+        auto picture = encoder->encode(masked);
+        ViewUtils::runOnMainQueue([weak, run, key = std::move(key), buffer = std::move(masked).takeBuffer(),
+                                   picture = std::move(picture)]() mutable {
+            if (const auto self = weak.lock()) {
+                self->pictureEncoded(run, key, std::move(buffer), std::move(picture));
+            }
+        });
+    });
+}
+
+void ViewMonitor::pictureEncoded(unsigned run, const PictureKey& key, PixelBuffer buffer,
+                                 std::optional<std::string> picture) {
+    assertMainThread();
+    mBuffer = std::move(buffer);
+    // Masked by lists that no longer hold: not fit to be sent.
+    if (run != mRun || key.iosConfig != maskingLists()) {
+        discardPicture();
+        return;
+    }
+    mIsCapturing = false;
+    mLastKey = key;
+    if (picture && picture != lastScreenshot) sendScreenshot(std::move(*picture));
+}
+
+void ViewMonitor::discardPicture() {
+    mIsCapturing = false;
+    mLastKey.reset();
+    mEncoderMustReset = true;
+}
+
+void ViewMonitor::sendScreenshot(std::string picture) {
+    // Remembered before the outcome is known: a picture that could not be sent is not tried again.
+    lastScreenshot = picture;
+    messageSender->sendScreenshot(
+        std::move(picture), applicationConfig->startTime(), [](const std::optional<StringError>& error) {
+            if (error) Log::error("Sending screenshot failed: " + error->errorDescription());
+        });
+}
+
+std::optional<IOSConfig> ViewMonitor::maskingLists() const {
+    const auto& session = applicationConfig->config.panoptraConfig;
+    return session ? session->iosConfig : std::nullopt;
+}
+
+}  // namespace merovanta

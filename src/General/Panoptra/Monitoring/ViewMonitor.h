@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/IOSConfig.h"
+#include "General/Panoptra/Monitoring/ScreenshotEncoder.h"
+#include "General/Panoptra/Network/Message/MessageSender.h"
+#include "General/StringError.h"
+#include "Platform/Geometry.h"
+#include "Platform/ScreenCapture.h"
+#include "Platform/TapRecognizer.h"
+#include "Platform/Timer.h"
+
+namespace merovanta {
+
+/// Watches the host application's screen while a session runs: sends a masked picture whenever it changed,
+/// the name of the page whenever another comes to the front, and every tap. Thread: main; pictures are shrunk
+/// and encoded on the work queue.
+class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
+ public:
+    /// Receives nothing on success.
+    using Completion = std::function<void(const std::optional<StringError>&)>;
+
+    explicit ViewMonitor(std::shared_ptr<ApplicationConfigWrapper> applicationConfig);
+
+    /// Starts to watch. The completion is called on the main thread; after an error the pictures go on.
+    void start(std::shared_ptr<MessageSender> messageSender, Completion completion);
+
+    /// What was sent last is remembered: after another start() an unchanged screen is not sent again.
+    void stop();
+
+    /// Forgets what was sent last, so that the next picture is sent whole and no page counts as changed.
+    void resetChangeDetection();
+
+ private:
+    /// All that a picture depends on: while it stays the same, so does the picture.
+    struct PictureKey {
+        const void* root = nullptr;
+        std::uint64_t paintSerial = 0;
+        Rect bounds;
+        double scale = 1;
+        std::optional<IOSConfig> iosConfig;
+
+        bool operator==(const PictureKey&) const = default;
+    };
+
+    void installTapRecognizer(unsigned run, const Completion& completion);
+    void startViewChangeTimer();
+    void checkViewChange(const std::string& name);
+    void handleClick(const TapRecognizer& recognizer);
+
+    void takeScreenshot();
+    [[nodiscard]] PictureKey pictureKey(const View& root) const;
+    void capture(const std::shared_ptr<View>& root, PictureKey key);
+    void frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame);
+    void pictureEncoded(unsigned run, const PictureKey& key, PixelBuffer buffer,
+                        std::optional<std::string> picture);
+    void discardPicture();
+    void sendScreenshot(std::string picture);
+
+    [[nodiscard]] std::optional<IOSConfig> maskingLists() const;
+
+    const double screenShotInterval = 0.3;
+    const double viewControllerChangeCheckInterval = 1.0;
+    std::unique_ptr<Timer> screenshotTimer;
+    std::unique_ptr<Timer> viewChangeTimer;
+    std::optional<std::string> lastScreenshot;
+    std::shared_ptr<MessageSender> messageSender;
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::optional<std::string> lastView;
+    std::unique_ptr<TapRecognizer> clickListener;
+
+    // Counts starts and stops: what was set going before the last of them no longer has an effect.
+    unsigned mRun = 0;
+    bool mIsCapturing = false;
+    PixelBuffer mBuffer;
+    std::optional<PictureKey> mLastKey;
+    std::shared_ptr<ScreenshotEncoder> mEncoder = std::make_shared<ScreenshotEncoder>();
+    bool mEncoderMustReset = false;
+};
+
+}  // namespace merovanta

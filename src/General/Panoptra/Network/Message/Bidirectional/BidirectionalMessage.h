@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/Network/Message/Bidirectional/Click.h"
+
+namespace merovanta {
+
+/// One message of the agent's; any of its parts may be absent.
+struct BidirectionalMessage {
+    std::optional<bool> start;
+    std::optional<bool> bidirectional;
+    std::optional<bool> stop;
+    std::optional<Click> click;
+    std::optional<bool> optIn;
+
+    /// For the log.
+    [[nodiscard]] std::string description() const;
+};
+
+}  // namespace merovanta

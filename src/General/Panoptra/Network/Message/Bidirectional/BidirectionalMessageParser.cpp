@@ -1,0 +1,64 @@
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
+
+#include <utility>
+
+namespace merovanta {
+
+namespace {
+
+const nlohmann::json* find(const nlohmann::json& object, const char* key) {
+    const auto found = object.find(key);
+    return found == object.end() ? nullptr : &*found;
+}
+
+std::optional<bool> readBoolean(const nlohmann::json& object, const char* key) {
+    const auto* const value = find(object, key);
+    return value && value->is_boolean() ? std::optional(value->get<bool>()) : std::nullopt;
+}
+
+/// Absent too for numbers that no coordinate can hold.
+std::optional<std::int64_t> readInteger(const nlohmann::json& object, const char* key) {
+    const auto* const value = find(object, key);
+    if (!value || !value->is_number()) return std::nullopt;
+    const double number = value->get<double>();
+    constexpr double limit = 9007199254740992.0;  // 2^53: above it, a double is no exact integer
+    if (!(number > -limit && number < limit)) return std::nullopt;
+    return static_cast<std::int64_t>(number);
+}
+
+}  // namespace
+
+BidirectionalMessageParser::BidirectionalMessageParser(std::shared_ptr<BidirectionalMessageHandler> handler)
+    : bidirectionalMessageHandler(std::move(handler)) {}
+
+void BidirectionalMessageParser::parse(const nlohmann::json& dictionary) const {
+    BidirectionalMessage message;
+    readConfiguration(dictionary, message);
+    readAction(dictionary, message);
+    readClick(dictionary, message);
+    bidirectionalMessageHandler->handle(message);
+}
+
+void BidirectionalMessageParser::readConfiguration(const nlohmann::json& dictionary,
+                                                   BidirectionalMessage& message) const {
+    const auto* const values = find(dictionary, configuration);
+    if (!values || !values->is_object()) return;
+    message.start = readBoolean(*values, configurationStart);
+    message.bidirectional = readBoolean(*values, configurationBidirectional);
+    message.optIn = readBoolean(*values, configurationOptIn);
+}
+
+void BidirectionalMessageParser::readAction(const nlohmann::json& dictionary,
+                                            BidirectionalMessage& message) const {
+    const auto* const value = find(dictionary, action);
+    if (value && value->is_string()) message.stop = value->get_ref<const std::string&>() == actionClose;
+}
+
+void BidirectionalMessageParser::readClick(const nlohmann::json& dictionary,
+                                           BidirectionalMessage& message) const {
+    const auto x = readInteger(dictionary, clickX);
+    const auto y = readInteger(dictionary, clickY);
+    if (x && y) message.click = Click{*x, *y};
+}
+
+}  // namespace merovanta

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessage.h"
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageHandler.h"
+
+namespace merovanta {
+
+/// Reads the agent's messages part by part and hands them to the handler. A part that is missing or not of
+/// its type is left absent. Thread: main.
+class BidirectionalMessageParser {
+ public:
+    explicit BidirectionalMessageParser(
+        std::shared_ptr<BidirectionalMessageHandler> bidirectionalMessageHandler);
+
+    /// The dictionary is a JSON object.
+    void parse(const nlohmann::json& dictionary) const;
+
+ private:
+    void readConfiguration(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
+    void readAction(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
+    void readClick(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
+
+    const char* const configuration = "co";
+    const char* const configurationStart = "s";
+    const char* const configurationBidirectional = "b";
+    const char* const configurationOptIn = "opt";
+    const char* const action = "a";
+    const char* const actionClose = "c";
+    const char* const clickX = "x";
+    const char* const clickY = "y";
+    std::shared_ptr<BidirectionalMessageHandler> bidirectionalMessageHandler;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,31 @@
+#include "General/Panoptra/Network/Message/Xhr/AgentReply.h"
+
+#include <utility>
+
+#include "General/Panoptra/Network/Json.h"
+
+namespace merovanta {
+
+AgentReply AgentReply::parse(const std::string& body) {
+    AgentReply reply;
+    const auto elements = parseJson(body);
+    if (!elements || !elements->is_array()) {
+        reply.isMalformed = true;
+        return reply;
+    }
+    for (const auto& element : *elements) {
+        if (!element.is_string()) continue;
+        auto messages = parseJson(element.get_ref<const std::string&>());
+        if (!messages) {
+            reply.isMalformed = true;
+            return reply;
+        }
+        if (!messages->is_array()) continue;
+        for (auto& message : *messages) {
+            if (message.is_object()) reply.messages.push_back(std::move(message));
+        }
+    }
+    return reply;
+}
+
+}  // namespace merovanta

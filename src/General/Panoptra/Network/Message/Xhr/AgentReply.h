@@ -1,0 +1,22 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+namespace merovanta {
+
+/// The agent's messages in the reply to one POST of the polled stream: a JSON array of texts, each of which
+/// holds a JSON array of messages.
+struct AgentReply {
+    /// JSON objects, in order.
+    std::vector<nlohmann::json> messages;
+    /// The reply, or a text in it, is not what it should be; the messages before that place are kept.
+    bool isMalformed = false;
+
+    /// Elements that are no texts, texts that hold no array and messages that are no objects are skipped.
+    /// Any thread.
+    [[nodiscard]] static AgentReply parse(const std::string& body);
+};
+
+}  // namespace merovanta

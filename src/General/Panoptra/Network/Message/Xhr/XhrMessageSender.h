@@ -1,0 +1,61 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
+#include "General/Panoptra/Network/Message/MessageSender.h"
+#include "General/Panoptra/Network/Message/Xhr/AgentReply.h"
+#include "General/Panoptra/Util/HttpUtil.h"
+#include "Platform/Timer.h"
+
+namespace merovanta {
+
+/// The polling transport: queues the messages and POSTs the whole queue after a short pause, again and again;
+/// the replies bring the agent's messages. Thread: main.
+class XhrMessageSender : public MessageSender {
+ public:
+    XhrMessageSender(std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+                     std::shared_ptr<BidirectionalMessageParser> bidirectionalMessageParser,
+                     std::shared_ptr<InitSender> initSender, std::shared_ptr<HttpUtil> httpUtil,
+                     std::shared_ptr<MerovantaAPI> merovantaAPI);
+
+    /// Announces the stream with a GET and, if that succeeds, starts the loop of rounds. Neither callback is
+    /// used. A loop that ran before ends; a round that it had scheduled becomes part of the new one.
+    void connect(const std::string& url, std::function<void()> successCallback,
+                 std::function<void()> errorCallback) override;
+
+    /// A round that is scheduled already still runs, and is the last.
+    void close() override;
+
+    /// Only queues the message, and succeeds always.
+    void send(ProtoMessage message, const Callback& callback) override;
+
+    [[nodiscard]] const char* typeName() const override { return "XhrMessageSender"; }
+
+ private:
+    void connected(unsigned loop, const HttpReply& reply);
+    void sendRound();
+    void postQueue(std::string body);
+    void roundFinished(unsigned loop, bool failed, const std::optional<AgentReply>& agentReply);
+    void scheduleNextRound();
+    void handOver(const AgentReply& agentReply);
+
+    const double queueSendingInterval = 0.1;
+    const double increasedQueueSendingInterval = 0.03;
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<BidirectionalMessageParser> bidirectionalMessageParser;
+    std::shared_ptr<HttpUtil> httpUtil;
+    std::optional<std::string> url;
+    double currentInterval = 0;
+    ProtoMessageList queue;
+    bool stopped = true;
+
+    std::unique_ptr<Timer> mRoundTimer;
+    // Counts the loops, so that answers to requests of an earlier loop cannot start a second one.
+    unsigned mLoop = 0;
+};
+
+}  // namespace merovanta

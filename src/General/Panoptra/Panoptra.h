@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Monitoring/ViewMonitor.h"
+#include "General/Panoptra/Network/InitSender.h"
+#include "General/Panoptra/Network/Message/MessageSenderManager.h"
+#include "General/Panoptra/Network/NetworkManager.h"
+#include "General/StringError.h"
+
+namespace merovanta {
+
+/// The session controller: runs one screen-sharing session at a time. Thread: main.
+class Panoptra : public std::enable_shared_from_this<Panoptra> {
+ public:
+    /// Receives nothing on success.
+    using Completion = std::function<void(const std::optional<StringError>&)>;
+
+    Panoptra(std::shared_ptr<InitSender> initSender,
+             std::shared_ptr<MessageSenderManager> messageSenderManager,
+             std::shared_ptr<ViewMonitor> viewMonitor,
+             std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+             std::shared_ptr<NetworkManager> networkManager);
+
+    /// Starts a session. Without a session id the visitor's consent is taken back and a new session id made.
+    /// The completion is called once, when the session runs or could not be started; it is not called if the
+    /// service answers with nothing, or that this visitor is to be ignored: then the controller stays
+    /// started, without doing anything, until it is stopped.
+    void start(bool force, const std::optional<std::string>& sessionId, Completion completion);
+
+    void stop();
+
+    [[nodiscard]] bool isRunning() const { return mIsRunning; }
+
+    /// The transport of the running session, or of the last one; null before the first.
+    [[nodiscard]] const std::shared_ptr<MessageSender>& messageSender() const { return mMessageSender; }
+
+    /// stopCallback runs when the agent closes the session; startCallback is only kept.
+    void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
+
+ private:
+    struct Start;
+
+    void requestInit(const std::shared_ptr<Start>& start, const std::string& pageName);
+    void initReplied(const std::shared_ptr<Start>& start, const InitSender::Reply& reply);
+    void goOn(const std::shared_ptr<Start>& start, const MonitoringConfigDTO& reply);
+    void storeReply(const MonitoringConfigDTO& reply);
+    void selectSender(const std::string& pageName);
+    void finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error);
+    [[nodiscard]] bool isCurrent(const std::shared_ptr<Start>& start);
+
+    std::shared_ptr<InitSender> initSender;
+    std::shared_ptr<MessageSenderManager> messageSenderManager;
+    std::shared_ptr<ViewMonitor> viewMonitor;
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<MessageSender> mMessageSender;
+    std::shared_ptr<NetworkManager> networkManager;
+    std::function<void()> startCallback = [] {};
+    std::function<void()> stopCallback = [] {};
+    bool mIsRunning = false;
+    // Counts starts and stops: a start that was overtaken by a stop must not go on.
+    unsigned mRun = 0;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "Platform/HttpSession.h"
+
+namespace merovanta {
+
+/// Builds and sends the library's HTTP requests, each bound to the service session by a header. Replies are
+/// passed through as they come: a status is for the caller to judge. Thread: main; completions arrive on a
+/// thread of the HTTP session's.
+class HttpUtil {
+ public:
+    using Completion = HttpSession::Completion;
+
+    explicit HttpUtil(std::shared_ptr<ApplicationConfigWrapper> applicationConfig);
+
+    /// A GET request with the session header. A text that is no URL ends the process.
+    [[nodiscard]] HttpRequest buildRequest(const std::string& url) const;
+
+    void get(const std::string& url, Completion completion) const;
+
+    /// The content type is announced as JSON whatever the body holds; the service expects it so.
+    void post(const std::string& url, std::string body, Completion completion) const;
+
+    void execute(HttpRequest request, Completion completion) const;
+
+    // Kept for a sticky-session cookie, which no request carries so far.
+    const std::optional<std::string> stickyCookie;
+    const std::string setCookieHeaderName = "Set-Cookie";
+    const std::string cookieHeaderName = "Cookie";
+    const std::string ssidHeadername = "X-QD-SSID";
+
+ private:
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,62 @@
+#include "General/Panoptra/Util/Url.h"
+
+#include <algorithm>
+#include <boost/url/parse.hpp>
+#include <cctype>
+
+namespace merovanta {
+
+namespace {
+
+bool isHexDigit(char character) {
+    return std::isxdigit(static_cast<unsigned char>(character)) != 0;
+}
+
+bool isEscape(std::string_view text, std::size_t at) {
+    return text[at] == '%' && at + 2 < text.size() && isHexDigit(text[at + 1]) && isHexDigit(text[at + 2]);
+}
+
+void appendEncoded(std::string& target, char character) {
+    static constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(character);
+    target += {'%', digits[byte >> 4], digits[byte & 0xF]};
+}
+
+std::string encodeIllegal(std::string_view text, std::string_view legalPunctuation) {
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char character = text[at];
+        const bool isAscii = static_cast<unsigned char>(character) < 0x80;
+        const bool isLegal = (isAscii && std::isalnum(static_cast<unsigned char>(character))) ||
+                             legalPunctuation.find(character) != std::string_view::npos || isEscape(text, at);
+        if (isLegal) {
+            encoded += character;
+        } else {
+            appendEncoded(encoded, character);
+        }
+    }
+    return encoded;
+}
+
+}  // namespace
+
+std::optional<std::string> parseUrl(std::string_view text) {
+    const auto schemeEnd = text.find("://");
+    if (schemeEnd == std::string_view::npos) return std::nullopt;
+    const std::string_view scheme = text.substr(0, schemeEnd);
+    const std::string_view rest = text.substr(schemeEnd + 3);
+    const auto hostEnd = std::min(rest.find_first_of("/?#"), rest.size());
+    const auto fragment = std::min(rest.find('#', hostEnd), rest.size());
+
+    std::string url(scheme);
+    url += "://";
+    url += encodeIllegal(rest.substr(0, hostEnd), "-._~!$&'()*+,;=:@[]");
+    url += encodeIllegal(rest.substr(hostEnd, fragment - hostEnd), "-._~!$&'()*+,;=:@/?");
+    if (fragment < rest.size()) url += '#' + encodeIllegal(rest.substr(fragment + 1), "-._~!$&'()*+,;=:@/?");
+    const auto parsed = boost::urls::parse_uri(url);
+    if (parsed.has_error() || parsed->encoded_host().empty()) return std::nullopt;
+    return url;
+}
+
+}  // namespace merovanta

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace merovanta {
+
+/// Parses a text as an absolute URL and gives it back in ASCII: characters that may not stand in a URL, such
+/// as spaces and non-ASCII letters of a host or page name, are percent-encoded. Absent if it is no URL even
+/// then.
+[[nodiscard]] std::optional<std::string> parseUrl(std::string_view text);
+
+}  // namespace merovanta

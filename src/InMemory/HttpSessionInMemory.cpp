@@ -1,0 +1,25 @@
+#include "InMemory/HttpSessionInMemory.h"
+
+#include <utility>
+
+namespace merovanta::inmemory {
+
+void HttpSessionInMemory::execute(HttpRequest request, Completion completion) {
+    HttpReply answer = server ? server(request) : failure("No route to host");
+    requests.push_back(std::move(request));
+    mTime->schedule(
+        latency, [answer = std::move(answer), completion = std::move(completion)] { completion(answer); },
+        /*onMain=*/false);
+}
+
+HttpReply HttpSessionInMemory::reply(int status, const std::string& body) {
+    HttpReply reply{.response = HttpResponse{.status = status}};
+    if (!body.empty()) reply.data = body;
+    return reply;
+}
+
+HttpReply HttpSessionInMemory::failure(const std::string& message) {
+    return {.error = StringError(message)};
+}
+
+}  // namespace merovanta::inmemory

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Platform/Geometry.h"
+
+namespace merovanta::inmemory {
+
+/// A view of the in-memory toolkit: a coloured rectangle with views in it. Change it freely, then let the
+/// window paint (ApplicationInMemory::paint()).
+struct NativeView : std::enable_shared_from_this<NativeView> {
+    /// The class, then the classes that it derives from.
+    std::vector<std::string> classNames{"View"};
+    long tag = 0;
+    Rect frame;
+    /// 0xffRRGGBB.
+    std::uint32_t color = 0xFFFFFFFF;
+    std::vector<std::shared_ptr<NativeView>> subviews;
+    std::weak_ptr<NativeView> superview;
+
+    [[nodiscard]] static std::shared_ptr<NativeView> make(const Rect& frame, std::uint32_t color,
+                                                          std::vector<std::string> classNames = {"View"}) {
+        auto view = std::make_shared<NativeView>();
+        view->frame = frame;
+        view->color = color;
+        view->classNames = std::move(classNames);
+        return view;
+    }
+
+    /// Puts the view in front of those that are there already.
+    std::shared_ptr<NativeView> add(std::shared_ptr<NativeView> view) {
+        view->superview = weak_from_this();
+        subviews.push_back(view);
+        return view;
+    }
+};
+
+}  // namespace merovanta::inmemory

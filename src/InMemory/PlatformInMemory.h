@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+
+#include "InMemory/ApplicationInMemory.h"
+#include "InMemory/BundleInMemory.h"
+#include "InMemory/ClockInMemory.h"
+#include "InMemory/HttpSessionInMemory.h"
+#include "InMemory/MainQueueInMemory.h"
+#include "InMemory/RandomInMemory.h"
+#include "InMemory/ScreenCaptureInMemory.h"
+#include "InMemory/TapRecognizersInMemory.h"
+#include "InMemory/TimerFactoryInMemory.h"
+#include "InMemory/UserDefaultsInMemory.h"
+#include "InMemory/VirtualTime.h"
+#include "InMemory/WorkQueueInMemory.h"
+#include "Platform/Platform.h"
+
+namespace merovanta::inmemory {
+
+/// A whole machine for tests: everything on one thread, in virtual time, the same every time.
+class PlatformInMemory : public Platform {
+ public:
+    PlatformInMemory() : mCapture(time, app) {}
+
+    /// Makes a new one the process's platform, and the library forget all it knew.
+    static std::shared_ptr<PlatformInMemory> installNew();
+
+    /// Takes the platform away again.
+    static void uninstall();
+
+    ApplicationInMemory& application() override { return app; }
+    ScreenCaptureInMemory& screenCapture() override { return mCapture; }
+    TapRecognizersInMemory& tapRecognizers() override { return mTapRecognizers; }
+    MainQueueInMemory& mainQueue() override { return mMainQueue; }
+    WorkQueueInMemory& workQueue() override { return mWorkQueue; }
+    TimerFactoryInMemory& timers() override { return mTimers; }
+    ClockInMemory& clock() override { return mClock; }
+    RandomInMemory& random() override { return mRandom; }
+    HttpSessionInMemory& httpSession() override { return mHttpSession; }
+    UserDefaultsInMemory& userDefaults() override { return mUserDefaults; }
+    BundleInMemory& bundle() override { return mBundle; }
+
+    const std::shared_ptr<VirtualTime> time = std::make_shared<VirtualTime>();
+    ApplicationInMemory app;
+
+ private:
+    ScreenCaptureInMemory mCapture;
+    TapRecognizersInMemory mTapRecognizers;
+    MainQueueInMemory mMainQueue{time};
+    WorkQueueInMemory mWorkQueue{time};
+    TimerFactoryInMemory mTimers{time};
+    ClockInMemory mClock{time};
+    RandomInMemory mRandom;
+    HttpSessionInMemory mHttpSession{time};
+    UserDefaultsInMemory mUserDefaults;
+    BundleInMemory mBundle;
+};
+
+}  // namespace merovanta::inmemory

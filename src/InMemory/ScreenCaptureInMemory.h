@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "InMemory/ApplicationInMemory.h"
+#include "InMemory/VirtualTime.h"
+#include "Platform/ScreenCapture.h"
+
+namespace merovanta::inmemory {
+
+/// Draws the view tree as coloured rectangles.
+class ScreenCaptureInMemory : public ScreenCapture {
+ public:
+    ScreenCaptureInMemory(std::shared_ptr<VirtualTime> time, ApplicationInMemory& application)
+        : mTime(std::move(time)), mApplication(application) {}
+
+    [[nodiscard]] std::uint64_t paintSerial(const View& root) override;
+    void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
+                 Completion completion) override;
+
+    /// How many pictures were asked for.
+    int captures = 0;
+
+    /// From the picture to its delivery, as a toolkit with a render thread has it.
+    std::chrono::milliseconds delay{0};
+
+ private:
+    std::shared_ptr<VirtualTime> mTime;
+    ApplicationInMemory& mApplication;
+};
+
+}  // namespace merovanta::inmemory

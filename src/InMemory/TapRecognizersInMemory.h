@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "Platform/TapRecognizer.h"
+
+namespace merovanta::inmemory {
+
+/// Recognisers that fire when they are told of a tap.
+class TapRecognizersInMemory : public TapRecognizerFactory {
+ public:
+    [[nodiscard]] std::unique_ptr<TapRecognizer> create(Action action) override;
+
+    /// Taps the screen at this place of the attached view: reports the state to every attached recogniser.
+    void tap(const Point& point, TapRecognizer::State state = TapRecognizer::State::ended);
+
+    /// How many recognisers are attached to a view.
+    [[nodiscard]] std::size_t attached() const { return mAttached->size(); }
+
+    /// Makes create() fail.
+    bool isBroken = false;
+
+ private:
+    class Recognizer;
+    // Outlives the factory for as long as a recogniser does.
+    std::shared_ptr<std::vector<Recognizer*>> mAttached = std::make_shared<std::vector<Recognizer*>>();
+};
+
+}  // namespace merovanta::inmemory

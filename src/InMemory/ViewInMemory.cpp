@@ -1,0 +1,64 @@
+#include "InMemory/ViewInMemory.h"
+
+#include <algorithm>
+
+namespace merovanta::inmemory {
+
+namespace {
+
+/// Where the view's own origin lies in the window.
+Point originInWindow(std::shared_ptr<NativeView> view) {
+    Point origin;
+    for (; view; view = view->superview.lock()) {
+        origin.x += view->frame.x;
+        origin.y += view->frame.y;
+    }
+    return origin;
+}
+
+}  // namespace
+
+std::string ViewInMemory::className() const {
+    const auto view = native();
+    return view ? view->classNames.front() : std::string();
+}
+
+bool ViewInMemory::isKindOf(std::string_view name) const {
+    const auto view = native();
+    return view &&
+           std::find(view->classNames.begin(), view->classNames.end(), name) != view->classNames.end();
+}
+
+long ViewInMemory::tag() const {
+    const auto view = native();
+    return view ? view->tag : 0;
+}
+
+Rect ViewInMemory::frame() const {
+    const auto view = native();
+    return view ? view->frame : Rect();
+}
+
+Rect ViewInMemory::bounds() const {
+    return {0, 0, frame().width, frame().height};
+}
+
+std::vector<std::shared_ptr<View>> ViewInMemory::subviews() const {
+    std::vector<std::shared_ptr<View>> handles;
+    if (const auto view = native()) {
+        for (const auto& subview : view->subviews)
+            handles.push_back(std::make_shared<ViewInMemory>(subview));
+    }
+    return handles;
+}
+
+Rect ViewInMemory::convert(const Rect& rect, const View& target) const {
+    const auto from = native();
+    const auto to = dynamic_cast<const ViewInMemory&>(target).native();
+    if (!from || !to) return {};
+    const Point source = originInWindow(from);
+    const Point destination = originInWindow(to);
+    return {rect.x + source.x - destination.x, rect.y + source.y - destination.y, rect.width, rect.height};
+}
+
+}  // namespace merovanta::inmemory
