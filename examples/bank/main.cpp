@@ -1,0 +1,100 @@
+#include <Merovanta/CustomConfiguration.h>
+#include <Merovanta/Merovanta.h>
+#include <Merovanta/Quick.h>
+
+#include <QFont>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QQmlApplicationEngine>
+#include <QSurfaceFormat>
+#include <QTimer>
+#include <cstdio>
+
+#include "Options.h"
+#include "ServiceProbe.h"
+#include "Tour.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+void renderOffscreenWithoutDisplay() {
+    if (qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
+        qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND")) qputenv("QT_QUICK_BACKEND", "software");
+    std::fprintf(stderr, "merovanta-bank: no display, drawing offscreen\n");
+}
+
+void setUpLooks() {
+    QFont font;
+    font.setFamilies({QStringLiteral("Inter"), QStringLiteral("Roboto"), QStringLiteral("Liberation Sans"),
+                      QStringLiteral("sans-serif")});
+    QGuiApplication::setFont(font);
+    // The bank is Irish; a system that names no country gets its formats.
+    if (QLocale().language() == QLocale::C) QLocale::setDefault(QLocale(QLocale::English, QLocale::Ireland));
+}
+
+// Gives back the service's address.
+QString configureMerovanta(const Options& options) {
+    merovanta::CustomConfiguration config(options.tenant.toStdString(), options.token.toStdString());
+    if (options.server) config.setServerUrl(options.server->toStdString());
+    merovanta::Merovanta::initConfig(config);
+    return QString::fromStdString(merovanta::Merovanta::configuration().server());
+}
+
+// A running session says goodbye to the service by a request, which needs the event loop a moment longer.
+void exitGracefully(const QObject& window) {
+    if (!window.property("sharing").toBool()) return QCoreApplication::quit();
+    merovanta::Merovanta::panoptra().stop();
+    QTimer::singleShot(250ms, qApp, &QCoreApplication::quit);
+}
+
+void startTour(Tour& tour) {
+    QObject::connect(&tour, &Tour::roundFinished, [](int round) {
+        std::printf("merovanta-bank: tour round %d finished\n", round);
+        std::fflush(stdout);
+    });
+    QObject::connect(&tour, &Tour::failed, [](const QString& step) {
+        std::fprintf(stderr, "merovanta-bank: the tour got stuck at \"%s\"\n", qPrintable(step));
+        QCoreApplication::exit(EXIT_FAILURE);
+    });
+    tour.start();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    renderOffscreenWithoutDisplay();
+    QSurfaceFormat format = QSurfaceFormat::defaultFormat();
+    format.setSamples(4);
+    QSurfaceFormat::setDefaultFormat(format);
+
+    merovanta::quick::initialize();
+    QGuiApplication app(argc, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("merovanta-bank"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Alderbrook Bank"));
+    QGuiApplication::setApplicationVersion(QStringLiteral("1.0"));
+    setUpLooks();
+    const Options options = Options::parse(app);
+    ServiceProbe probe(configureMerovanta(options));
+
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.setInitialProperties({{QStringLiteral("probe"), QVariant::fromValue(&probe)},
+                                 {QStringLiteral("sentinel"), options.sentinel},
+                                 {QStringLiteral("shareAtOnce"), options.start}});
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Bank/Main.qml")));
+    if (engine.rootObjects().isEmpty()) return EXIT_FAILURE;
+    auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+
+    std::optional<Tour> tour;
+    if (options.tour) {
+        tour.emplace(window, options.screenshotDir);
+        startTour(*tour);
+    }
+    if (options.exitAfter)
+        QTimer::singleShot(*options.exitAfter, window, [window] { exitGracefully(*window); });
+    return QGuiApplication::exec();
+}

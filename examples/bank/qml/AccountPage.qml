@@ -1,0 +1,141 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+FocusScope {
+    id: page
+
+    required property int account
+    readonly property Account details: Ledger.accounts[account]
+    signal back
+
+    objectName: "accountPage"
+    Keys.onEscapePressed: back()
+    Keys.onBackPressed: back()
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.background
+    }
+
+    NavigationBar {
+        id: bar
+        width: parent.width
+        title: page.details.name
+        onBack: page.back()
+    }
+
+    ListView {
+        id: list
+        objectName: "accountTransactions"
+        anchors.fill: parent
+        anchors.topMargin: bar.height
+        clip: true
+        pixelAligned: true
+        cacheBuffer: 0
+        bottomMargin: 24
+
+        property bool scrolled: false
+        onMovementStarted: scrolled = true
+        onOriginYChanged: {
+            if (!scrolled)
+                contentY = originY;
+        }
+
+        ScrollBar.vertical: ScrollBar {
+            width: 6
+        }
+
+        model: {
+            const rows = [];
+            for (let i = 0; i < Ledger.transactions.count; ++i) {
+                const entry = Ledger.transactions.get(i);
+                if (entry.account === page.account)
+                    rows.push({ payee: entry.payee, note: entry.note, icon: entry.icon, amount: entry.amount, daysAgo: entry.daysAgo });
+            }
+            return rows;
+        }
+
+        header: Item {
+            width: list.width
+            implicitHeight: top.implicitHeight + 8
+
+            ColumnLayout {
+                id: top
+                x: Theme.margin
+                width: parent.width - 2 * x
+                spacing: 0
+
+                Text {
+                    Layout.topMargin: 12
+                    Layout.alignment: Qt.AlignHCenter
+                    text: qsTr("Available balance")
+                    color: Theme.inkSoft
+                    font.pixelSize: Theme.label
+                }
+                PrivateText {
+                    Layout.topMargin: 4
+                    Layout.alignment: Qt.AlignHCenter
+                    text: Ledger.money(page.details.balance)
+                    viewTag: Privacy.accountBalance
+                    font.pixelSize: 40
+                    font.weight: Font.Bold
+                }
+
+                Surface {
+                    Layout.fillWidth: true
+                    Layout.topMargin: 22
+                    implicitHeight: facts.implicitHeight + 32
+
+                    ColumnLayout {
+                        id: facts
+                        x: 16
+                        y: 16
+                        width: parent.width - 32
+                        spacing: 12
+
+                        DetailRow {
+                            Layout.fillWidth: true
+                            label: qsTr("Type")
+                            value: page.details.kind
+                        }
+                        DetailRow {
+                            Layout.fillWidth: true
+                            label: qsTr("IBAN")
+                            value: page.details.iban
+                            isPrivate: true
+                            viewTag: Privacy.accountIban
+                        }
+                        DetailRow {
+                            Layout.fillWidth: true
+                            label: qsTr("Account holder")
+                            value: Ledger.customerName
+                        }
+                    }
+                }
+
+                Text {
+                    Layout.topMargin: 26
+                    Layout.bottomMargin: 4
+                    text: qsTr("Transactions")
+                    color: Theme.ink
+                    font.pixelSize: Theme.heading
+                    font.weight: Font.DemiBold
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
+            }
+        }
+
+        delegate: TransactionRow {
+            required property var modelData
+
+            x: 4
+            width: ListView.view.width - 8
+            title: modelData.payee
+            detail: Ledger.dayName(modelData.daysAgo) + " · " + modelData.note
+            iconName: modelData.icon
+            amount: modelData.amount
+        }
+    }
+}

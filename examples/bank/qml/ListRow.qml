@@ -1,0 +1,84 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+// An icon, a title with a line below it, and whatever stands at the end.
+ItemDelegate {
+    id: row
+
+    required property string title
+    property string detail: ""
+    property string iconName: ""
+    property color iconColor: Theme.accent
+    property bool separated: false
+    default property alias trailing: end.data
+
+    implicitHeight: 68
+    leftPadding: 16
+    rightPadding: 16
+    topPadding: 0
+    bottomPadding: 0
+    hoverEnabled: true
+    Accessible.name: detail === "" ? title : title + ", " + detail
+
+    background: Rectangle {
+        color: row.down ? "#eef3ee" : "transparent"
+        radius: Theme.radius
+        border.width: row.visualFocus ? 2 : 0
+        border.color: Theme.accent
+
+        Rectangle {
+            visible: row.separated
+            x: 72
+            width: parent.width - x - 16
+            height: 1
+            color: Theme.line
+        }
+    }
+
+    contentItem: RowLayout {
+        spacing: 14
+
+        Rectangle {
+            visible: row.iconName !== ""
+            implicitWidth: 42
+            implicitHeight: 42
+            radius: 21
+            color: Theme.accentSoft
+
+            Icon {
+                anchors.centerIn: parent
+                name: row.iconName
+                color: row.iconColor
+                size: 21
+            }
+        }
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 2
+
+            Text {
+                Layout.fillWidth: true
+                text: row.title
+                color: Theme.ink
+                elide: Text.ElideRight
+                font.pixelSize: Theme.body
+                font.weight: Font.Medium
+            }
+            Text {
+                Layout.fillWidth: true
+                visible: row.detail !== ""
+                text: row.detail
+                color: Theme.inkSoft
+                elide: Text.ElideRight
+                font.pixelSize: Theme.caption
+            }
+        }
+
+        RowLayout {
+            id: end
+            spacing: 8
+        }
+    }
+}

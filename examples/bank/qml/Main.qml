@@ -1,0 +1,103 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Bank
+
+ApplicationWindow {
+    id: window
+
+    required property ServiceProbe probe
+    property bool sentinel: false
+    property bool shareAtOnce: false
+    readonly property bool sharing: shareSession.active
+
+    width: 390
+    height: 844
+    minimumWidth: 320
+    minimumHeight: 640
+    visible: true
+    title: qsTr("Alderbrook Bank")
+    color: Theme.background
+
+    Component.onCompleted: {
+        Privacy.sentinel = sentinel;
+        if (shareAtOnce)
+            shareSession.start();
+    }
+
+    // Transitions run on the GUI thread, where the masks are computed.
+    StackView {
+        id: stack
+        anchors.fill: parent
+        focus: true
+        initialItem: loginPage
+
+        pushEnter: Transition {
+            NumberAnimation { property: "x"; from: stack.width; to: 0; duration: Theme.calm; easing.type: Easing.OutCubic }
+        }
+        pushExit: Transition {
+            NumberAnimation { property: "x"; from: 0; to: -stack.width * 0.3; duration: Theme.calm; easing.type: Easing.OutCubic }
+        }
+        popEnter: Transition {
+            NumberAnimation { property: "x"; from: -stack.width * 0.3; to: 0; duration: Theme.calm; easing.type: Easing.OutCubic }
+        }
+        popExit: Transition {
+            NumberAnimation { property: "x"; from: 0; to: stack.width; duration: Theme.calm; easing.type: Easing.OutCubic }
+        }
+        replaceEnter: Transition {
+            NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.calm }
+        }
+        replaceExit: Transition {
+            NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Theme.calm }
+        }
+    }
+
+    SharingPill {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 10
+        session: shareSession
+    }
+
+    ShareSession {
+        id: shareSession
+        probe: window.probe
+    }
+
+    Component {
+        id: loginPage
+
+        LoginPage {
+            onSignedIn: stack.replace(mainTabs)
+        }
+    }
+
+    Component {
+        id: mainTabs
+
+        MainTabs {
+            id: tabs
+            session: shareSession
+            onAccountOpened: account => stack.push(accountPage, { account: account })
+            onTransferSent: (recipient, amount) => {
+                shareSession.note("transfer sent");
+                stack.push(transferDonePage, { recipient: recipient, amount: amount });
+            }
+            onSignedOut: stack.replace(loginPage)
+        }
+    }
+
+    Component {
+        id: accountPage
+
+        AccountPage {
+            onBack: stack.pop()
+        }
+    }
+
+    Component {
+        id: transferDonePage
+
+        TransferDonePage {
+            onDone: stack.pop()
+        }
+    }
+}

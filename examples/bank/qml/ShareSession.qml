@@ -1,0 +1,53 @@
+import QtQuick
+import Bank
+import Merovanta
+
+// The state of screen sharing as the app shows it. Has no looks of its own.
+Item {
+    id: session
+
+    required property ServiceProbe probe
+    property bool active: false
+    property bool watched: false
+    property bool failed: false
+    property string code: ""
+
+    function start(): void {
+        failed = false;
+        watched = false;
+        Merovanta.panoptra.start();
+        code = Merovanta.panoptra.shareId();
+        active = true;
+        probe.check();
+    }
+
+    function stop(): void {
+        Merovanta.panoptra.stop();
+        active = false;
+    }
+
+    function note(text: string): void {
+        if (active)
+            Merovanta.panoptra.tag(text);
+    }
+
+    function look(): void {
+        watched = Merovanta.panoptra.connected();
+    }
+
+    Connections {
+        target: session.probe
+
+        function onUnreachable(): void {
+            session.failed = true;
+        }
+    }
+
+    // The adviser comes and goes without the app being told.
+    Timer {
+        interval: 500
+        repeat: true
+        running: session.active
+        onTriggered: session.look()
+    }
+}

@@ -1,0 +1,40 @@
+import QtQuick
+
+// Reminds the customer on every screen that somebody may be watching.
+Rectangle {
+    id: pill
+
+    required property ShareSession session
+
+    visible: session.active && !session.failed
+    width: content.width + 24
+    height: 26
+    radius: 13
+    color: Theme.deep
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: words.text
+
+    Row {
+        id: content
+        anchors.centerIn: parent
+        spacing: 7
+
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            width: 8
+            height: 8
+            radius: 4
+            color: pill.session.watched ? "#5fe0a7" : "#f2c14e"
+        }
+        Text {
+            id: words
+            anchors.verticalCenter: parent.verticalCenter
+            text: pill.session.watched ? qsTr("An adviser sees this screen")
+                                       : qsTr("Screen shared · %1").arg(pill.session.code)
+            color: Theme.accentText
+            font.pixelSize: 12
+            font.weight: Font.Medium
+        }
+    }
+}
