@@ -39,6 +39,11 @@ std::string encodeIllegal(std::string_view text, std::string_view legalPunctuati
     return encoded;
 }
 
+/// The parser takes what it does not understand of the authority ("host:port:1") for the path.
+bool isAuthorityUnderstood(const boost::urls::url_view& url) {
+    return !url.encoded_host().empty() && (url.encoded_path().empty() || url.encoded_path().starts_with('/'));
+}
+
 }  // namespace
 
 std::optional<std::string> parseUrl(std::string_view text) {
@@ -55,7 +60,7 @@ std::optional<std::string> parseUrl(std::string_view text) {
     url += encodeIllegal(rest.substr(hostEnd, fragment - hostEnd), "-._~!$&'()*+,;=:@/?");
     if (fragment < rest.size()) url += '#' + encodeIllegal(rest.substr(fragment + 1), "-._~!$&'()*+,;=:@/?");
     const auto parsed = boost::urls::parse_uri(url);
-    if (parsed.has_error() || parsed->encoded_host().empty()) return std::nullopt;
+    if (parsed.has_error() || !isAuthorityUnderstood(*parsed)) return std::nullopt;
     return url;
 }
 

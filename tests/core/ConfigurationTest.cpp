@@ -1,0 +1,137 @@
+#include <gmock/gmock.h>
+
+#include <regex>
+
+#include "General/ConstantUtils.h"
+#include "General/Log.h"
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Panoptra.h"
+#include "General/Panoptra/Util/IdUtils.h"
+#include "General/Panoptra/VisitorMetadata.h"
+#include "support/LibraryTest.h"
+
+namespace merovanta::testing {
+namespace {
+
+class ConfigurationTest : public LibraryTest {};
+
+TEST_F(ConfigurationTest, WithoutHostsOnlyTenantTokenAndVisitChange) {
+    const ApplicationConfig before = config();
+    Merovanta::initConfig("other", "secret");
+    EXPECT_EQ(config().tenantId, "other");
+    EXPECT_EQ(config().token, "secret");
+    EXPECT_EQ(config().hostname, before.hostname);
+    EXPECT_EQ(config().cdnPath, before.cdnPath);
+    EXPECT_EQ(config().visitConfig->sessionId, before.visitConfig->sessionId);
+    EXPECT_NE(config().visitConfig->visitId, before.visitConfig->visitId);
+    EXPECT_EQ(config().visitConfig->visitorId, platform->app.vendorIdentifier);
+}
+
+TEST_F(ConfigurationTest, ServerAndContentHostsAreKeptApartWithTheirAsymmetry) {
+    config().cdnPath.reset();
+    CustomConfiguration first("tenant", "token");
+    first.setServerUrl("one.example");
+    Merovanta::initConfig(first);
+    EXPECT_EQ(config().hostname, "one.example");
+    EXPECT_EQ(config().cdnPath, "one.example");
+    EXPECT_EQ(Merovanta::configuration().cdnPath(), "https://one.example/cdn");
+
+    CustomConfiguration second("tenant", "token");
+    second.setServerUrl("two.example");
+    Merovanta::initConfig(second);
+    EXPECT_EQ(config().hostname, "two.example");
+    EXPECT_EQ(config().cdnPath, "one.example");
+    EXPECT_EQ(Merovanta::configuration().server(), "two.example");
+
+    second.setCdnUrl("content.two.example");
+    Merovanta::initConfig(second);
+    EXPECT_EQ(config().cdnPath, "https://content.two.example/cdn");
+    EXPECT_EQ(Merovanta::configuration().cdnPath(), "https://content.two.example/cdn");
+
+    Merovanta::configuration().setCdnServer("third.example");
+    EXPECT_EQ(Merovanta::configuration().server(), "two.example");
+    Merovanta::configuration().setServer("four.example");
+    EXPECT_EQ(Merovanta::configuration().cdnPath(), "https://four.example/cdn");
+    EXPECT_EQ(config().hostname, "two.example");
+}
+
+TEST_F(ConfigurationTest, FacadesAndComponentsAreMadeOnce) {
+    EXPECT_EQ(&Merovanta::panoptra(), &Merovanta::panoptra());
+    EXPECT_EQ(&Merovanta::configuration(), &Merovanta::configuration());
+    const auto panoptra = Injection::resolve<Panoptra>();
+    ASSERT_TRUE(panoptra);
+    EXPECT_EQ(panoptra, Injection::resolve<Panoptra>());
+    EXPECT_EQ(Injection::resolve<MessageSenderManager>()->xhrSender, Injection::resolve<XhrMessageSender>());
+    EXPECT_FALSE(Injection::resolve<int>());
+}
+
+TEST_F(ConfigurationTest, ConstantsComeFromTheFirstBundleThatHasTheList) {
+    EXPECT_EQ(ConstantUtils::value("WebSocketProtocol"), "wss");
+    EXPECT_FALSE(ConstantUtils::value("Nothing"));
+
+    auto& lists = platform->bundle().lists;
+    lists.clear();
+    ConstantUtils::forget();
+    EXPECT_FALSE(ConstantUtils::value("Hostname"));
+    lists[{"com.merovanta.panoptra.PanoptraConference", "Config"}] = {{"Hostname", "late.example"},
+                                                                      {"HttpProtocol", 7}};
+    EXPECT_EQ(ConstantUtils::value("Hostname"), "late.example");
+    EXPECT_FALSE(ConstantUtils::value("HttpProtocol"));
+    lists.clear();
+    EXPECT_EQ(ConstantUtils::value("Hostname"), "late.example");
+}
+
+TEST_F(ConfigurationTest, WithoutAPlatformEveryCallSaysSoAndDoesNothing) {
+    inmemory::PlatformInMemory::uninstall();
+    expectError("[ERROR] Merovanta: Cannot find instance of Application Config");
+    expectError("[ERROR] MerovantaPanoptra: Cannot find instance of Panoptra");
+    expectError("[ERROR] MerovantaPanoptra: Cannot find instance of ApplicationConfigWrapper");
+    Merovanta::initConfig("tenant", "token");
+    Merovanta::panoptra().start();
+    Merovanta::panoptra().start("tenant", "token");
+    Merovanta::panoptra().stop();
+    Merovanta::panoptra().tag("x");
+    EXPECT_FALSE(Merovanta::panoptra().connected());
+    EXPECT_EQ(Merovanta::panoptra().shareId(), "");
+    EXPECT_EQ(log.lines("[ERROR] MerovantaPanoptra: Cannot find instance of Panoptra").size(), 5);
+}
+
+TEST_F(ConfigurationTest, IdentifiersHaveTheirForms) {
+    const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_TRUE(std::regex_match(IdUtils::newUuid(), uuid));
+        const int code = std::stoi(IdUtils::newShareCode());
+        EXPECT_TRUE(code >= 10000 && code <= 99999);
+    }
+    EXPECT_NE(IdUtils::newUuid(), IdUtils::newUuid());
+}
+
+TEST_F(ConfigurationTest, TheCustomerIdIsMadeOnceAndStored) {
+    platform->userDefaults().set("cId", "");
+    const std::string id = IdUtils::customerId();
+    EXPECT_TRUE(std::regex_match(id, std::regex("[0-9a-f]{32}")));
+    EXPECT_EQ(IdUtils::customerId(), id);
+    EXPECT_EQ(platform->userDefaults().synchronized().at("cId"), id);
+    platform->userDefaults().remove("cId");
+    EXPECT_EQ(platform->userDefaults().string("cId"), "");
+    EXPECT_NE(IdUtils::customerId(), id);
+}
+
+TEST_F(ConfigurationTest, ARecordOfTheVisitorLeavesOutWhatIsAbsent) {
+    config().visitConfig->sessionId.reset();
+    EXPECT_EQ(VisitorMetadata(config()).toJson().dump(),
+              R"({"tId":"tenant","vId":"00000000-1111-2222-3333-444444444444"})");
+}
+
+TEST_F(ConfigurationTest, ALogLineNamesItsFileAndStaysOneLine) {
+    expectError("[ERROR] ConfigurationTest: two [ERROR] Forged: lines");
+    Log::error("two\n[ERROR] Forged: lines");
+}
+
+TEST_F(ConfigurationTest, ADeviceWithoutIdentifierIsFatal) {
+    platform->app.vendorIdentifier.reset();
+    EXPECT_DEATH(Merovanta::initConfig("tenant", "token"), "The device has no vendor identifier");
+}
+
+}  // namespace
+}  // namespace merovanta::testing

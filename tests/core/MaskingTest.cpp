@@ -1,0 +1,167 @@
+#include <gmock/gmock.h>
+
+#include "General/Panoptra/Monitoring/MaskedFrame.h"
+#include "General/Panoptra/Util/PrivacyUtils.h"
+#include "InMemory/ViewInMemory.h"
+#include "support/LibraryTest.h"
+#include "support/Picture.h"
+
+namespace merovanta::testing {
+namespace {
+
+using inmemory::NativeView;
+using inmemory::ViewInMemory;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+constexpr std::uint32_t sentinel = 0xFFFF00FF;
+constexpr std::uint32_t white = 0xFFFFFFFF;
+constexpr std::uint32_t black = 0xFF000000;
+
+class MaskingTest : public LibraryTest {
+ protected:
+    [[nodiscard]] std::vector<Rect> areas(const IOSConfig& lists) const {
+        std::vector<Rect> rects;
+        const auto found = PrivacyUtils::maskAreas(std::make_shared<ViewInMemory>(screen), lists);
+        for (const auto& area : found.value())
+            rects.push_back(area.rect);
+        return rects;
+    }
+
+    /// A private view that fills a wrapper of its own, as hosts lay them out.
+    std::shared_ptr<NativeView> addPrivate(const Rect& frame, long tag) {
+        const auto wrapper = screen->add(NativeView::make(frame, white));
+        const auto view =
+            wrapper->add(NativeView::make({0, 0, frame.width, frame.height}, sentinel, {"Secret", "Field"}));
+        view->tag = tag;
+        return wrapper;
+    }
+
+    void expectNoSentinelLeft() {
+        for (const auto& jpeg : service.screenshots())
+            EXPECT_FALSE(Picture(jpeg).containsAbout(sentinel));
+    }
+};
+
+TEST_F(MaskingTest, FindsTheFirstViewWithATagAndAllViewsOfAClass) {
+    addPrivate({10, 20, 100, 40}, 12);
+    addPrivate({10, 220, 100, 40}, 12);
+    screen->add(NativeView::make({5, 400, 50, 50}, white, {"Secret"}))
+        ->add(NativeView::make({1, 2, 3, 4}, white, {"Other", "Secret"}));
+    EXPECT_THAT(areas({{"12"}, {}}), ElementsAre(Rect{10, 20, 100, 40}));
+    EXPECT_THAT(areas({{}, {"Field"}}), ElementsAre(Rect{10, 20, 100, 40}, Rect{10, 220, 100, 40}));
+    // A view that does not lie at its superview's origin is taken at twice its offset.
+    EXPECT_THAT(areas({{}, {"Secret"}}), ElementsAre(Rect{10, 20, 100, 40}, Rect{10, 220, 100, 40},
+                                                     Rect{10, 800, 50, 50}, Rect{7, 404, 3, 4}));
+    EXPECT_THAT(areas({{"13"}, {}}), IsEmpty());
+}
+
+TEST_F(MaskingTest, BadEntriesAreLoggedAndSkipped) {
+    addPrivate({10, 20, 100, 40}, 12);
+    platform->app.classes = {"Known"};
+    EXPECT_THAT(
+        areas({{"12a", "", " 12", "0x0C", "99999999999999999999", "+12"}, {"Unknown", "Known", "Field"}}),
+        SizeIs(2));
+    EXPECT_THAT(log.lines("[WARNING] PrivacyUtils: Cannot convert tag to integer"), SizeIs(5));
+    EXPECT_THAT(log.lines("[WARNING] PrivacyUtils: Cannot convert class name to class"), SizeIs(1));
+}
+
+TEST_F(MaskingTest, OnlyTheOriginIsDividedByTheScale) {
+    PixelBuffer pixels;
+    pixels.resize(600, 300);
+    for (std::size_t y = 0; y < 300; ++y)
+        std::fill_n(pixels.row(y), 600, white);
+    const MaskedFrame masked({.pixels = pixels, .masks = {{Rect{30, 60, 100, 40}, nullptr}}, .scale = 3});
+    std::size_t blackPixels = 0;
+    for (std::size_t y = 0; y < 300; ++y) {
+        blackPixels +=
+            static_cast<std::size_t>(std::count(masked.pixels().row(y), masked.pixels().row(y) + 600, black));
+    }
+    // (10, 20, 100, 40) in points.
+    EXPECT_EQ(blackPixels, 300 * 120);
+    EXPECT_EQ(masked.pixels().row(60)[30], black);
+    EXPECT_EQ(masked.pixels().row(179)[329], black);
+    EXPECT_EQ(masked.pixels().row(59)[30], white);
+    EXPECT_EQ(masked.pixels().row(60)[29], white);
+}
+
+TEST_F(MaskingTest, AreasOutsideThePictureOrBetweenPixelsCoverWhatTheyTouch) {
+    PixelBuffer pixels;
+    const auto paint = [&pixels](const Rect& area) {
+        pixels.resize(4, 4);
+        for (std::size_t y = 0; y < 4; ++y)
+            std::fill_n(pixels.row(y), 4, white);
+        PrivacyUtils::drawBlackRectangle(area, 1, pixels);
+        std::size_t count = 0;
+        for (std::size_t y = 0; y < 4; ++y) {
+            count += static_cast<std::size_t>(std::count(pixels.row(y), pixels.row(y) + 4, black));
+        }
+        return count;
+    };
+    EXPECT_EQ(paint({-2, -2, 3, 3}), 1);
+    EXPECT_EQ(paint({0.9, 0.9, 0.2, 0.2}), 4);
+    EXPECT_EQ(paint({10, 10, 5, 5}), 0);
+    EXPECT_EQ(paint({-1e300, -1e300, 2e300, 2e300}), 16);
+    EXPECT_EQ(paint({std::nan(""), 1, 2, 1}), 4);
+    EXPECT_EQ(paint({1, 1, -5, -5}), 0);
+}
+
+TEST_F(MaskingTest, NoPictureOfASessionShowsWhatIsPrivate) {
+    service.initReply["ios"] = {{"blacklist", {"12"}}, {"blacklistClasses", {"Field"}}};
+    const auto scrolling = addPrivate({10, 20, 100, 40}, 12);
+    addPrivate({10, 300, 200, 40}, 0);
+    platform->screenCapture().delay = 40ms;
+    startSession();
+    for (int step = 0; step < 200; ++step) {
+        // Moves between the picture and its delivery as well: pixels and areas must be of one moment.
+        scrolling->frame.y = 20 + 3.7 * step;
+        platform->app.paint();
+        advance(50ms);
+    }
+    EXPECT_GT(service.screenshots().size(), 20);
+    expectNoSentinelLeft();
+}
+
+TEST_F(MaskingTest, ListsThatChangeWhileAPictureIsUnderWayTakeEffectBeforeItLeaves) {
+    addPrivate({10, 20, 100, 40}, 12);
+    platform->screenCapture().delay = 200ms;
+    Merovanta::panoptra().start();
+    advance(400ms);  // the first picture is taken, without masks, and under way
+    ASSERT_EQ(platform->screenCapture().captures, 1);
+    config().panoptraConfig->iosConfig = IOSConfig{{"12"}, {}};
+    advance(5s);
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+    expectNoSentinelLeft();
+
+    // A change of the lists alone gives a new picture.
+    config().panoptraConfig->iosConfig = IOSConfig{};
+    advance(5s);
+    EXPECT_THAT(service.screenshots(), SizeIs(2));
+}
+
+TEST_F(MaskingTest, APictureThatWasUnderWayAtAStopIsNeverSent) {
+    platform->screenCapture().delay = 200ms;
+    Merovanta::panoptra().start();
+    advance(400ms);
+    Merovanta::panoptra().stop();
+    service.initReply["ios"]["blacklist"] = {"12"};
+    addPrivate({10, 20, 100, 40}, 12);
+    platform->app.paint();
+    startSession();
+    advance(5s);
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+    expectNoSentinelLeft();
+}
+
+TEST_F(MaskingTest, AScreenThatDiesDuringTheCaptureGivesNoPicture) {
+    auto native = NativeView::make({}, white);
+    const auto view = std::make_shared<ViewInMemory>(native);
+    EXPECT_TRUE(PrivacyUtils::maskAreas(view, {}));
+    native.reset();
+    EXPECT_FALSE(PrivacyUtils::maskAreas(view, {}));
+    EXPECT_FALSE(PrivacyUtils::maskAreas(nullptr, {}));
+}
+
+}  // namespace
+}  // namespace merovanta::testing

@@ -1,0 +1,339 @@
+#include <gmock/gmock.h>
+
+#include "support/LibraryTest.h"
+
+namespace merovanta::testing {
+namespace {
+
+using inmemory::HttpSessionInMemory;
+using inmemory::NativeController;
+using inmemory::NativeView;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class SessionTest : public LibraryTest {
+ protected:
+    /// The requests so far, as method and path; the polled stream's POSTs are left out.
+    [[nodiscard]] std::vector<std::string> requestLines() const {
+        std::vector<std::string> lines;
+        for (const auto& request : platform->httpSession().requests) {
+            const std::string line = request.method + " " + FakeService::path(request);
+            if (line != "POST api/ix/m") lines.push_back(line);
+        }
+        return lines;
+    }
+};
+
+TEST_F(SessionTest, TellsTheServiceWhoAndWhereBeforeAnythingElse) {
+    platform->app.screen.bounds = {0, 0, 390.9, 844.2};
+    startSession();
+    EXPECT_THAT(requestLines(), ElementsAre("POST api/in/im/c", "GET api/ix/m"));
+    const HttpRequest init = platform->httpSession().requests.front();
+    const VisitConfig visit = *config().visitConfig;
+    EXPECT_EQ(init.url, "https://service.example/api/in/im/c");
+    EXPECT_EQ(init.body, R"({"shId":")" + Merovanta::panoptra().shareId() +
+                             R"(","qdu":"","url":"HomePage","start":1700000000000,"init":false,)"
+                             R"("page":{"width":390,"height":844,"docHeight":0,"docWidth":0},"vId":")" +
+                             *visit.visitorId + R"(","sId":")" + *visit.sessionId + R"(","viId":")" +
+                             *visit.visitId + R"(","tId":"tenant","optin":false})");
+    for (const auto& request : platform->httpSession().requests) {
+        EXPECT_EQ(FakeService::header(request, "X-QD-SSID"), *visit.sessionId);
+        if (request.method == "POST") {
+            EXPECT_EQ(FakeService::header(request, "Content-Type"), "application/json");
+        }
+    }
+}
+
+TEST_F(SessionTest, LogsTheRoadOfAStart) {
+    startSession();
+    std::vector<std::string> lines = log.lines("[DEBUG] Panoptra: ");
+    EXPECT_THAT(lines, ElementsAre("[DEBUG] Panoptra: Start", "[DEBUG] Panoptra: Get init",
+                                   "[DEBUG] Panoptra: Selected message sender: XhrMessageSender",
+                                   "[DEBUG] Panoptra: Should start monitoring: true",
+                                   "[DEBUG] Panoptra: Should start or force is set",
+                                   "[DEBUG] Panoptra: Start monitor"));
+    EXPECT_TRUE(log.contains("[DEBUG] ViewMonitor: Schedule new timer"));
+}
+
+TEST_F(SessionTest, AnUnchangedScreenIsSentOnceAndCostsNothingAfterwards) {
+    startSession();
+    advance(60s);
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+    EXPECT_EQ(platform->screenCapture().captures, 1);
+
+    // Painted again without a change: looked at, not sent.
+    platform->app.paint();
+    advance(1s);
+    EXPECT_EQ(platform->screenCapture().captures, 2);
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+
+    paint(0xFF0000FF);
+    advance(1s);
+    EXPECT_THAT(service.screenshots(), SizeIs(2));
+}
+
+TEST_F(SessionTest, ATransportKeepsToTenRequestsASecond) {
+    startSession();
+    const auto before = service.requests("POST", "api/ix/m").size();
+    for (int i = 0; i < 1000; ++i) {
+        Merovanta::panoptra().tag("busy");
+        advance(10ms);
+    }
+    const auto posts = service.requests("POST", "api/ix/m").size() - before;
+    EXPECT_LE(posts, 100);
+    EXPECT_GE(posts, 80);
+}
+
+TEST_F(SessionTest, AnIdleSessionPingsOnceASecond) {
+    startSession();
+    const auto before = service.messages().size();
+    advance(30s);
+    const auto messages = service.messages();
+    EXPECT_EQ(messages.size() - before, 30);
+    EXPECT_EQ(messages.back().SerializeAsString()[0], 0x08);
+    EXPECT_EQ(messages.back().time() % 1000, 0);
+}
+
+TEST_F(SessionTest, ReportsAPageWhenAnotherComesToTheFront) {
+    startSession();
+    advance(2s);
+    EXPECT_THAT(service.pageChanges(), IsEmpty());
+    const auto home = platform->app.root;
+    const auto stack = NativeController::make("Stack", screen);
+    stack->entries = {NativeController::make("LoginPage", screen),
+                      NativeController::make("HelpPage", screen)};
+    platform->app.root = stack;
+    advance(2s);
+    EXPECT_THAT(service.pageChanges(), ElementsAre("LoginPage"));
+
+    const auto tabs = NativeController::make("Tabs", screen);
+    tabs->selected = NativeController::make("CardsPage", screen);
+    stack->entries = {tabs};
+    advance(2s);
+    home->presented = NativeController::make("Dialog", screen);
+    platform->app.root = home;
+    advance(2s);
+    home->presented.reset();
+    advance(2s);
+    EXPECT_THAT(service.pageChanges(), ElementsAre("LoginPage", "CardsPage", "Dialog", "HomePage"));
+    EXPECT_TRUE(log.contains("[DEBUG] ViewMonitor: View changed to: CardsPage"));
+}
+
+TEST_F(SessionTest, SendsATapInDevicePixels) {
+    platform->app.screen.scale = 3;
+    startSession();
+    platform->tapRecognizers().tap({10.5, 20.25});
+    platform->tapRecognizers().tap({1, 1}, TapRecognizer::State::failed);
+    advance(1s);
+    std::vector<ProtoClickEvent> clicks;
+    for (const auto& message : service.messages()) {
+        for (const auto& click : message.clickevent())
+            clicks.push_back(click);
+    }
+    ASSERT_THAT(clicks, SizeIs(1));
+    EXPECT_EQ(clicks[0].x(), 31);
+    EXPECT_EQ(clicks[0].y(), 60);
+    EXPECT_TRUE(log.contains("[DEBUG] ViewMonitor: Got click at 10.5, 20.25"));
+}
+
+TEST_F(SessionTest, TagsTheVisitAndNamesTheVisitor) {
+    expectError("[ERROR] MerovantaPanoptra: Cannot tag session: Cannot tag session without message sender");
+    Merovanta::panoptra().tag("too early");
+    ActiveUser user;
+    user.id = "4711";
+    user.tags = {"gold", "new"};
+    user.assignedUser = "";
+    config().activeUserTag = user;
+    startSession();
+    Merovanta::panoptra().tag("checkout");
+    advance(1s);
+    UserTag userTag;
+    std::string tag;
+    for (const auto& message : service.messages()) {
+        if (message.usertag_size() == 1) userTag = message.usertag(0);
+        if (message.has_tag()) tag = message.tag();
+    }
+    EXPECT_EQ(tag, "checkout");
+    EXPECT_EQ(userTag.ShortDebugString(), R"(id: "4711" label: "gold" label: "new" assignedUser: "")");
+    EXPECT_EQ(config().visitConfig->visitorId, "4711");
+}
+
+TEST_F(SessionTest, StopEndsEveryTimerAndTellsTheService) {
+    startSession();
+    Merovanta::panoptra().stop();
+    advance(1s);
+    EXPECT_THAT(requestLines(), ElementsAre("POST api/in/im/c", "GET api/ix/m", "DELETE api/ix/m"));
+    EXPECT_TRUE(log.contains("[DEBUG] MessageSender: Delete sent"));
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(platform->tapRecognizers().attached(), 0);
+    const auto sent = platform->httpSession().requests.size();
+    paint(0xFF00FF00);
+    advance(60s);
+    EXPECT_EQ(platform->httpSession().requests.size(), sent);
+    Merovanta::panoptra().stop();
+    EXPECT_TRUE(log.contains("[WARNING] Panoptra: Already stopped"));
+}
+
+TEST_F(SessionTest, ASecondStartIsRefusedAndALaterOneIsNew) {
+    expectError("[ERROR] MerovantaPanoptra: Error when starting Panoptra: Panoptra is already started");
+    startSession();
+    const std::string code = Merovanta::panoptra().shareId();
+    const VisitConfig visit = *config().visitConfig;
+    Merovanta::panoptra().start();
+    EXPECT_EQ(Merovanta::panoptra().shareId(), code);
+    config().panoptraConfig->optIn = true;
+    Merovanta::panoptra().stop();
+    Merovanta::panoptra().start("other", "secret");
+    advance(3s);
+    EXPECT_NE(Merovanta::panoptra().shareId(), code);
+    EXPECT_NE(config().visitConfig->sessionId, visit.sessionId);
+    EXPECT_EQ(config().tenantId, "other");
+    EXPECT_EQ(config().panoptraConfig->optIn, false);
+    // The new session begins with a whole picture although the screen is the same.
+    EXPECT_THAT(service.screenshots(), SizeIs(2));
+    // One loop, one ping, one monitor: no timer of the first session is left.
+    EXPECT_EQ(platform->time->pendingTimers(), 4);
+}
+
+TEST_F(SessionTest, AStopDuringTheStartWins) {
+    expectError(
+        "[ERROR] MerovantaPanoptra: Error when starting Panoptra: Panoptra was stopped while it started");
+    Merovanta::panoptra().start();
+    advance(10ms);
+    Merovanta::panoptra().stop();
+    advance(10s);
+    EXPECT_THAT(requestLines(), ElementsAre("POST api/in/im/c"));
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
+}
+
+TEST_F(SessionTest, TheReplyDecidesWhetherTheScreenIsWatched) {
+    service.initReply["s"] = false;
+    startSession();
+    advance(5s);
+    EXPECT_THAT(service.screenshots(), IsEmpty());
+    EXPECT_FALSE(service.messages().empty());
+    EXPECT_EQ(config().panoptraConfig->storageType, "l");
+    Merovanta::panoptra().stop();
+
+    service.initReply.update({{"st", "u"}, {"fsTy", "m"}, {"cA", true}});
+    startSession();
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+    EXPECT_EQ(config().panoptraConfig->storageType, "m");
+    EXPECT_EQ(config().chatAvailable, true);
+}
+
+TEST_F(SessionTest, AnIgnoredVisitorIsLeftAlone) {
+    service.initReply["x"] = true;
+    startSession();
+    advance(5s);
+    EXPECT_TRUE(log.contains("[DEBUG] Panoptra: Ignoring"));
+    EXPECT_THAT(requestLines(), ElementsAre("POST api/in/im/c"));
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    Merovanta::panoptra().stop();
+    service.initReply["x"] = false;
+    startSession();
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+}
+
+TEST_F(SessionTest, AReplyWithoutBodyEndsTheStart) {
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::reply(200); };
+    startSession();
+    EXPECT_TRUE(log.contains("[WARNING] Panoptra: Config is nil"));
+    EXPECT_THAT(requestLines(), ElementsAre("POST api/in/im/c"));
+}
+
+TEST_F(SessionTest, AReplyThatCannotBeUsedFailsTheStartWhichMayBeTriedAgain) {
+    const auto failWith = [this](const HttpReply& reply, const std::string& text) {
+        service.override = [reply](const HttpRequest&) { return reply; };
+        expectError("[ERROR] MerovantaPanoptra: Error when starting Panoptra: " + text);
+        Merovanta::panoptra().start();
+        advance(1s);
+    };
+    auto lacking = service.initReply;
+    lacking.erase("ip");
+    failWith(HttpSessionInMemory::reply(200, lacking.dump()), R"(Cannot decode reply: "ip" is missing)");
+    lacking = service.initReply;
+    lacking["ios"].erase("blacklist");
+    failWith(HttpSessionInMemory::reply(200, lacking.dump()),
+             R"(Cannot decode reply: "blacklist" is missing)");
+    lacking = service.initReply;
+    lacking["s"] = "true";
+    failWith(HttpSessionInMemory::reply(200, lacking.dump()),
+             R"(Cannot decode reply: "s" has the wrong type)");
+    lacking = service.initReply;
+    lacking["ios"]["blacklistClasses"] = {"A", 1};
+    failWith(HttpSessionInMemory::reply(200, lacking.dump()),
+             R"(Cannot decode reply: "blacklistClasses" has the wrong type)");
+    failWith(HttpSessionInMemory::reply(200, R"({"s":true,)"), "Cannot decode reply: it is not JSON");
+    failWith(HttpSessionInMemory::reply(200, std::string(100000, '[')),
+             "Cannot decode reply: it is not JSON");
+    failWith(HttpSessionInMemory::reply(200, "[]"), "Cannot decode reply: it is not an object");
+    failWith(HttpSessionInMemory::reply(500, service.initReply.dump()), "HTTP status 500");
+    failWith(HttpSessionInMemory::failure("No route to host"), "No route to host");
+    EXPECT_EQ(requestLines().size(), 9);
+
+    service.override = {};
+    startSession();
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+}
+
+TEST_F(SessionTest, AStartNeedsAScreenAndARecogniser) {
+    expectError(
+        "[ERROR] MerovantaPanoptra: Error when starting Panoptra: Cannot get current controller name");
+    expectError("[ERROR] MerovantaPanoptra: Error when starting Panoptra: Cannot register click listener");
+    const auto root = std::exchange(platform->app.root, nullptr);
+    Merovanta::panoptra().start();
+    advance(1s);
+    EXPECT_THAT(requestLines(), IsEmpty());
+    platform->app.root = root;
+    platform->tapRecognizers().isBroken = true;
+    Merovanta::panoptra().start();
+    advance(1s);
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
+}
+
+TEST_F(SessionTest, AWindowThatGoesAwayIsSurvived) {
+    startSession();
+    platform->app.root = nullptr;
+    platform->tapRecognizers().tap({1, 1});
+    advance(1s);
+    EXPECT_FALSE(log.lines("[WARNING] ViewMonitor: Root view is null").empty());
+    platform->app.root = NativeController::make("HomePage", screen);
+    paint(0xFF00FF00);
+    advance(1s);
+    EXPECT_THAT(service.screenshots(), SizeIs(2));
+}
+
+TEST_F(SessionTest, NamesWithSpacesAndLettersFromEverywhereAreSentEncoded) {
+    platform->app.root->className =
+        "Mein Konto / \xC3\x9C"
+        "bersicht [1]";
+    CustomConfiguration custom("te nant", "token");
+    custom.setServerUrl("m\xC3\xBCnchen service.example");
+    Merovanta::initConfig(custom);
+    startSession();
+    EXPECT_EQ(service.requests("GET", "api/ix/m").size(), 1);
+    const std::string url = service.requests("GET", "api/ix/m").front().url;
+    EXPECT_TRUE(url.starts_with("https://m%C3%BCnchen%20service.example/api/ix/m?id="));
+    EXPECT_TRUE(
+        url.ends_with("&url=Mein%20Konto%20/%20%C3%9C"
+                      "bersicht%20%5B1%5D&fsTy=l"))
+        << url;
+    EXPECT_NE(url.find("&tId=te%20nant&"), std::string::npos);
+    Merovanta::panoptra().stop();
+}
+
+TEST_F(SessionTest, ATextThatIsNoUtf8FailsTheStart) {
+    platform->app.root->className = "\xFF";
+    Merovanta::panoptra().start();
+    advance(1s);
+    EXPECT_THAT(requestLines(), IsEmpty());
+    const auto errors =
+        log.lines("[ERROR] MerovantaPanoptra: Error when starting Panoptra: Cannot encode JSON: ");
+    ASSERT_THAT(errors, SizeIs(1));
+    expectError(errors[0]);
+}
+
+}  // namespace
+}  // namespace merovanta::testing

@@ -1,0 +1,262 @@
+#include <gmock/gmock.h>
+
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Network/InitSender.h"
+#include "General/Panoptra/Network/Message/Xhr/XhrMessageSender.h"
+#include "General/Panoptra/Network/PageProperties.h"
+#include "General/Panoptra/Util/HttpUtil.h"
+#include "support/LibraryTest.h"
+
+namespace merovanta::testing {
+namespace {
+
+using inmemory::HttpSessionInMemory;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class TransportTest : public LibraryTest {
+ protected:
+    [[nodiscard]] std::vector<std::string> tags() const {
+        std::vector<std::string> tags;
+        for (const auto& message : service.messages()) {
+            if (message.has_tag()) tags.push_back(message.tag());
+        }
+        return tags;
+    }
+
+    void connect() {
+        sender->connect("Page", {}, {});
+        advance(20ms);
+    }
+
+    /// Answers the POSTs of the stream with this body, then lets one be made.
+    void answerWith(const std::string& body) {
+        service.override = [body](const HttpRequest& request) -> std::optional<HttpReply> {
+            if (request.method != "POST") return std::nullopt;
+            return HttpSessionInMemory::reply(200, body);
+        };
+        sender->sendTag("t", 0);
+        advance(200ms);
+    }
+
+    std::shared_ptr<XhrMessageSender> sender = Injection::resolve<XhrMessageSender>();
+};
+
+TEST_F(TransportTest, TimesAreWholeSecondsLessTheOffset) {
+    connect();
+    platform->clock().start = 1'700'000'000'999ms;
+    const auto now = platform->clock().sinceEpoch() - 20ms;
+    platform->clock().start -= now - 1'700'000'000'999ms;
+    sender->sendPing(0);
+    sender->sendPing(250);
+    advance(1s);
+    const auto messages = service.messages();
+    ASSERT_THAT(messages, SizeIs(2));
+    EXPECT_EQ(messages[0].time() % 1000, 0);
+    EXPECT_EQ(messages[0].time() - messages[1].time(), 250);
+    EXPECT_DEATH(sender->sendPing(std::int64_t{1} << 62), "The time of a message overflows");
+    platform->clock().start = std::chrono::milliseconds::max();
+    EXPECT_DEATH(sender->sendPing(-1'000'000'000), "The time of a message overflows");
+}
+
+TEST_F(TransportTest, BuildingNeverSendsInsideTheCall) {
+    bool isSent = false;
+    sender->sendTag("a", 0, [&](const auto& error) { isSent = !error; });
+    EXPECT_FALSE(isSent);
+    advance(0s);
+    EXPECT_TRUE(isSent);
+}
+
+TEST_F(TransportTest, AnEmptyQueueMakesNoRequest) {
+    connect();
+    advance(10s);
+    EXPECT_THAT(service.requests("POST", "api/ix/m"), IsEmpty());
+    EXPECT_EQ(platform->time->pendingTimers(), 1);
+}
+
+TEST_F(TransportTest, MessagesOfOnePauseGoTogetherAndThoseInBetweenAreLost) {
+    connect();
+    sender->sendTag("a", 0);
+    sender->sendTag("b", 0);
+    advance(100ms);  // the POST is on its way
+    sender->sendTag("lost", 0);
+    advance(20ms);
+    sender->sendTag("c", 0);
+    advance(1s);
+    EXPECT_THAT(tags(), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(service.requests("POST", "api/ix/m"), SizeIs(2));
+}
+
+TEST_F(TransportTest, FasterPollingTakesEffectAtTheNextRound) {
+    connect();
+    service.agentMessages = {{{"co", {{"b", false}}}}};
+    sender->sendTag("a", 0);
+    advance(119ms);
+    EXPECT_EQ(config().panoptraConfig->increasedPollingFrequency, std::nullopt);
+    advance(1ms);
+    EXPECT_EQ(config().panoptraConfig->increasedPollingFrequency, true);
+    advance(100ms);
+    sender->sendTag("b", 0);
+    advance(31ms);
+    EXPECT_THAT(tags(), ElementsAre("a", "b"));
+}
+
+TEST_F(TransportTest, AFailedRequestEndsTheLoopForGood) {
+    expectError("[ERROR] XhrMessageSender: Request failed");
+    connect();
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("Connection lost"); };
+    sender->sendTag("kept", 0);
+    advance(1s);
+    service.override = {};
+    sender->sendTag("queued", 0);
+    advance(60s);
+    EXPECT_THAT(service.requests("POST", "api/ix/m"), SizeIs(1));
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
+
+    connect();
+    advance(1s);
+    EXPECT_THAT(tags(), ElementsAre("kept", "kept", "queued"));
+}
+
+TEST_F(TransportTest, AFailedGetNeverStartsTheLoop) {
+    expectError("[ERROR] XhrMessageSender: Request failed");
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("No route to host"); };
+    connect();
+    sender->sendTag("a", 0);
+    advance(10s);
+    EXPECT_THAT(service.requests("POST", "api/ix/m"), IsEmpty());
+}
+
+TEST_F(TransportTest, AStatusIsNoFailureOfTheStream) {
+    connect();
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::reply(500, "<html>"); };
+    sender->sendTag("a", 0);
+    advance(1s);
+    EXPECT_TRUE(log.contains("[WARNING] XhrMessageSender: Cannot parse message"));
+    service.override = {};
+    sender->sendTag("b", 0);
+    advance(1s);
+    EXPECT_THAT(tags(), ElementsAre("a", "b"));
+}
+
+TEST_F(TransportTest, RepliesOfEveryKindAreReadPartByPart) {
+    connect();
+    const auto handled = [this] {
+        return log.lines("[DEBUG] BidirectionalMessageHandler: Handle message: ");
+    };
+    const auto warnings = [this] { return log.lines("[WARNING] XhrMessageSender: Cannot parse message"); };
+    answerWith("");
+    answerWith("[]");
+    answerWith(R"([1, null, {"a":"c"}, ["x"], "{}", "[1,\"x\",[{\"x\":1}]]", "7"])");
+    EXPECT_THAT(handled(), IsEmpty());
+    EXPECT_THAT(warnings(), IsEmpty());
+
+    answerWith(R"(["[{\"x\":10},{\"x\":-1.9,\"y\":2,\"co\":{\"opt\":\"yes\"},\"a\":\"x\"}]"])");
+    EXPECT_THAT(handled(),
+                ElementsAre("[DEBUG] BidirectionalMessageHandler: Handle message: BidirectionalMessage()",
+                            "[DEBUG] BidirectionalMessageHandler: Handle message: "
+                            "BidirectionalMessage(stop: false, click: -1, 2)"));
+    answerWith(R"(["[{\"x\":1e300,\"y\":1}]", "not json", "[{}]"])");
+    EXPECT_THAT(handled(), SizeIs(3));
+    EXPECT_THAT(warnings(), SizeIs(1));
+    answerWith("{}");
+    answerWith(R"(["[)");
+    EXPECT_THAT(warnings(), SizeIs(3));
+    answerWith(std::string(1'000'000, '['));
+    EXPECT_THAT(warnings(), SizeIs(4));
+    EXPECT_EQ(platform->time->pendingTimers(), 1);
+}
+
+TEST_F(TransportTest, CloseLetsOneMoreRoundRunAndAnEarlyReconnectMakesNoSecondLoop) {
+    connect();
+    sender->sendTag("last", 0);
+    sender->close();
+    EXPECT_THAT(service.requests("DELETE", "api/ix/m"), SizeIs(1));
+    advance(10s);
+    EXPECT_THAT(tags(), ElementsAre("last"));
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
+
+    connect();
+    sender->close();
+    connect();
+    advance(10s);
+    EXPECT_EQ(platform->time->pendingTimers(), 1);
+    sender->close();
+    advance(1s);
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
+}
+
+TEST_F(TransportTest, ADeleteCarriesTheVisitAndItsFailureIsOnlyLogged) {
+    config().tenantId = "a b&c";
+    sender->close();
+    const VisitConfig visit = *config().visitConfig;
+    EXPECT_EQ(service.requests("DELETE", "api/ix/m").front().url,
+              "https://service.example/api/ix/m?fsTy=&id=" + *visit.visitId + "&sId=" + *visit.sessionId +
+                  "&tId=a%20b%26c&url=&vId=" + *visit.visitorId);
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("gone"); };
+    sender->close();
+    advance(1s);
+    EXPECT_TRUE(log.contains("[WARNING] MessageSender: Failed to send delete: gone"));
+}
+
+TEST_F(TransportTest, AForcedStartFromTheAgentStartsASession) {
+    connect();
+    service.agentMessages = {{{"co", {{"s", true}}}}};
+    sender->sendTag("a", 0);
+    advance(1s);
+    ASSERT_THAT(service.requests("POST", "api/in/im/c"), SizeIs(1));
+    EXPECT_NE(service.requests("POST", "api/in/im/c").front().body.find(R"("init":true)"), std::string::npos);
+}
+
+TEST_F(TransportTest, AFirstLaunchSendsEmptyTextsInPlaceOfNull) {
+    config().visitConfig.emplace();
+    config().panoptraConfig.reset();
+    config().tenantId.reset();
+    bool isDone = false;
+    Injection::resolve<InitSender>()->sendInit("", true, [&](const auto& reply) { isDone = reply.ok(); });
+    advance(1s);
+    EXPECT_TRUE(isDone);
+    const HttpRequest request = service.requests("POST", "api/in/im/c").front();
+    EXPECT_EQ(request.body,
+              R"({"shId":"","qdu":"","url":"","start":0,"init":true,"page":{"width":390,"height":844,)"
+              R"("docHeight":0,"docWidth":0},"vId":"","sId":"","viId":"","tId":"","optin":false})");
+    EXPECT_EQ(FakeService::header(request, "X-QD-SSID"), "");
+}
+
+TEST_F(TransportTest, WhatCannotBeAnAddressIsRefusedOrFatalButNeverSent) {
+    Merovanta::configuration().setServer("host:port:1");
+    std::string error;
+    Injection::resolve<InitSender>()->sendInit("", true,
+                                               [&](const auto& reply) { error = reply.error().mMsg; });
+    EXPECT_EQ(error, "Cannot construct URL");
+    const HttpUtil http(Injection::resolve<ApplicationConfigWrapper>());
+    EXPECT_DEATH((void)http.buildRequest("https://[::1/x"), "Not a URL: https://\\[::1/x");
+    EXPECT_DEATH((void)http.buildRequest(""), "Not a URL: ");
+    EXPECT_EQ(http.buildRequest("https://[::1]:8/%41%4?a b#\xC3\xA4").url,
+              "https://[::1]:8/%41%254?a%20b#%C3%A4");
+    EXPECT_DEATH((void)PageProperties::of({0, 0, 1e19, 1}), "The screen's bounds are no 64-bit number");
+    EXPECT_DEATH((void)PageProperties::of({0, 0, 1, std::nan("")}), "The screen's bounds are no 64-bit number");
+}
+
+TEST(WireMessagesTest, PresenceDecidesWhatIsWritten) {
+    ProtoClickEvent click;
+    EXPECT_EQ(click.SerializeAsString(), "");
+    click.set_x(0);
+    EXPECT_EQ(click.SerializeAsString(), std::string("\x0D\0\0\0\0", 5));
+    Com_Merovanta_Panoptra_ProtoScreenshotEvent picture;
+    picture.set_image("");
+    EXPECT_EQ(picture.SerializeAsString(), std::string("\x0A\0", 2));
+    EXPECT_EQ(ProtoMessageList().SerializeAsString(), "");
+    const std::string unknown(
+        "\x9A\x06\x03"
+        "abc",
+        6);  // field 99
+    ProtoMessage message;
+    ASSERT_TRUE(message.ParseFromString(unknown));
+    EXPECT_EQ(message.SerializeAsString(), unknown);
+    EXPECT_EQ(UserTag::descriptor()->full_name(), "com.merovanta.panoptra.UserTag");
+}
+
+}  // namespace
+}  // namespace merovanta::testing

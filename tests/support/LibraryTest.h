@@ -1,0 +1,50 @@
+#pragma once
+
+#include <Merovanta/Merovanta.h>
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "InMemory/PlatformInMemory.h"
+#include "support/FakeService.h"
+#include "support/LogCapture.h"
+
+namespace merovanta::testing {
+
+using namespace std::chrono_literals;
+
+/// The library on the in-memory platform, configured, with one screen in the window and a service that
+/// answers. A test fails if the library logs an error that it did not expect.
+class LibraryTest : public ::testing::Test {
+ protected:
+    LibraryTest();
+    ~LibraryTest() override;
+
+    void TearDown() override;
+
+    /// Starts a session and lets the first second pass.
+    void startSession();
+
+    void advance(std::chrono::nanoseconds duration) { platform->time->advance(duration); }
+
+    /// Changes the screen's look and lets the window paint it.
+    void paint(std::uint32_t color);
+
+    [[nodiscard]] ApplicationConfig& config();
+
+    void expectError(const std::string& line) { mExpectedErrors.push_back(line); }
+
+    std::shared_ptr<inmemory::PlatformInMemory> platform = inmemory::PlatformInMemory::installNew();
+    FakeService service{platform->httpSession()};
+    std::shared_ptr<inmemory::NativeView> screen =
+        inmemory::NativeView::make({0, 0, 390, 844}, 0xFFFFFFFF, {"Screen"});
+    LogCapture log;
+
+ private:
+    std::vector<std::string> mExpectedErrors;
+};
+
+}  // namespace merovanta::testing
