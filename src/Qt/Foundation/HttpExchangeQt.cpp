@@ -1,0 +1,134 @@
+#include "Qt/Foundation/HttpExchangeQt.h"
+
+#include <QtCore/QUrl>
+#include <QtNetwork/QNetworkRequest>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace merovanta::qt {
+
+namespace {
+
+constexpr const char* tooLarge = "Reply is too large";
+
+QByteArray bytesOf(const std::string& text) {
+    return {text.data(), static_cast<qsizetype>(text.size())};
+}
+
+/// A line break in a header would smuggle in others, or a second request.
+bool isHeaderSafe(const std::string& text) {
+    return std::none_of(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+}
+
+QNetworkReply* send(QNetworkAccessManager& manager, const QNetworkRequest& request, const HttpRequest& from) {
+    const QByteArray body = bytesOf(from.body);
+    if (body.isEmpty() && from.method == "GET") return manager.get(request);
+    if (body.isEmpty() && from.method == "DELETE") return manager.deleteResource(request);
+    if (from.method == "POST") return manager.post(request, body);
+    if (from.method == "PUT") return manager.put(request, body);
+    return manager.sendCustomRequest(request, bytesOf(from.method), body);
+}
+
+/// Whether the error is but Qt's reading of a status that the service sent.
+bool tellsOnlyTheStatus(QNetworkReply::NetworkError error, int status) {
+    if (status < 400) return false;
+    // 400 and 418 are said with this one.
+    if (error == QNetworkReply::ProtocolInvalidOperationError) return true;
+    return error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ProtocolUnknownError &&
+           error != QNetworkReply::ProtocolFailure;
+}
+
+}  // namespace
+
+HttpExchangeQt::HttpExchangeQt(QObject* parent, HttpSession::Completion completion)
+    : QObject(parent), mCompletion(std::move(completion)) {}
+
+void HttpExchangeQt::start(QNetworkAccessManager& manager, const HttpRequest& request) {
+    const QUrl url = QUrl::fromEncoded(bytesOf(request.url), QUrl::StrictMode);
+    const bool isHttp = url.scheme() == u"http" || url.scheme() == u"https";
+    if (!url.isValid() || !isHttp || url.host().isEmpty()) return fail("Unsupported URL");
+
+    QNetworkRequest native(url);
+    native.setTransferTimeout(
+        static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(request.timeout).count()));
+    native.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    native.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    for (const auto& [name, value] : request.headers) {
+        if (name.empty() || !isHeaderSafe(name) || !isHeaderSafe(value)) return fail("Malformed header");
+        native.setRawHeader(bytesOf(name), bytesOf(value));
+    }
+
+    mReply = send(manager, native, request);
+    mReply->setParent(this);
+    connect(mReply, &QNetworkReply::metaDataChanged, this, &HttpExchangeQt::checkAnnouncedLength);
+    connect(mReply, &QNetworkReply::readyRead, this, &HttpExchangeQt::receive);
+    connect(mReply, &QNetworkReply::finished, this, &HttpExchangeQt::finish);
+}
+
+void HttpExchangeQt::checkAnnouncedLength() {
+    const qlonglong length = mReply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    if (length > static_cast<qlonglong>(HttpSession::maximumReplyBytes)) abort(tooLarge);
+}
+
+void HttpExchangeQt::receive() {
+    if (!mAbortReason.empty()) return;
+    const QByteArray chunk = mReply->readAll();
+    if (static_cast<std::size_t>(chunk.size()) > HttpSession::maximumReplyBytes - mBody.size()) {
+        return abort(tooLarge);
+    }
+    mBody.append(chunk.constData(), static_cast<std::size_t>(chunk.size()));
+}
+
+void HttpExchangeQt::finish() {
+    receive();
+    std::string reason = failure();
+    if (!reason.empty()) return fail(std::move(reason));
+    HttpReply reply;
+    reply.response = response();
+    if (!mBody.empty()) reply.data = std::move(mBody);
+    complete(std::move(reply));
+}
+
+void HttpExchangeQt::abort(std::string reason) {
+    if (!mAbortReason.empty()) return;
+    mAbortReason = std::move(reason);
+    mBody.clear();
+    // Queued: the reply may be in the middle of telling us something.
+    QMetaObject::invokeMethod(mReply, &QNetworkReply::abort, Qt::QueuedConnection);
+}
+
+void HttpExchangeQt::fail(std::string reason) {
+    HttpReply reply;
+    reply.error = StringError(std::move(reason));
+    complete(std::move(reply));
+}
+
+void HttpExchangeQt::complete(HttpReply reply) {
+    if (const auto completion = std::exchange(mCompletion, nullptr)) completion(std::move(reply));
+    deleteLater();
+}
+
+HttpResponse HttpExchangeQt::response() const {
+    HttpResponse response;
+    response.status = mReply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    const auto pairs = mReply->rawHeaderPairs();
+    for (const auto& [name, value] : pairs) {
+        response.headers.emplace_back(name.toStdString(), value.toStdString());
+    }
+    return response;
+}
+
+std::string HttpExchangeQt::failure() const {
+    if (!mAbortReason.empty()) return mAbortReason;
+    const auto error = mReply->error();
+    const int status = mReply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (error == QNetworkReply::OperationCanceledError) return "The request timed out";
+    if (error != QNetworkReply::NoError && !tellsOnlyTheStatus(error, status)) {
+        return mReply->errorString().toStdString();
+    }
+    if (status == 0) return "The reply is not HTTP";
+    return {};
+}
+
+}  // namespace merovanta::qt

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtCore/QThreadPool>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+#include "Platform/WorkQueue.h"
+#include "Qt/Foundation/ApplicationLifeQt.h"
+
+namespace merovanta::qt {
+
+/// One worker thread, started when there is work.
+class WorkQueueQt final : public WorkQueue, private ApplicationLifeQt::Observer {
+ public:
+    WorkQueueQt();
+    ~WorkQueueQt();
+
+    void async(std::function<void()> task) override;
+
+ private:
+    void applicationStarted() override;
+    void applicationEnding() override;
+
+    std::mutex mMutex;
+    /// Null when the application has ended.
+    std::unique_ptr<QThreadPool> mPool;
+};
+
+}  // namespace merovanta::qt

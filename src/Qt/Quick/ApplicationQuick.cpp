@@ -1,0 +1,67 @@
+#include "Qt/Quick/ApplicationQuick.h"
+
+#include <QtCore/QLocale>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtQuick/QQuickWindow>
+
+#include "Qt/Foundation/VendorQt.h"
+#include "Qt/Quick/ClassNamesQuick.h"
+#include "Qt/Quick/ViewControllerQuick.h"
+
+namespace merovanta::quick {
+
+namespace {
+
+bool hasApplication() {
+    return qGuiApp != nullptr;
+}
+
+QQuickWindow* keyWindow() {
+    if (!hasApplication()) return nullptr;
+    auto* const focused = qobject_cast<QQuickWindow*>(QGuiApplication::focusWindow());
+    if (focused != nullptr && focused->isVisible()) return focused;
+    const auto windows = QGuiApplication::topLevelWindows();
+    for (QWindow* window : windows) {
+        auto* const quickWindow = qobject_cast<QQuickWindow*>(window);
+        if (quickWindow != nullptr && quickWindow->isVisible()) return quickWindow;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::shared_ptr<ViewController> ApplicationQuick::keyWindowRootViewController() {
+    QQuickWindow* const window = keyWindow();
+    return window == nullptr ? nullptr : std::make_shared<ViewControllerQuick>(*window);
+}
+
+Screen ApplicationQuick::mainScreen() {
+    Screen screen;
+    if (const QQuickWindow* const window = keyWindow()) {
+        screen.scale = window->effectiveDevicePixelRatio();
+        screen.bounds = {0, 0, static_cast<double>(window->width()), static_cast<double>(window->height())};
+    } else if (hasApplication() && QGuiApplication::primaryScreen() != nullptr) {
+        screen.scale = QGuiApplication::primaryScreen()->devicePixelRatio();
+    }
+    return screen;
+}
+
+std::vector<std::string> ApplicationQuick::preferredLanguages() {
+    std::vector<std::string> languages;
+    const auto names = QLocale::system().uiLanguages();
+    for (const QString& name : names)
+        languages.push_back(name.toStdString());
+    return languages;
+}
+
+std::optional<std::string> ApplicationQuick::identifierForVendor() {
+    if (!hasApplication()) return std::nullopt;
+    return qt::identifierForVendor();
+}
+
+bool ApplicationQuick::classExists(std::string_view name) {
+    return hasApplication() && ClassNamesQuick::instance().exists(name);
+}
+
+}  // namespace merovanta::quick

@@ -1,0 +1,47 @@
+#include "Qt/Quick/FrameRequestQuick.h"
+
+#include <QtQuick/QQuickWindow>
+#include <cmath>
+#include <utility>
+
+#include "Qt/Quick/ViewQuick.h"
+
+namespace merovanta::quick {
+
+FrameRequestQuick::FrameRequestQuick(PixelBuffer buffer, ScreenCapture::MaskProvider masks)
+    : mProvider(std::move(masks)) {
+    mFrame.pixels = std::move(buffer);
+}
+
+void FrameRequestQuick::freeze(const QQuickWindow& window) {
+    // A second synchronisation means that the frame of the first one never came.
+    if (mStage != Stage::waiting) return fail();
+    auto masks = mProvider();
+    if (!masks) return fail();
+    for (const MaskArea& mask : *masks) {
+        QQuickItem* const item = mask.view == nullptr ? nullptr : ViewQuick::itemOf(*mask.view);
+        if (item == nullptr) return fail();
+        mGeometry.add(*item);
+    }
+    mFrame.masks = std::move(*masks);
+    mFrame.scale = window.effectiveDevicePixelRatio();
+    mSize = QSizeF(window.size()) * mFrame.scale;
+    mStage = Stage::frozen;
+}
+
+void FrameRequestQuick::verify() {
+    if (mStage == Stage::frozen) mStage = mGeometry.matchesScene() ? Stage::verified : Stage::failed;
+}
+
+bool FrameRequestQuick::fits(QSize pixels) const {
+    // Windowing systems round fractions of a pixel each in its own way.
+    return !pixels.isEmpty() && std::abs(pixels.width() - mSize.width()) <= 1 &&
+           std::abs(pixels.height() - mSize.height()) <= 1;
+}
+
+std::optional<CapturedFrame> FrameRequestQuick::takeFrame() {
+    if (mStage != Stage::verified) return std::nullopt;
+    return std::move(mFrame);
+}
+
+}  // namespace merovanta::quick

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QtCore/QSizeF>
+#include <optional>
+
+#include "Platform/ScreenCapture.h"
+#include "Qt/Quick/FrozenGeometryQuick.h"
+
+class QQuickWindow;
+
+namespace merovanta::quick {
+
+/// One picture in the making. It passes from the main thread to the render thread and back, and only the
+/// thread that has it touches it.
+class FrameRequestQuick {
+ public:
+    FrameRequestQuick(PixelBuffer buffer, ScreenCapture::MaskProvider masks);
+
+    /// Asks for the masks of the geometry that was just handed to the scene graph. Call it on the thread that
+    /// renders, while the main thread stands still.
+    void freeze(const QQuickWindow& window);
+
+    /// Whether freeze() was called and a frame of its geometry is awaited.
+    [[nodiscard]] bool isFrozen() const { return mStage == Stage::frozen; }
+    [[nodiscard]] bool hasFailed() const { return mStage == Stage::failed; }
+
+    /// Checks that the scene just painted shows the frozen geometry. On the thread that renders.
+    void verify();
+
+    void fail() { mStage = Stage::failed; }
+
+    /// Whether a picture of this many pixels can be that of the frozen geometry.
+    [[nodiscard]] bool fits(QSize pixels) const;
+
+    [[nodiscard]] PixelBuffer& pixels() { return mFrame.pixels; }
+    void setPaintSerial(std::uint64_t serial) { mFrame.paintSerial = serial; }
+
+    /// The result: nothing unless the frame was verified.
+    [[nodiscard]] std::optional<CapturedFrame> takeFrame();
+
+ private:
+    enum class Stage { waiting, frozen, verified, failed };
+
+    Stage mStage = Stage::waiting;
+    ScreenCapture::MaskProvider mProvider;
+    CapturedFrame mFrame;
+    QSizeF mSize;
+    FrozenGeometryQuick mGeometry;
+};
+
+}  // namespace merovanta::quick

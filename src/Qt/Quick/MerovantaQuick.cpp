@@ -1,0 +1,38 @@
+#include "Qt/Quick/MerovantaQuick.h"
+
+#include <Merovanta/Merovanta.h>
+
+namespace merovanta::quick {
+
+MerovantaQuick::MerovantaQuick(QObject* parent) : QObject(parent) {}
+
+MerovantaQuick* MerovantaQuick::qmlAttachedProperties(QObject* object) {
+    return new MerovantaQuick(object);
+}
+
+int MerovantaQuick::tagOf(const QObject& object) {
+    const QObject* const attached = qmlAttachedPropertiesObject<MerovantaQuick>(&object, false);
+    return attached == nullptr ? 0 : static_cast<const MerovantaQuick*>(attached)->mTag;
+}
+
+void MerovantaQuick::setTag(int tag) {
+    if (mTag == tag) return;
+    mTag = tag;
+    emit tagChanged();
+}
+
+PanoptraQuick* MerovantaQuick::panoptra() {
+    if (mPanoptra == nullptr) mPanoptra = new PanoptraQuick(this);
+    return mPanoptra;
+}
+
+ConfigurationQuick* MerovantaQuick::configuration() {
+    if (mConfiguration == nullptr) mConfiguration = new ConfigurationQuick(this);
+    return mConfiguration;
+}
+
+void MerovantaQuick::initConfig(const QString& tenantId, const QString& token) {
+    Merovanta::initConfig(tenantId.toStdString(), token.toStdString());
+}
+
+}  // namespace merovanta::quick

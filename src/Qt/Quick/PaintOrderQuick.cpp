@@ -1,0 +1,17 @@
+#include "Qt/Quick/PaintOrderQuick.h"
+
+#include <QtQuick/QQuickItem>
+#include <algorithm>
+
+namespace merovanta::quick {
+
+QList<QQuickItem*> inPaintOrder(const QQuickItem& item) {
+    QList<QQuickItem*> children = item.childItems();
+    const auto isBehind = [](const QQuickItem* a, const QQuickItem* b) { return a->z() < b->z(); };
+    if (!std::is_sorted(children.cbegin(), children.cend(), isBehind)) {
+        std::stable_sort(children.begin(), children.end(), isBehind);
+    }
+    return children;
+}
+
+}  // namespace merovanta::quick

@@ -1,0 +1,33 @@
+#include "Qt/Quick/PanoptraQuick.h"
+
+#include <Merovanta/Merovanta.h>
+
+namespace merovanta::quick {
+
+PanoptraQuick::PanoptraQuick(QObject* parent) : QObject(parent) {}
+
+void PanoptraQuick::start() {
+    Merovanta::panoptra().start();
+}
+
+void PanoptraQuick::start(const QString& tenantId, const QString& token) {
+    Merovanta::panoptra().start(tenantId.toStdString(), token.toStdString());
+}
+
+void PanoptraQuick::stop() {
+    Merovanta::panoptra().stop();
+}
+
+void PanoptraQuick::tag(const QString& text) {
+    Merovanta::panoptra().tag(text.toStdString());
+}
+
+QString PanoptraQuick::shareId() const {
+    return QString::fromStdString(Merovanta::panoptra().shareId());
+}
+
+bool PanoptraQuick::connected() const {
+    return Merovanta::panoptra().connected();
+}
+
+}  // namespace merovanta::quick

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Platform/Platform.h"
+#include "Qt/Foundation/BundleQt.h"
+#include "Qt/Foundation/ClockQt.h"
+#include "Qt/Foundation/HttpSessionQt.h"
+#include "Qt/Foundation/MainQueueQt.h"
+#include "Qt/Foundation/RandomQt.h"
+#include "Qt/Foundation/TimerFactoryQt.h"
+#include "Qt/Foundation/UserDefaultsQt.h"
+#include "Qt/Foundation/WorkQueueQt.h"
+#include "Qt/Quick/ApplicationQuick.h"
+#include "Qt/Quick/ScreenCaptureQuick.h"
+#include "Qt/Quick/TapRecognizerFactoryQuick.h"
+
+namespace merovanta::quick {
+
+/// Qt Quick as the library's platform. May be made before the application object.
+class PlatformQuick final : public Platform {
+ public:
+    Application& application() override { return mApplication; }
+    ScreenCapture& screenCapture() override { return mScreenCapture; }
+    TapRecognizerFactory& tapRecognizers() override { return mTapRecognizers; }
+    MainQueue& mainQueue() override { return mMainQueue; }
+    WorkQueue& workQueue() override { return mWorkQueue; }
+    TimerFactory& timers() override { return mTimers; }
+    Clock& clock() override { return mClock; }
+    Random& random() override { return mRandom; }
+    HttpSession& httpSession() override { return mHttpSession; }
+    UserDefaults& userDefaults() override { return mUserDefaults; }
+    Bundle& bundle() override { return mBundle; }
+
+ private:
+    // First, so that it is the last to stop when the application ends.
+    qt::MainQueueQt mMainQueue;
+    qt::UserDefaultsQt mUserDefaults;
+    qt::WorkQueueQt mWorkQueue;
+    qt::HttpSessionQt mHttpSession;
+    qt::TimerFactoryQt mTimers;
+    qt::BundleQt mBundle;
+    qt::ClockQt mClock;
+    qt::RandomQt mRandom;
+    ApplicationQuick mApplication;
+    TapRecognizerFactoryQuick mTapRecognizers;
+    ScreenCaptureQuick mScreenCapture{mMainQueue};
+};
+
+}  // namespace merovanta::quick

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "Platform/MainQueue.h"
+#include "Platform/ScreenCapture.h"
+#include "Qt/Foundation/ApplicationLifeQt.h"
+
+class QQuickWindow;
+
+namespace merovanta::quick {
+
+class WindowCaptureQuick;
+
+/// Pictures of windows, given by their content items.
+class ScreenCaptureQuick final : public ScreenCapture, private qt::ApplicationLifeQt::Observer {
+ public:
+    /// The queue must outlive this.
+    explicit ScreenCaptureQuick(MainQueue& mainQueue);
+    ~ScreenCaptureQuick();
+
+    [[nodiscard]] std::uint64_t paintSerial(const View& root) override;
+    void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
+                 Completion completion) override;
+
+ private:
+    void applicationStarted() override {}
+    void applicationEnding() override;
+
+    /// The watcher of this window, from now on if there was none.
+    WindowCaptureQuick& watcherOf(QQuickWindow& window);
+
+    MainQueue& mMainQueue;
+    std::vector<std::unique_ptr<WindowCaptureQuick>> mWatchers;
+};
+
+}  // namespace merovanta::quick

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "Platform/TapRecognizer.h"
+
+namespace merovanta::quick {
+
+class TapRecognizerFactoryQuick final : public TapRecognizerFactory {
+ public:
+    [[nodiscard]] std::unique_ptr<TapRecognizer> create(Action action) override;
+};
+
+}  // namespace merovanta::quick

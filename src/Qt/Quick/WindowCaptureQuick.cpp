@@ -1,0 +1,183 @@
+#include "Qt/Quick/WindowCaptureQuick.h"
+
+#include <QtCore/QEvent>
+#include <QtGui/QImage>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGRendererInterface>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "Qt/Quick/FrameRequestQuick.h"
+#include "Qt/Quick/OpenGLReadbackQuick.h"
+
+namespace merovanta::quick {
+
+namespace {
+
+constexpr std::chrono::seconds patience{1};
+
+/// Numbers the frames of all windows, so that no two windows ever show the same number.
+std::uint64_t nextSerial() {
+    static std::atomic<std::uint64_t> last{0};
+    return ++last;
+}
+
+bool isOpenGL(const QQuickWindow& window) {
+    return window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL;
+}
+
+void copyPixels(const QImage& image, PixelBuffer& pixels) {
+    constexpr std::uint32_t opaque = 0xff000000U;
+    const auto width = static_cast<std::size_t>(image.width());
+    pixels.resize(width, static_cast<std::size_t>(image.height()));
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* const from = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
+        std::transform(from, from + width, pixels.row(static_cast<std::size_t>(y)),
+                       [](std::uint32_t word) { return word | opaque; });
+    }
+}
+
+bool isThirtyTwoBit(const QImage& image) {
+    return image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32 ||
+           image.format() == QImage::Format_ARGB32_Premultiplied;
+}
+
+}  // namespace
+
+std::shared_ptr<FrameRequestQuick> WindowCaptureQuick::Shared::current(bool readBack) {
+    const std::scoped_lock lock(mutex);
+    return isReadBack == readBack ? request : nullptr;
+}
+
+WindowCaptureQuick::WindowCaptureQuick(QQuickWindow& window, MainQueue& mainQueue)
+    : mWindow(&window), mShared(std::make_shared<Shared>(mainQueue)) {
+    mShared->owner = this;
+    mShared->serial = nextSerial();
+    mPatience.setSingleShot(true);
+    mPatience.setInterval(patience);
+    connect(&mPatience, &QTimer::timeout, this, &WindowCaptureQuick::cancel);
+    watch(window);
+}
+
+WindowCaptureQuick::~WindowCaptureQuick() {
+    cancel();
+}
+
+void WindowCaptureQuick::watch(QQuickWindow& window) {
+    window.installEventFilter(this);
+    connect(&window, &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible) cancel();
+    });
+    connect(&window, &QObject::destroyed, this, &WindowCaptureQuick::cancel);
+    // These come on the thread that renders, so they must not touch this object: their context is the window,
+    // whose end stops the rendering first.
+    const auto connectDirectly = [&window](auto signal, auto slot) {
+        connect(&window, signal, &window, std::move(slot), Qt::DirectConnection);
+    };
+    const auto shared = mShared;
+    connectDirectly(&QQuickWindow::beforeRendering, [shared] { shared->serial = nextSerial(); });
+    connectDirectly(&QQuickWindow::afterSynchronizing, [shared, &window] { synchronized(*shared, window); });
+    connectDirectly(&QQuickWindow::afterRenderPassRecording,
+                    [shared, &window] { recorded(*shared, window); });
+    connectDirectly(&QQuickWindow::afterRendering, [shared] {
+        if (const auto request = shared->current(false)) request->verify();
+    });
+}
+
+void WindowCaptureQuick::synchronized(Shared& shared, const QQuickWindow& window) {
+    if (const auto grabbed = shared.current(false)) grabbed->freeze(window);
+    const auto request = shared.current(true);
+    if (!request) return;
+    request->freeze(window);
+    if (request->hasFailed()) hand(shared, request);
+}
+
+void WindowCaptureQuick::recorded(Shared& shared, QQuickWindow& window) {
+    const auto request = shared.current(true);
+    if (!request || !request->isFrozen()) return;
+    request->setPaintSerial(shared.serial);
+    request->verify();
+    if (!request->hasFailed()) {
+        window.beginExternalCommands();
+        if (!readOpenGLFrame(*request)) request->fail();
+        window.endExternalCommands();
+    }
+    hand(shared, request);
+}
+
+void WindowCaptureQuick::hand(Shared& shared, std::shared_ptr<FrameRequestQuick> request) {
+    {
+        const std::scoped_lock lock(shared.mutex);
+        if (shared.request != request) return;
+        // Later frames are none of its business.
+        shared.request = nullptr;
+    }
+    shared.mainQueue.async([owner = shared.owner, request = std::move(request)] {
+        if (owner) owner->finish(request);
+    });
+}
+
+void WindowCaptureQuick::capture(PixelBuffer buffer, ScreenCapture::MaskProvider masks,
+                                 ScreenCapture::Completion completion) {
+    if (mRequest || !mWindow || !mWindow->isVisible() || !mWindow->isExposed()) {
+        return completion(std::nullopt);
+    }
+    const auto request = std::make_shared<FrameRequestQuick>(std::move(buffer), std::move(masks));
+    mRequest = request;
+    const bool readsBack = isOpenGL(*mWindow);
+    mCompletion = std::move(completion);
+    {
+        const std::scoped_lock lock(mShared->mutex);
+        mShared->request = request;
+        mShared->isReadBack = readsBack;
+    }
+    if (readsBack) {
+        mPatience.start();
+        mWindow->update();
+    } else {
+        grab(*request);
+        finish(request);
+    }
+}
+
+void WindowCaptureQuick::grab(FrameRequestQuick& request) {
+    QImage image = mWindow->grabWindow();
+    {
+        const std::scoped_lock lock(mShared->mutex);
+        mShared->request = nullptr;
+    }
+    request.setPaintSerial(mShared->serial);
+    if (!request.fits(image.size())) return request.fail();
+    if (!isThirtyTwoBit(image)) image.convertTo(QImage::Format_RGB32);
+    // The image may share the memory that the window paints into next: it goes away with this call.
+    copyPixels(image, request.pixels());
+}
+
+void WindowCaptureQuick::finish(const std::shared_ptr<FrameRequestQuick>& request) {
+    // A frame may arrive after its request was given up.
+    if (request != mRequest) return;
+    mPatience.stop();
+    mRequest = nullptr;
+    std::exchange(mCompletion, nullptr)(request->takeFrame());
+}
+
+void WindowCaptureQuick::cancel() {
+    if (!mRequest) return;
+    {
+        const std::scoped_lock lock(mShared->mutex);
+        mShared->request = nullptr;
+    }
+    mPatience.stop();
+    mRequest = nullptr;
+    // Later: this may be in the middle of the host closing its window.
+    mShared->mainQueue.async(
+        [completion = std::exchange(mCompletion, nullptr)] { completion(std::nullopt); });
+}
+
+bool WindowCaptureQuick::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == mWindow && event->type() == QEvent::Expose && !mWindow->isExposed()) cancel();
+    return false;
+}
+
+}  // namespace merovanta::quick
