@@ -1,0 +1,77 @@
+import { byId, element, setText } from './dom.js';
+import { shareCode, visitorState } from './visitorState.js';
+
+/** The visitors by share code; live ones first, ended ones last, the latest first among equals. */
+export class VisitorList {
+  #list = byId('visitor-list');
+  #items = new Map();
+  #onSelect;
+
+  constructor(onSelect) {
+    this.#onSelect = onSelect;
+    this.#list.addEventListener('keydown', (event) => this.#moveFocus(event));
+  }
+
+  show(visitors, selected, now) {
+    const ordered = [...visitors].sort((a, b) => rank(a) - rank(b) || Number(b.id) - Number(a.id));
+    const ids = new Set(ordered.map((visitor) => visitor.id));
+    for (const [id, item] of this.#items) {
+      if (!ids.has(id)) {
+        item.row.remove();
+        this.#items.delete(id);
+      }
+    }
+    ordered.forEach((visitor, index) => {
+      const item = this.#items.get(visitor.id) ?? this.#add(visitor.id);
+      this.#update(item, visitor, visitor.id === selected, now);
+      if (this.#list.children[index] !== item.row) this.#list.insertBefore(item.row, this.#list.children[index] ?? null);
+    });
+    setText(byId('visitor-count'), String(ordered.length));
+    byId('visitor-hint').hidden = ordered.length > 0;
+  }
+
+  #add(id) {
+    const item = {
+      row: element('li'),
+      button: element('button', 'visitor'),
+      code: element('span', 'visitor-code'),
+      pill: element('span', 'pill'),
+      page: element('span', 'visitor-page'),
+      tenant: element('span', 'visitor-tenant'),
+    };
+    item.button.type = 'button';
+    item.button.append(item.code, item.pill, item.page, item.tenant);
+    item.button.addEventListener('click', () => this.#onSelect(id));
+    item.row.append(item.button);
+    this.#items.set(id, item);
+    return item;
+  }
+
+  #update(item, visitor, selected, now) {
+    const state = visitorState(visitor, now);
+    item.pill.dataset.state = state.key;
+    setText(item.pill, state.label);
+    setText(item.code, shareCode(visitor));
+    setText(item.page, visitor.page || 'No page yet');
+    setText(item.tenant, visitor.tenantId || 'No tenant');
+    if (selected === item.button.hasAttribute('aria-current')) return;
+    item.button.toggleAttribute('aria-current', selected);
+    if (!selected) return;
+    item.button.setAttribute('aria-current', 'true');
+    item.row.scrollIntoView({ block: 'nearest', inline: 'nearest' });
+  }
+
+  #moveFocus(event) {
+    const step = { ArrowDown: 1, ArrowRight: 1, ArrowUp: -1, ArrowLeft: -1 }[event.key];
+    if (!step) return;
+    const buttons = [...this.#list.querySelectorAll('button')];
+    const next = buttons[buttons.indexOf(document.activeElement) + step];
+    if (!next) return;
+    event.preventDefault();
+    next.focus();
+  }
+}
+
+function rank(visitor) {
+  return ['live', 'waiting', 'ended'].indexOf(visitor.state);
+}
