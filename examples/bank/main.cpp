@@ -6,7 +6,6 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <QQmlApplicationEngine>
-#include <QSurfaceFormat>
 #include <QTimer>
 #include <cstdio>
 
@@ -48,7 +47,9 @@ QString configureMerovanta(const Options& options) {
 void exitGracefully(const QObject& window) {
     if (!window.property("sharing").toBool()) return QCoreApplication::quit();
     merovanta::Merovanta::panoptra().stop();
-    QTimer::singleShot(250ms, qApp, &QCoreApplication::quit);
+    auto* farewell = new QTimer(qApp);
+    QObject::connect(farewell, &QTimer::timeout, qApp, &QCoreApplication::quit);
+    farewell->start(250ms);
 }
 
 void startTour(Tour& tour) {
@@ -67,10 +68,6 @@ void startTour(Tour& tour) {
 
 int main(int argc, char** argv) {
     renderOffscreenWithoutDisplay();
-    QSurfaceFormat format = QSurfaceFormat::defaultFormat();
-    format.setSamples(4);
-    QSurfaceFormat::setDefaultFormat(format);
-
     merovanta::quick::initialize();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("merovanta-bank"));
