@@ -30,15 +30,17 @@ std::size_t sequenceLength(std::string_view text) {
 
 std::string boundedText(std::string_view text, std::size_t maxBytes) {
     std::string result;
+    std::size_t cut = 0;  // the longest prefix that leaves room for the ellipsis
     while (!text.empty()) {
         const std::size_t length = sequenceLength(text);
         const std::string_view piece = length == 0 ? kReplacement : text.substr(0, length);
-        text.remove_prefix(length == 0 ? 1 : length);
-        const std::size_t reserve = text.empty() ? 0 : kEllipsis.size();
-        if (result.size() + piece.size() + reserve > maxBytes) {
+        if (piece.size() > maxBytes - result.size()) {
+            result.resize(cut);
             return result += kEllipsis;
         }
         result += piece;
+        text.remove_prefix(length == 0 ? 1 : length);
+        if (result.size() + kEllipsis.size() <= maxBytes) cut = result.size();
     }
     return result;
 }

@@ -1,0 +1,174 @@
+#include <gtest/gtest.h>
+
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/beast/core/buffers_to_string.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http.hpp>
+#include <boost/beast/websocket.hpp>
+#include <functional>
+
+#include "ConsoleAssets.h"
+#include "Service.h"
+
+namespace merovanta::devservice::test {
+namespace {
+
+namespace beast = boost::beast;
+namespace websocket = boost::beast::websocket;
+using boost::asio::ip::tcp;
+using nlohmann::json;
+
+/// A console page's WebSocket.
+class Console {
+ public:
+    explicit Console(Service& service, const std::string& origin = {}) : socket_(service.client()) {
+        tcp::socket& tcp = socket_.next_layer();
+        tcp.open(tcp::v4());
+        tcp.set_option(tcp::socket::receive_buffer_size(64 * 1024));
+        tcp.connect({boost::asio::ip::address_v4::loopback(), service.port()});
+        socket_.set_option(websocket::stream_base::decorator([origin](websocket::request_type& request) {
+            if (!origin.empty()) request.set(beast::http::field::origin, origin);
+        }));
+        websocket::response_type response;
+        socket_.handshake(response, "127.0.0.1:" + std::to_string(service.port()), "/console/ws", error_);
+        status_ = response.result_int();
+    }
+
+    unsigned status() const { return status_; }
+
+    void watch(const std::string& visitor) {
+        socket_.write(boost::asio::buffer(json{{"type", "watch"}, {"visitor", visitor}}.dump()));
+    }
+
+    /// Reads on until a JSON message fits.
+    json next(const std::function<bool(const json&)>& fits) {
+        for (;;) {
+            const std::string message = read();
+            if (socket_.got_binary()) continue;
+            const json parsed = json::parse(message);
+            if (fits(parsed)) return parsed;
+        }
+    }
+
+    /// Reads on until a picture comes.
+    std::string nextFrame() {
+        for (;;) {
+            std::string message = read();
+            if (socket_.got_binary()) return message;
+        }
+    }
+
+ private:
+    std::string read() {
+        beast::flat_buffer buffer;
+        socket_.read(buffer);
+        return beast::buffers_to_string(buffer.data());
+    }
+
+    websocket::stream<tcp::socket> socket_;
+    beast::error_code error_;
+    unsigned status_ = 0;
+};
+
+bool isTimeline(const json& message) {
+    return message["type"] == "timeline";
+}
+
+unsigned frameNumber(const std::string& frame) {
+    unsigned number = 0;
+    for (std::size_t i = 4; i < 8; ++i)
+        number = number * 256 + static_cast<unsigned char>(frame[i]);
+    return number;
+}
+
+ProtoMessageList screenshot(std::size_t bytes) {
+    ProtoMessageList list;
+    list.add_messages()->add_screenshotevent()->set_image(jpeg(390, 844, bytes));
+    return list;
+}
+
+TEST(Console, FollowsAVisitor) {
+    Service service;
+    Console console(service);
+    EXPECT_EQ(console.next([](const json& m) { return m["type"] == "settings"; })["settings"]["st"], "u");
+    service.startSession();
+    const json list =
+        console.next([](const json& m) { return m["type"] == "visitors" && !m["visitors"].empty(); });
+    EXPECT_EQ(list["visitors"][0]["shareId"], "48213");
+
+    console.watch("1");
+    const json past = console.next(isTimeline);
+    EXPECT_TRUE(past["reset"]);
+    EXPECT_EQ(past["entries"][0]["kind"], "init");
+
+    service.post(screenshot(0));
+    EXPECT_EQ(console.nextFrame(), std::string("\0\0\0\1\0\0\0\1", 8) + jpeg(390, 844));
+    ProtoMessageList page;
+    page.add_messages()->set_pagechange("AccountsPage");
+    service.post(page);
+    const json news =
+        console.next([](const json& m) { return isTimeline(m) && m["entries"].back()["kind"] == "page"; });
+    EXPECT_FALSE(news["reset"]);
+
+    service.request("PUT", "/console/api/settings", R"({"st":null})");
+    EXPECT_TRUE(
+        console.next([](const json& m) { return m["type"] == "settings"; })["settings"]["st"].is_null());
+}
+
+TEST(Console, SlowPageGetsTheLastPictureInsteadOfAQueue) {
+    constexpr unsigned kFrames = 60;
+    Service service;
+    service.startSession();
+    Console console(service);
+    console.watch("1");
+    console.next(isTimeline);
+    for (unsigned i = 0; i < kFrames; ++i)
+        ASSERT_EQ(service.post(screenshot(1'000'000)).status, 200U);
+    unsigned received = 0;
+    while (frameNumber(console.nextFrame()) != kFrames)
+        ++received;
+    EXPECT_LT(received, kFrames / 2);
+}
+
+TEST(Console, RefusesOtherPages) {
+    Service service;
+    EXPECT_EQ(Console(service, "http://evil.example").status(), 403U);
+    EXPECT_EQ(Console(service, "http://127.0.0.1:" + std::to_string(service.port())).status(), 101U);
+    for (const char* path : {"/", "/console/api/visitors", "/console/api/settings"}) {
+        EXPECT_EQ(service.request("GET", path, {}, {{"Host", "rebound.example"}}).status, 403U) << path;
+    }
+    const Service::Headers foreign = {{"Origin", "http://evil.example"}};
+    EXPECT_EQ(service.request("PUT", "/console/api/settings", R"({"x":true})", foreign).status, 403U);
+    EXPECT_FALSE(service.request("GET", "/console/api/settings").json()["x"]);
+}
+
+TEST(Console, SettingsAreTakenAsAWholeOrNotAtAll) {
+    Service service;
+    for (const char* bad : {R"({"x":true,"s":"yes"})", R"({"x":true,"unknown":1})",
+                            R"({"x":true,"blacklist":[1]})", R"({"x":true,"cA":"true"})", "[]", "{"}) {
+        const Reply reply = service.request("PUT", "/console/api/settings", bad);
+        EXPECT_EQ(reply.status, 400U) << bad;
+        EXPECT_TRUE(reply.json()["error"].is_string());
+    }
+    EXPECT_FALSE(service.request("GET", "/console/api/settings").json()["x"]);
+}
+
+TEST(Console, PageIsSelfContainedAndStrict) {
+    Service service;
+    const Reply page = service.request("GET", "/");
+    EXPECT_EQ(page.status, 200U);
+    const std::string policy = page.headers.at("Content-Security-Policy");
+    EXPECT_NE(policy.find("default-src 'none'"), std::string::npos);
+    EXPECT_EQ(policy.find("unsafe"), std::string::npos);
+    for (const std::string_view name : ConsoleAssets::names()) {
+        if (name == "index.html") continue;
+        const Reply asset = service.request("GET", "/console/" + std::string(name));
+        EXPECT_EQ(asset.status, 200U) << name;
+        EXPECT_FALSE(asset.body.empty()) << name;
+        EXPECT_EQ(asset.body.find("innerHTML"), std::string::npos) << name;
+    }
+    EXPECT_EQ(service.request("GET", "/console/..%2Fmain.cpp").status, 404U);
+}
+
+}  // namespace
+}  // namespace merovanta::devservice::test
