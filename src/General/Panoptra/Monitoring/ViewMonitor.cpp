@@ -22,6 +22,26 @@ std::string describe(const Point& point) {
 
 }  // namespace
 
+/// One picture on its way through the work queue.
+struct ViewMonitor::PictureJob {
+    unsigned run = 0;
+    PictureKey key;
+    CapturedFrame frame;
+    std::shared_ptr<ScreenshotEncoder> encoder;
+    bool mustReset = false;
+
+    // The outcome; the buffer goes back for the next capture.
+    std::optional<std::string> picture;
+    PixelBuffer buffer;
+
+    void encode() {
+        if (mustReset) encoder->reset();
+        MaskedFrame masked(std::move(frame));
+        picture = encoder->encode(masked);
+        buffer = std::move(masked).takeBuffer();
+    }
+};
+
 ViewMonitor::ViewMonitor(std::shared_ptr<ApplicationConfigWrapper> wrapper)
     : applicationConfig(std::move(wrapper)) {}
 
@@ -165,34 +185,30 @@ void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<Capt
         return;
     }
     key.paintSerial = frame->paintSerial;
-    platform::current().workQueue().async([weak = weak_from_this(), run, key = std::move(key),
-                                           encoder = mEncoder,
-                                           reset = std::exchange(mEncoderMustReset, false),
-                                           frame = std::move(*frame)]() mutable {
-        if (reset) encoder->reset();
-        MaskedFrame masked(std::move(frame));
-        auto picture = encoder->encode(masked);
-        ViewUtils::runOnMainQueue([weak, run, key = std::move(key), buffer = std::move(masked).takeBuffer(),
-                                   picture = std::move(picture)]() mutable {
-            if (const auto self = weak.lock()) {
-                self->pictureEncoded(run, key, std::move(buffer), std::move(picture));
-            }
+    auto job = std::make_shared<PictureJob>(PictureJob{.run = run,
+                                                       .key = std::move(key),
+                                                       .frame = std::move(*frame),
+                                                       .encoder = mEncoder,
+                                                       .mustReset = std::exchange(mEncoderMustReset, false)});
+    platform::current().workQueue().async([weak = weak_from_this(), job = std::move(job)] {
+        job->encode();
+        ViewUtils::runOnMainQueue([weak, job] {
+            if (const auto self = weak.lock()) self->pictureEncoded(*job);
         });
     });
 }
 
-void ViewMonitor::pictureEncoded(unsigned run, const PictureKey& key, PixelBuffer buffer,
-                                 std::optional<std::string> picture) {
+void ViewMonitor::pictureEncoded(PictureJob& job) {
     assertMainThread();
-    mBuffer = std::move(buffer);
+    mBuffer = std::move(job.buffer);
     // Masked by lists that no longer hold: not fit to be sent.
-    if (run != mRun || key.iosConfig != maskingLists()) {
+    if (job.run != mRun || job.key.iosConfig != maskingLists()) {
         discardPicture();
         return;
     }
     mIsCapturing = false;
-    mLastKey = key;
-    if (picture && picture != lastScreenshot) sendScreenshot(std::move(*picture));
+    mLastKey = std::move(job.key);
+    if (job.picture && job.picture != lastScreenshot) sendScreenshot(std::move(*job.picture));
 }
 
 void ViewMonitor::discardPicture() {

@@ -49,6 +49,8 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
         bool operator==(const PictureKey&) const = default;
     };
 
+    struct PictureJob;
+
     void installTapRecognizer(unsigned run, const Completion& completion);
     void startViewChangeTimer();
     void checkViewChange(const std::string& name);
@@ -58,8 +60,7 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     [[nodiscard]] PictureKey pictureKey(const View& root) const;
     void capture(const std::shared_ptr<View>& root, PictureKey key);
     void frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame);
-    void pictureEncoded(unsigned run, const PictureKey& key, PixelBuffer buffer,
-                        std::optional<std::string> picture);
+    void pictureEncoded(PictureJob& job);
     void discardPicture();
     void sendScreenshot(std::string picture);
 
