@@ -72,7 +72,7 @@ void HttpExchangeQt::checkAnnouncedLength() {
 }
 
 void HttpExchangeQt::receive() {
-    if (!mAbortReason.empty()) return;
+    if (!mAbortReason.empty() || !mReply->isOpen()) return;
     const QByteArray chunk = mReply->readAll();
     if (static_cast<std::size_t>(chunk.size()) > HttpSession::maximumReplyBytes - mBody.size()) {
         return abort(tooLarge);

@@ -23,6 +23,9 @@ void FrameRequestQuick::freeze(const QQuickWindow& window) {
         if (item == nullptr) return fail();
         mGeometry.add(*item);
     }
+    // A layer's picture may be one frame older than the nodes, so they must be in place already now, before
+    // the animators move on, and not only when the frame is done.
+    if (!mGeometry.matchesScene()) return fail();
     mFrame.masks = std::move(*masks);
     mFrame.scale = window.effectiveDevicePixelRatio();
     mSize = QSizeF(window.size()) * mFrame.scale;

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QString>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QTest>
+#include <memory>
+#include <string_view>
+
+#include "Platform/Platform.h"
+
+namespace merovanta::test {
+
+/// Handles events until the condition holds; false if it does not within the time.
+template <typename Condition>
+bool eventually(Condition condition, int milliseconds = 5000) {
+    return QTest::qWaitFor(condition, milliseconds);
+}
+
+/// A window made of QML text, whose neighbours are the files in qml/. Its class is "Main".
+class Scene {
+ public:
+    explicit Scene(const QString& qml);
+
+    [[nodiscard]] QQuickWindow& window() { return *mWindow; }
+    [[nodiscard]] QQuickItem* item(const QString& objectName);
+    [[nodiscard]] QObject* object(const QString& objectName);
+    void close() { mWindow.reset(); }
+
+    [[nodiscard]] std::shared_ptr<ViewController> controller();
+    [[nodiscard]] std::shared_ptr<View> root();
+
+ private:
+    QQmlEngine mEngine;
+    std::unique_ptr<QQuickWindow> mWindow;
+};
+
+/// The first view with this tag, in the order of the view tree; null if there is none.
+[[nodiscard]] std::shared_ptr<View> viewWithTag(const std::shared_ptr<View>& root, long tag);
+
+}  // namespace merovanta::test

@@ -1,0 +1,115 @@
+#include "Platform/TapRecognizer.h"
+
+#include <gmock/gmock.h>
+
+#include <QtGui/QPointingDevice>
+#include <QtGui/QStyleHints>
+
+#include "Scene.h"
+
+using merovanta::Point;
+using merovanta::TapRecognizer;
+using merovanta::platform::current;
+using merovanta::test::Scene;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace merovanta {
+
+void PrintTo(const Point& point, std::ostream* out) {
+    *out << point.x << ", " << point.y;
+}
+
+}  // namespace merovanta
+
+namespace {
+
+struct Watched {
+    Scene scene{R"(ApplicationWindow {
+        Button { objectName: "button"; width: 100; height: 100; property int count; onClicked: ++count }
+        Dialog { objectName: "dialog"; modal: true; x: 150; y: 200; width: 100; height: 100 }
+    })"};
+    std::vector<Point> taps;
+    std::unique_ptr<TapRecognizer> recognizer =
+        current().tapRecognizers().create([this](const TapRecognizer& from) {
+            EXPECT_EQ(from.state(), TapRecognizer::State::ended);
+            taps.push_back(from.locationIn(*scene.root()));
+        });
+
+    Watched() { recognizer->attach(*scene.root()); }
+};
+
+TEST(TapRecognizer, SeesATapThatTheHostUses) {
+    Watched watched;
+    QTest::mouseClick(&watched.scene.window(), Qt::LeftButton, {}, {10, 20});
+    EXPECT_THAT(watched.taps, ElementsAre(Point{10, 20}));
+    EXPECT_EQ(watched.scene.object("button")->property("count"), 1);
+    EXPECT_EQ(watched.recognizer->state(), TapRecognizer::State::possible);
+
+    QTest::mouseDClick(&watched.scene.window(), Qt::LeftButton, {}, {30, 40});
+    EXPECT_EQ(watched.taps.size(), 3U) << "each click of a double click is a tap";
+
+    watched.recognizer->detach();
+    QTest::mouseClick(&watched.scene.window(), Qt::LeftButton, {}, {10, 20});
+    EXPECT_EQ(watched.taps.size(), 3U);
+}
+
+TEST(TapRecognizer, SeesTapsInPopups) {
+    Watched watched;
+    watched.scene.object("dialog")->setProperty("visible", true);
+    QTest::qWait(50);
+    QTest::mouseClick(&watched.scene.window(), Qt::LeftButton, {}, {170, 250});
+    EXPECT_THAT(watched.taps, ElementsAre(Point{170, 250}));
+}
+
+TEST(TapRecognizer, IgnoresDragsAndOtherButtons) {
+    Watched watched;
+    auto* const window = &watched.scene.window();
+    const int far = QGuiApplication::styleHints()->startDragDistance() + 5;
+    QTest::mousePress(window, Qt::LeftButton, {}, {10, 20});
+    QTest::mouseMove(window, {10 + far, 20});
+    QTest::mouseMove(window, {10, 20});
+    QTest::mouseRelease(window, Qt::LeftButton, {}, {10, 20});
+    QTest::mouseClick(window, Qt::RightButton, {}, {10, 20});
+    EXPECT_THAT(watched.taps, IsEmpty());
+    QTest::mousePress(window, Qt::LeftButton, {}, {10, 20});
+    QTest::mouseRelease(window, Qt::LeftButton, {}, {12, 21});
+    EXPECT_THAT(watched.taps, ElementsAre(Point{12, 21}));
+}
+
+TEST(TapRecognizer, SeesOneFingerOnce) {
+    Watched watched;
+    auto* const window = &watched.scene.window();
+    static QPointingDevice* const screen = QTest::createTouchDevice();
+    QTest::touchEvent(window, screen).press(0, {20, 20});
+    QTest::touchEvent(window, screen).release(0, {20, 20});
+    EXPECT_THAT(watched.taps, ElementsAre(Point{20, 20}));
+
+    QTest::touchEvent(window, screen).press(0, {20, 20});
+    QTest::touchEvent(window, screen).stationary(0).press(1, {60, 60});
+    QTest::touchEvent(window, screen).stationary(0).release(1, {60, 60});
+    QTest::touchEvent(window, screen).release(0, {20, 20});
+    QTest::qWait(20);
+    EXPECT_EQ(watched.taps.size(), 1U) << "two fingers are no tap";
+}
+
+TEST(TapRecognizer, MayBeDestroyedByItsAction) {
+    Scene scene("ApplicationWindow {}");
+    std::unique_ptr<TapRecognizer> recognizer;
+    int taps = 0;
+    recognizer = current().tapRecognizers().create([&](const TapRecognizer&) {
+        recognizer.reset();
+        ++taps;
+    });
+    recognizer->attach(*scene.root());
+    QTest::mouseClick(&scene.window(), Qt::LeftButton, {}, {10, 20});
+    QTest::mouseClick(&scene.window(), Qt::LeftButton, {}, {10, 20});
+    EXPECT_EQ(taps, 1);
+
+    recognizer = current().tapRecognizers().create([](const TapRecognizer&) {});
+    recognizer->attach(*scene.root());
+    scene.close();
+    recognizer->detach();
+}
+
+}  // namespace

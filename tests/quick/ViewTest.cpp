@@ -1,0 +1,112 @@
+#include <gmock/gmock.h>
+
+#include "Platform/View.h"
+#include "Scene.h"
+
+using merovanta::platform::current;
+using merovanta::test::Scene;
+using merovanta::test::viewWithTag;
+
+namespace {
+
+const auto* const tree = R"(
+ApplicationWindow {
+    component Badge: Rectangle {}
+    Item {
+        Merovanta.tag: 1; x: 10; y: 20; width: 100; height: 50
+        Rectangle { Merovanta.tag: 2; x: 1; y: 2; width: 4; height: 6; z: 2 }
+        Rectangle { Merovanta.tag: 3; property int extra; rotation: 90; width: 10; height: 20 }
+        Badge { Merovanta.tag: 4; z: -1 }
+    }
+    LoginPage { Merovanta.tag: 5; property int extra }
+    TextField { Merovanta.tag: 6; objectName: "field" }
+    Loader { sourceComponent: LoginPage { Merovanta.tag: 8 } }
+}
+)";
+
+TEST(Views, AreCalledByTheirPlainClassNames) {
+    Scene scene(tree);
+    const auto root = scene.root();
+    const auto name = [&](long tag) { return viewWithTag(root, tag)->className(); };
+    EXPECT_EQ(name(1), "QQuickItem");
+    EXPECT_EQ(name(3), "QQuickRectangle");
+    EXPECT_EQ(name(4), "Badge");
+    EXPECT_EQ(name(5), "LoginPage");
+    EXPECT_EQ(name(6), "TextField");
+    EXPECT_EQ(name(8), "LoginPage");
+    EXPECT_EQ(scene.controller()->className(), "Main");
+
+    const auto is = [&](long tag, std::string_view kind) { return viewWithTag(root, tag)->isKindOf(kind); };
+    for (const auto* kind : {"LoginPage", "Page", "QQuickPage", "Pane", "Control", "QQuickItem", "Item"}) {
+        EXPECT_TRUE(is(5, kind)) << kind;
+    }
+    for (const auto* kind : {"TextField", "QQuickTextField", "TextInput", "QQuickTextInput"}) {
+        EXPECT_TRUE(is(6, kind)) << kind;
+    }
+    EXPECT_TRUE(is(4, "Rectangle"));
+    for (const auto* kind : {"", "Login", "LoginPage_QMLTYPE", "TextField", "QQuickRectangle"}) {
+        EXPECT_FALSE(is(5, kind)) << kind;
+    }
+}
+
+TEST(Views, ClassesExistOnceSeenOrRegistered) {
+    Scene scene(tree);
+    auto& application = current().application();
+    for (const auto* name : {"LoginPage", "Badge", "QQuickTextField", "TextField", "Rectangle", "ListView"}) {
+        EXPECT_TRUE(application.classExists(name)) << name;
+    }
+    for (const auto* name : {"", "NoSuchClass", "LoginPage_QMLTYPE_1"}) {
+        EXPECT_FALSE(application.classExists(name)) << name;
+    }
+}
+
+TEST(Views, HaveTheirGeometryAndPaintingOrder) {
+    Scene scene(tree);
+    const auto root = scene.root();
+    const auto parent = viewWithTag(root, 1);
+    EXPECT_EQ(root->bounds(), (merovanta::Rect{0, 0, 300, 400}));
+    EXPECT_EQ(parent->frame(), (merovanta::Rect{10, 20, 100, 50}));
+    EXPECT_EQ(parent->bounds(), (merovanta::Rect{0, 0, 100, 50}));
+    std::vector<long> tags;
+    for (const auto& child : parent->subviews())
+        tags.push_back(child->tag());
+    EXPECT_THAT(tags, testing::ElementsAre(4, 3, 2));
+
+    EXPECT_EQ(viewWithTag(root, 2)->convert({0, 0, 4, 6}, *root), (merovanta::Rect{11, 22, 4, 6}));
+    // Turned by a right angle around its centre (15, 30).
+    const auto turned = viewWithTag(root, 3)->convert({0, 0, 10, 20}, *root);
+    EXPECT_NEAR(turned.x, 5, 1e-9);
+    EXPECT_NEAR(turned.y, 25, 1e-9);
+    EXPECT_NEAR(turned.width, 20, 1e-9);
+    EXPECT_NEAR(turned.height, 10, 1e-9);
+}
+
+TEST(Views, OfDeadItemsAreEmpty) {
+    Scene scene(tree);
+    const auto root = scene.root();
+    const auto field = viewWithTag(root, 6);
+    ASSERT_TRUE(field->isAlive());
+    delete scene.object(QStringLiteral("field"));
+    EXPECT_FALSE(field->isAlive());
+    EXPECT_EQ(field->identity(), nullptr);
+    EXPECT_EQ(field->frame(), merovanta::Rect{});
+    EXPECT_EQ(field->convert({0, 0, 1, 1}, *root), merovanta::Rect{});
+    EXPECT_EQ(root->convert({0, 0, 1, 1}, *field), merovanta::Rect{});
+    EXPECT_EQ(field->className(), "");
+    EXPECT_FALSE(field->isKindOf("QQuickItem"));
+    EXPECT_EQ(field->tag(), 0);
+    EXPECT_TRUE(field->subviews().empty());
+    EXPECT_EQ(viewWithTag(root, 6), nullptr);
+}
+
+TEST(Views, OfPopupsAnswerForThePopup) {
+    Scene scene("ApplicationWindow { PinDialog { visible: true; Merovanta.tag: 9 } }");
+    const auto view = viewWithTag(scene.root(), 9);
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->className(), "PinDialog");
+    for (const auto* kind : {"PinDialog", "Dialog", "Popup", "QQuickPopup", "Item"}) {
+        EXPECT_TRUE(view->isKindOf(kind)) << kind;
+    }
+}
+
+}  // namespace

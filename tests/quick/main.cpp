@@ -1,0 +1,91 @@
+#include <Merovanta/Quick.h>
+#include <gtest/gtest.h>
+
+#include <QtCore/QSettings>
+#include <QtCore/QTemporaryDir>
+#include <QtGui/QGuiApplication>
+#include <cstring>
+
+#include "EarlyBird.h"
+#include "RogueServer.h"
+#include "Scene.h"
+
+using merovanta::platform::current;
+using merovanta::test::RogueServer;
+
+namespace merovanta::test {
+
+EarlyBird& earlyBird() {
+    static EarlyBird bird;
+    return bird;
+}
+
+}  // namespace merovanta::test
+
+namespace {
+
+void askEarly() {
+    auto& bird = merovanta::test::earlyBird();
+    current().mainQueue().async([&] { bird.task = true; });
+    bird.handle =
+        current().timers().schedule(std::chrono::milliseconds(1), false, [&] { bird.timer = true; });
+    current().httpSession().execute({.url = "nowhere"},
+                                    [&](merovanta::HttpReply) { bird.completion = true; });
+}
+
+void useEverything() {
+    current().mainQueue().async([] {});
+    current().workQueue().async([] { QThread::msleep(50); });
+    current().httpSession().execute({.url = "http://127.0.0.1:1/"}, [](merovanta::HttpReply) {});
+    current().userDefaults().set("key", "value");
+    current().userDefaults().synchronize();
+    current().application().keyWindowRootViewController();
+    current().application().identifierForVendor();
+    current().application().mainScreen();
+    current().application().classExists("Item");
+}
+
+/// The application ends while every port is busy, and they are used once more when it is gone.
+int endInTheMiddle(int argc, char** argv) {
+    std::unique_ptr<merovanta::Timer> timer;
+    std::shared_ptr<merovanta::View> view;
+    std::unique_ptr<merovanta::TapRecognizer> recognizer;
+    {
+        const QGuiApplication application(argc, argv);
+        merovanta::test::Scene scene("ApplicationWindow {}");
+        const RogueServer server("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf",
+                                 RogueServer::Afterwards::keepOpen);
+        view = scene.root();
+        recognizer = current().tapRecognizers().create([](const merovanta::TapRecognizer&) {});
+        recognizer->attach(*view);
+        timer = current().timers().schedule(std::chrono::milliseconds(1), true, [] {});
+        current().httpSession().execute({.url = server.url()}, [](merovanta::HttpReply) {});
+        QTest::qWait(50);
+        useEverything();
+        current().screenCapture().capture(
+            view, {}, [] { return std::vector<merovanta::MaskArea>(); },
+            [](std::optional<merovanta::CapturedFrame>) {});
+    }
+    useEverything();
+    current().screenCapture().capture(
+        view, {}, [] { return std::nullopt; }, [](auto) {});
+    auto late = current().timers().schedule(std::chrono::milliseconds(1), false, [] {});
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
+    QCoreApplication::setOrganizationName("Test Vendor");
+    QCoreApplication::setApplicationName("quick_test");
+    merovanta::quick::initialize();
+    if (argc > 1 && std::strcmp(argv[1], "--end-in-the-middle") == 0) return endInTheMiddle(argc, argv);
+    testing::InitGoogleTest(&argc, argv);
+    askEarly();
+    const QGuiApplication application(argc, argv);
+    // Tests close their only window all the time.
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    return RUN_ALL_TESTS();
+}

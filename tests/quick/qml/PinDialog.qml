@@ -1,0 +1,5 @@
+import QtQuick.Controls
+
+Dialog {
+    modal: true
+}
