@@ -194,6 +194,7 @@ TEST_F(TransportTest, ADeleteCarriesTheVisitAndItsFailureIsOnlyLogged) {
     EXPECT_EQ(service.requests("DELETE", "api/ix/m").front().url,
               "https://service.example/api/ix/m?fsTy=&id=" + *visit.visitId + "&sId=" + *visit.sessionId +
                   "&tId=a%20b%26c&url=&vId=" + *visit.visitorId);
+    EXPECT_THAT(log.lines("[DEBUG] HttpUtil: DELETE https://service.example/api/ix/m?"), SizeIs(1));
     service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("gone"); };
     sender->close();
     advance(1s);
@@ -236,7 +237,8 @@ TEST_F(TransportTest, WhatCannotBeAnAddressIsRefusedOrFatalButNeverSent) {
     EXPECT_EQ(http.buildRequest("https://[::1]:8/%41%4?a b#\xC3\xA4").url,
               "https://[::1]:8/%41%254?a%20b#%C3%A4");
     EXPECT_DEATH((void)PageProperties::of({0, 0, 1e19, 1}), "The screen's bounds are no 64-bit number");
-    EXPECT_DEATH((void)PageProperties::of({0, 0, 1, std::nan("")}), "The screen's bounds are no 64-bit number");
+    EXPECT_DEATH((void)PageProperties::of({0, 0, 1, std::nan("")}),
+                 "The screen's bounds are no 64-bit number");
 }
 
 TEST(WireMessagesTest, PresenceDecidesWhatIsWritten) {

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "General/ConstantUtils.h"
-#include "General/Log.h"
 #include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Util/Url.h"
 
@@ -66,10 +65,7 @@ void MerovantaAPI::deleteMessages(const Query& query, std::function<void(VoidRes
         completion(noUrl());
         return;
     }
-    Log::debug("DELETE " + *url);
-    HttpRequest request = httpUtil->buildRequest(*url);
-    request.method = "DELETE";
-    httpUtil->execute(std::move(request), [completion = std::move(completion)](const HttpReply& reply) {
+    httpUtil->deleteResource(*url, [completion = std::move(completion)](const HttpReply& reply) {
         completion(reply.error ? VoidResult(*reply.error) : VoidResult(std::optional(VoidReply())));
     });
 }

@@ -27,6 +27,13 @@ void HttpUtil::get(const std::string& url, Completion completion) const {
     execute(buildRequest(url), std::move(completion));
 }
 
+void HttpUtil::deleteResource(const std::string& url, Completion completion) const {
+    Log::debug("DELETE " + url);
+    HttpRequest request = buildRequest(url);
+    request.method = "DELETE";
+    execute(std::move(request), std::move(completion));
+}
+
 void HttpUtil::post(const std::string& url, std::string body, Completion completion) const {
     Log::debug("POST " + url);
     HttpRequest request = buildRequest(url);

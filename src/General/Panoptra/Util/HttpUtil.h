@@ -23,6 +23,8 @@ class HttpUtil {
 
     void get(const std::string& url, Completion completion) const;
 
+    void deleteResource(const std::string& url, Completion completion) const;
+
     /// The content type is announced as JSON whatever the body holds; the service expects it so.
     void post(const std::string& url, std::string body, Completion completion) const;
 
