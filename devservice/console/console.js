@@ -45,9 +45,22 @@ function receiveVisitors(message) {
   if (message.complete) visitors.clear();
   for (const visitor of message.visitors) visitors.set(visitor.id, visitor);
   if (selected !== null && !visitors.has(selected)) selected = null;
-  const first = [...visitors.values()].reverse().find((visitor) => visitor.state !== 'ended') ?? [...visitors.values()].at(-1);
-  if (selected === null && first) select(first.id);
+  const next = selected === null ? firstVisitor() : continuation(visitors.get(selected));
+  if (next) select(next.id);
   else show();
+}
+
+/** The latest visitor, of those that have not ended if there are any. */
+function firstVisitor() {
+  const latestFirst = [...visitors.values()].reverse();
+  return latestFirst.find((visitor) => visitor.state !== 'ended') ?? latestFirst[0];
+}
+
+/** The new session of a visitor whose own has ended: an app that was in the background comes back under new ids. */
+function continuation(ended) {
+  if (ended.state !== 'ended' || !ended.shareId) return undefined;
+  return [...visitors.values()].find((visitor) => visitor.state === 'live'
+    && visitor.shareId === ended.shareId && visitor.visitorId === ended.visitorId);
 }
 
 function receiveTimeline({ entries, reset }) {

@@ -45,7 +45,7 @@ class Console {
         for (;;) {
             const std::string message = read();
             if (socket_.got_binary()) continue;
-            const json parsed = json::parse(message);
+            json parsed = json::parse(message);
             if (fits(parsed)) return parsed;
         }
     }

@@ -123,6 +123,19 @@ test('choosing another visitor shows that one only', async () => {
   assert.equal(await page.locator('[aria-current]').textContent().then((text) => text.includes('22222')), true);
 });
 
+test('a visitor who comes back under new ids is followed', async () => {
+  const away = new FakeVisitor(url, { shareId: '55555' });
+  await away.start();
+  await away.send(event.screenshot(0, await picture('rgb(200, 40, 40)')));
+  await page.getByRole('button', { name: /55555/ }).click();
+  await away.stop();
+  await page.getByText(/Session ended at/).waitFor();
+  const back = Object.assign(new FakeVisitor(url, { shareId: '55555' }), { visitorId: away.visitorId });
+  await back.start();
+  await back.send(event.screenshot(0, await picture('rgb(240, 180, 20)')));
+  await shown(240, 180, 20);
+});
+
 test('what the service replies can be set', async () => {
   await page.getByRole('button', { name: 'Start reply' }).click();
   await page.getByLabel('Ignore the visitor').check();
