@@ -12,6 +12,17 @@ Dialog {
     required property real amount
     required property string accountName
 
+    property bool wasAccepted: false
+    // Comes after the sheet has gone.
+    signal confirmed
+
+    onAboutToShow: wasAccepted = false
+    onAccepted: wasAccepted = true
+    onClosed: {
+        if (wasAccepted)
+            confirmed();
+    }
+
     readonly property real restingY: parent ? parent.height - height : 0
 
     parent: T.Overlay.overlay

@@ -52,7 +52,7 @@ Surface {
             id: digits
             objectName: "shareCode"
             Layout.alignment: Qt.AlignHCenter
-            visible: card.session.active && !card.session.failed
+            visible: card.session.active
             spacing: 8
             Accessible.role: Accessible.StaticText
             Accessible.name: qsTr("Share code %1").arg(card.session.code.split("").join(" "))
@@ -85,14 +85,14 @@ Surface {
             objectName: "startSharingButton"
             Layout.fillWidth: true
             visible: !card.session.active
-            text: qsTr("Start sharing")
+            text: card.session.failed ? qsTr("Try again") : qsTr("Start sharing")
             onClicked: card.session.start()
         }
         SecondaryButton {
             objectName: "stopSharingButton"
             Layout.fillWidth: true
             visible: card.session.active
-            text: card.session.failed ? qsTr("Close") : qsTr("Stop sharing")
+            text: qsTr("Stop sharing")
             onClicked: card.session.stop()
         }
     }

@@ -38,7 +38,9 @@ Item {
     Connections {
         target: session.probe
 
+        // A late success must not share the screen of somebody who was told that nobody can see it.
         function onUnreachable(): void {
+            session.stop();
             session.failed = true;
         }
     }

@@ -6,7 +6,7 @@ Rectangle {
 
     required property ShareSession session
 
-    visible: session.active && !session.failed
+    visible: session.active
     width: content.width + 24
     height: 26
     radius: 13

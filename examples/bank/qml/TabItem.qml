@@ -11,7 +11,7 @@ TabButton {
     Accessible.name: text
 
     background: Rectangle {
-        color: Theme.surface
+        color: Theme.bar
 
         Rectangle {
             width: parent.width

@@ -6,7 +6,8 @@ TextField {
     // Groups the digits of a card number by four as they are typed.
     property bool groupsDigits: false
 
-    anchors.fill: parent
+    width: parent && visible ? parent.width : 0
+    height: parent && visible ? parent.height : 0
     padding: 0
     clip: true
     verticalAlignment: TextInput.AlignVCenter

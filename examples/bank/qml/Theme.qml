@@ -5,6 +5,9 @@ import QtQuick
 QtObject {
     readonly property color background: "#f4f5f1"
     readonly property color surface: "#ffffff"
+    // Opaque to the eye only: the software backend leaves old pixels beside an opaque bar when rows slide
+    // under it.
+    readonly property color bar: "#feffffff"
     readonly property color line: "#e2e6e0"
     readonly property color ink: "#14231d"
     readonly property color inkSoft: "#55645d"

@@ -40,7 +40,7 @@ FocusScope {
         cardNumber: cardNumber.text
         amount: page.amountValue
         accountName: Ledger.accounts[page.account].name
-        onAccepted: {
+        onConfirmed: {
             const name = recipient.text.trim();
             const sum = page.amountValue;
             Ledger.transfer(page.account, name, sum, reference.text.trim());
