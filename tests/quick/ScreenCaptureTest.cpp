@@ -308,9 +308,9 @@ TEST(ScreenCaptureMasks, HoldInTheTransitionsOfAStackView) {
         }
     })");
     const auto tally = film(scene, 2 * attempts, [&](int attempt) {
-        if (attempt % 40 == 0) QMetaObject::invokeMethod(scene.object("stack"), "turn");
+        if (attempt % 10 == 0) QMetaObject::invokeMethod(scene.object("stack"), "turn");
         // Time to come to rest, so that some pictures are delivered.
-        if (attempt % 40 == 30) QTest::qWait(500);
+        if (attempt % 50 == 45) QTest::qWait(500);
     });
     EXPECT_EQ(tally.leaked, 0);
     EXPECT_GT(tally.masked, 0);
