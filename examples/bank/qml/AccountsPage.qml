@@ -5,7 +5,6 @@ import QtQuick.Layouts
 FocusScope {
     id: page
 
-    property alias contentY: list.contentY
     signal accountOpened(int account)
     signal transferWanted
     signal cardsWanted

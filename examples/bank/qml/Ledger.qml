@@ -4,8 +4,6 @@ import QtQuick
 
 // The customer and the accounts this demonstration is about; transfers live as long as the process.
 QtObject {
-    id: ledger
-
     readonly property string customerName: "Margaret Hollis"
     readonly property string firstName: "Margaret"
     readonly property string customerNumber: "4402 7718"
