@@ -151,7 +151,7 @@ TEST(ScreenCapture, ShowsTheWindowUpright) {
     EXPECT_EQ(at(5, 399), 0xff102030U);
     const auto mixed = at(290, 390);
     EXPECT_EQ(mixed >> 24U, 0xffU);
-    EXPECT_NEAR(static_cast<int>(mixed & 0xffU), 0x30 / 2 + 0xff / 2, 2);
+    EXPECT_NEAR(static_cast<int>(mixed & 0xffU), (0x30 + 0xff) / 2, 2);
     ASSERT_EQ(frame->masks.size(), 1U);
     EXPECT_EQ(frame->masks[0].rect, (Rect{20, 300, 120, 30}));
 }
@@ -260,6 +260,28 @@ TEST(ScreenCaptureMasks, FollowAScrolledItem) {
     const auto tally = film(scene, attempts);
     EXPECT_EQ(tally.leaked, 0);
     EXPECT_EQ(tally.masked, attempts);
+}
+
+TEST(ScreenCaptureMasks, LeaveNothingBehindWhenAnItemMovesBelowAnOpaqueOne) {
+    Scene scene(R"(Window {
+        color: "white"
+        SecretField { objectName: "secret"; x: 20; y: 40 }
+        Rectangle { y: 240; width: 300; height: 160; color: "navy" }
+    })");
+
+    const auto tally =
+        film(scene, 40, [&](int attempt) { scene.item("secret")->setY(attempt % 2 == 0 ? 180 : 300); });
+    EXPECT_EQ(tally.leaked, 0);
+    EXPECT_GT(tally.masked, 0);
+}
+
+TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
+    Scene scene(R"(Window {
+        SecretField { objectName: "secret"; visible: false; x: 20; y: 40 }
+    })");
+    EXPECT_TRUE(masksBelow(scene.root(), *scene.root()).empty());
+    scene.item("secret")->setVisible(true);
+    EXPECT_EQ(masksBelow(scene.root(), *scene.root()).size(), 1);
 }
 
 TEST(ScreenCaptureMasks, AreNotTrustedWhileAnAnimatorRuns) {

@@ -4,6 +4,7 @@
 #include "Qt/Quick/MerovantaQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
 #include "Qt/Quick/PopupsQuick.h"
+#include "Qt/Quick/SceneGraphQuick.h"
 
 namespace merovanta::quick {
 
@@ -54,8 +55,9 @@ std::vector<std::shared_ptr<View>> ViewQuick::subviews() const {
     if (!mItem) return views;
     const auto children = inPaintOrder(*mItem);
     views.reserve(static_cast<std::size_t>(children.size()));
-    for (QQuickItem* child : children)
-        views.push_back(std::make_shared<ViewQuick>(child));
+    for (QQuickItem* child : children) {
+        if (mayBePainted(*child)) views.push_back(std::make_shared<ViewQuick>(child));
+    }
     return views;
 }
 

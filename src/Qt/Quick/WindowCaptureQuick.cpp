@@ -10,6 +10,7 @@
 
 #include "Qt/Quick/FrameRequestQuick.h"
 #include "Qt/Quick/OpenGLReadbackQuick.h"
+#include "Qt/Quick/SceneGraphQuick.h"
 
 namespace merovanta::quick {
 
@@ -85,8 +86,11 @@ void WindowCaptureQuick::watch(QQuickWindow& window) {
     });
 }
 
-void WindowCaptureQuick::synchronized(Shared& shared, const QQuickWindow& window) {
-    if (const auto grabbed = shared.current(false)) grabbed->freeze(window);
+void WindowCaptureQuick::synchronized(Shared& shared, QQuickWindow& window) {
+    if (const auto grabbed = shared.current(false)) {
+        grabbed->freeze(window);
+        paintWhole(window);
+    }
     const auto request = shared.current(true);
     if (!request) return;
     request->freeze(window);
@@ -176,7 +180,8 @@ void WindowCaptureQuick::cancel() {
 }
 
 bool WindowCaptureQuick::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == mWindow && event->type() == QEvent::Expose && !mWindow->isExposed()) cancel();
+    // A QWindow: the events of its destruction come when it is no QQuickWindow any more.
+    if (event->type() == QEvent::Expose && !static_cast<const QWindow*>(watched)->isExposed()) cancel();
     return false;
 }
 

@@ -54,7 +54,7 @@ class WindowCaptureQuick final : public QObject {
     };
 
     void watch(QQuickWindow& window);
-    static void synchronized(Shared& shared, const QQuickWindow& window);
+    static void synchronized(Shared& shared, QQuickWindow& window);
     static void recorded(Shared& shared, QQuickWindow& window);
     static void hand(Shared& shared, std::shared_ptr<FrameRequestQuick> request);
 

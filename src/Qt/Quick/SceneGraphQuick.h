@@ -1,0 +1,18 @@
+#pragma once
+
+class QQuickItem;
+class QQuickWindow;
+
+namespace merovanta::quick {
+
+/// Whether the item, or what is in it, may be on the screen: it is visible, or an effect shows it in its
+/// stead. The pages that a stack or tabs keep behind the one in front are not.
+[[nodiscard]] bool mayBePainted(const QQuickItem& item);
+
+/// Makes the software renderer paint the whole window in the frame now under way, not only what changed.
+/// Without that, an item that moves entirely below an opaque one leaves its old picture behind, where nothing
+/// masks it. For every other renderer, which paints each frame whole, this does nothing. On the thread that
+/// renders.
+void paintWhole(QQuickWindow& window);
+
+}  // namespace merovanta::quick
