@@ -6,6 +6,7 @@ namespace merovanta::inmemory {
 
 void HttpSessionInMemory::execute(HttpRequest request, Completion completion) {
     HttpReply answer = server ? server(request) : failure("No route to host");
+    if (answer.data && answer.data->size() > maximumReplyBytes) answer = failure("Reply is too large");
     requests.push_back(std::move(request));
     mTime->schedule(
         latency, [answer = std::move(answer), completion = std::move(completion)] { completion(answer); },

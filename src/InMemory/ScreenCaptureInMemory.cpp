@@ -25,6 +25,14 @@ void draw(const NativeView& view, const Point& origin, double scale, PixelBuffer
     }
 }
 
+/// Whether the view is the window's root view or in it.
+bool isShown(std::shared_ptr<NativeView> view, const ApplicationInMemory& application) {
+    if (!application.root) return false;
+    while (view && view != application.root->view)
+        view = view->superview.lock();
+    return view != nullptr;
+}
+
 }  // namespace
 
 std::uint64_t ScreenCaptureInMemory::paintSerial(const View& /*root*/) {
@@ -36,7 +44,7 @@ void ScreenCaptureInMemory::capture(std::shared_ptr<View> root, PixelBuffer buff
     ++captures;
     std::optional<CapturedFrame> frame;
     const auto view = dynamic_cast<const ViewInMemory&>(*root).native();
-    auto areas = view ? masks() : std::nullopt;
+    auto areas = isShown(view, mApplication) ? masks() : std::nullopt;
     if (areas) {
         const double scale = mApplication.screen.scale;
         buffer.resize(static_cast<std::size_t>(std::lround(view->frame.width * scale)),
