@@ -21,11 +21,17 @@ class TapRecognizersInMemory::Recognizer : public TapRecognizer {
     [[nodiscard]] State state() const override { return mState; }
     [[nodiscard]] Point locationIn(const View& view) const override {
         if (!mView) return {};
-        const Rect place = mView->convert({mPoint.x, mPoint.y, 0, 0}, view);
-        return {place.x, place.y};
+        return convert(mPoint, *mView, view);
     }
 
-    void report(const Point& point, State state) {
+    /// The place is given in the window's root view.
+    void report(const Point& place, State state) {
+        auto top = mView->native();
+        while (top && !top->superview.expired())
+            top = top->superview.lock();
+        const Point point = convert(place, ViewInMemory(top), *mView);
+        const Rect bounds = mView->bounds();
+        if (point.x < 0 || point.y < 0 || point.x >= bounds.width || point.y >= bounds.height) return;
         mPoint = point;
         mState = state;
         // A copy, because the action may destroy the recogniser.
@@ -34,9 +40,15 @@ class TapRecognizersInMemory::Recognizer : public TapRecognizer {
     }
 
  private:
+    static Point convert(const Point& point, const View& from, const View& to) {
+        const Rect converted = from.convert({point.x, point.y, 0, 0}, to);
+        return {converted.x, converted.y};
+    }
+
     std::shared_ptr<std::vector<Recognizer*>> mAttached;
     TapRecognizerFactory::Action mAction;
     std::unique_ptr<ViewInMemory> mView;
+    /// In the attached view.
     Point mPoint;
     State mState = State::possible;
 };

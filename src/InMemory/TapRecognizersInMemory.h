@@ -13,7 +13,8 @@ class TapRecognizersInMemory : public TapRecognizerFactory {
  public:
     [[nodiscard]] std::unique_ptr<TapRecognizer> create(Action action) override;
 
-    /// Taps the screen at this place of the attached view: reports the state to every attached recogniser.
+    /// Taps the window at this place of its root view: reports the state to every recogniser whose view is
+    /// there.
     void tap(const Point& point, TapRecognizer::State state = TapRecognizer::State::ended);
 
     /// How many recognisers are attached to a view.
