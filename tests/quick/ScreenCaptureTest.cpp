@@ -151,7 +151,7 @@ TEST(ScreenCapture, ShowsTheWindowUpright) {
     EXPECT_EQ(at(5, 399), 0xff102030U);
     const auto mixed = at(290, 390);
     EXPECT_EQ(mixed >> 24U, 0xffU);
-    EXPECT_NEAR(static_cast<int>(mixed & 0xffU), (0x30 + 0xff) / 2, 2);
+    EXPECT_NEAR(static_cast<int>(mixed & 0xffU), (0x30 + 0xff) / 2.0, 2);
     ASSERT_EQ(frame->masks.size(), 1U);
     EXPECT_EQ(frame->masks[0].rect, (Rect{20, 300, 120, 30}));
 }

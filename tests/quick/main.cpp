@@ -30,13 +30,13 @@ void askEarly() {
     bird.handle =
         current().timers().schedule(std::chrono::milliseconds(1), false, [&] { bird.timer = true; });
     current().httpSession().execute({.url = "nowhere"},
-                                    [&](merovanta::HttpReply) { bird.completion = true; });
+                                    [&](const merovanta::HttpReply&) { bird.completion = true; });
 }
 
 void useEverything() {
     current().mainQueue().async([] {});
     current().workQueue().async([] { QThread::msleep(50); });
-    current().httpSession().execute({.url = "http://127.0.0.1:1/"}, [](merovanta::HttpReply) {});
+    current().httpSession().execute({.url = "http://127.0.0.1:1/"}, [](const merovanta::HttpReply&) {});
     current().userDefaults().set("key", "value");
     current().userDefaults().synchronize();
     current().application().keyWindowRootViewController();
@@ -59,16 +59,16 @@ int endInTheMiddle(int argc, char** argv) {
         recognizer = current().tapRecognizers().create([](const merovanta::TapRecognizer&) {});
         recognizer->attach(*view);
         timer = current().timers().schedule(std::chrono::milliseconds(1), true, [] {});
-        current().httpSession().execute({.url = server.url()}, [](merovanta::HttpReply) {});
+        current().httpSession().execute({.url = server.url()}, [](const merovanta::HttpReply&) {});
         QTest::qWait(50);
         useEverything();
         current().screenCapture().capture(
             view, {}, [] { return std::vector<merovanta::MaskArea>(); },
-            [](std::optional<merovanta::CapturedFrame>) {});
+            [](const std::optional<merovanta::CapturedFrame>&) {});
     }
     useEverything();
     current().screenCapture().capture(
-        view, {}, [] { return std::nullopt; }, [](auto) {});
+        view, {}, [] { return std::nullopt; }, [](const auto&) {});
     auto late = current().timers().schedule(std::chrono::milliseconds(1), false, [] {});
     return 0;
 }

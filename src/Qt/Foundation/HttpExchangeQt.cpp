@@ -95,7 +95,7 @@ void HttpExchangeQt::abort(std::string reason) {
     mAbortReason = std::move(reason);
     mBody.clear();
     // Queued: the reply may be in the middle of telling us something.
-    QMetaObject::invokeMethod(mReply, &QNetworkReply::abort, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(mReply, "abort", Qt::QueuedConnection);
 }
 
 void HttpExchangeQt::fail(std::string reason) {

@@ -31,8 +31,8 @@ void HttpSessionQt::post(HttpRequest request, Completion completion) {
     if (!mThread->isRunning()) mThread->start();
     QMetaObject::invokeMethod(
         mWorker,
-        [worker = mWorker, request = std::move(request), completion = std::move(completion)]() mutable {
-            worker->execute(std::move(request), std::move(completion));
+        [worker = mWorker, request = std::move(request), completion = std::move(completion)] {
+            worker->execute(request, completion);
         },
         Qt::QueuedConnection);
 }

@@ -20,7 +20,7 @@ class HttpWorkerQt;
 class HttpSessionQt final : public HttpSession, private ApplicationLifeQt::Observer {
  public:
     HttpSessionQt();
-    ~HttpSessionQt();
+    ~HttpSessionQt() override;
 
     void execute(HttpRequest request, Completion completion) override;
 

@@ -7,7 +7,7 @@
 
 namespace merovanta::qt {
 
-void HttpWorkerQt::execute(HttpRequest request, HttpSession::Completion completion) {
+void HttpWorkerQt::execute(const HttpRequest& request, HttpSession::Completion completion) {
     if (mStopped) return;
     auto* const exchange =
         new HttpExchangeQt(this, [this, completion = std::move(completion)](HttpReply reply) {

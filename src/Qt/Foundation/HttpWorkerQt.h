@@ -14,7 +14,7 @@ class HttpWorkerQt final : public QObject {
 
  public:
     /// Thread: the session's.
-    void execute(HttpRequest request, HttpSession::Completion completion);
+    void execute(const HttpRequest& request, HttpSession::Completion completion);
 
     /// No completion begins after this. Any thread.
     void stop() { mStopped = true; }

@@ -1,6 +1,5 @@
 #include "Qt/Foundation/MainQueueQt.h"
 
-#include <QtCore/QMetaObject>
 #include <utility>
 
 namespace merovanta::qt {
@@ -16,7 +15,7 @@ MainQueueQt::~MainQueueQt() {
 void MainQueueQt::async(std::function<void()> task) {
     const std::scoped_lock lock(mMutex);
     if (mReceiver) {
-        QMetaObject::invokeMethod(mReceiver.get(), std::move(task), Qt::QueuedConnection);
+        mReceiver->post(std::move(task));
     } else if (ApplicationLifeQt::instance().phase() == ApplicationLifeQt::Phase::before) {
         mEarlyTasks.push_back(std::move(task));
     }
@@ -28,14 +27,13 @@ bool MainQueueQt::isCurrent() const {
 
 void MainQueueQt::applicationStarted() {
     const std::scoped_lock lock(mMutex);
-    mReceiver = std::make_unique<QObject>();
-    for (auto& task : std::exchange(mEarlyTasks, {})) {
-        QMetaObject::invokeMethod(mReceiver.get(), std::move(task), Qt::QueuedConnection);
-    }
+    mReceiver = std::make_unique<TaskReceiverQt>();
+    for (auto& task : std::exchange(mEarlyTasks, {}))
+        mReceiver->post(std::move(task));
 }
 
 void MainQueueQt::applicationEnding() {
-    std::unique_ptr<QObject> receiver;
+    std::unique_ptr<TaskReceiverQt> receiver;
     {
         const std::scoped_lock lock(mMutex);
         receiver = std::move(mReceiver);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QtCore/QObject>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -9,6 +8,7 @@
 
 #include "Platform/MainQueue.h"
 #include "Qt/Foundation/ApplicationLifeQt.h"
+#include "Qt/Foundation/TaskReceiverQt.h"
 
 namespace merovanta::qt {
 
@@ -17,7 +17,7 @@ class MainQueueQt final : public MainQueue, private ApplicationLifeQt::Observer 
  public:
     /// Thread: main.
     MainQueueQt();
-    ~MainQueueQt();
+    ~MainQueueQt() override;
 
     void async(std::function<void()> task) override;
     [[nodiscard]] bool isCurrent() const override;
@@ -28,8 +28,8 @@ class MainQueueQt final : public MainQueue, private ApplicationLifeQt::Observer 
 
     const std::thread::id mMainThread = std::this_thread::get_id();
     std::mutex mMutex;
-    /// Receives the tasks as events; null while there is no application.
-    std::unique_ptr<QObject> mReceiver;
+    /// Null while there is no application.
+    std::unique_ptr<TaskReceiverQt> mReceiver;
     std::vector<std::function<void()>> mEarlyTasks;
 };
 

@@ -34,12 +34,8 @@ std::unique_ptr<Timer> TimerFactoryQt::schedule(Interval interval, bool repeats,
     timer->setTimerType(Qt::PreciseTimer);
     timer->setSingleShot(!repeats);
     timer->setInterval(wholeMilliseconds(interval));
-    // Shared, so that an action that destroys its own timer does not pull itself from under its feet.
-    auto shared = std::make_shared<std::function<void()>>(std::move(action));
-    QObject::connect(timer, &QTimer::timeout, timer, [shared] {
-        const auto kept = shared;
-        (*kept)();
-    });
+    // The connection keeps the action while it runs, also when it destroys its own timer.
+    QObject::connect(timer, &QTimer::timeout, timer, std::move(action));
     if (ApplicationLifeQt::instance().phase() == ApplicationLifeQt::Phase::running) timer->start();
     return std::make_unique<TimerQt>(timer);
 }

@@ -14,7 +14,7 @@ namespace merovanta::qt {
 class TimerFactoryQt final : public TimerFactory, private ApplicationLifeQt::Observer {
  public:
     TimerFactoryQt();
-    ~TimerFactoryQt();
+    ~TimerFactoryQt() override;
 
     [[nodiscard]] std::unique_ptr<Timer> schedule(Interval interval, bool repeats,
                                                   std::function<void()> action) override;

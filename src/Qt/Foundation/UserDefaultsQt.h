@@ -17,7 +17,7 @@ namespace merovanta::qt {
 class UserDefaultsQt final : public UserDefaults, private ApplicationLifeQt::Observer {
  public:
     UserDefaultsQt();
-    ~UserDefaultsQt();
+    ~UserDefaultsQt() override;
 
     [[nodiscard]] std::optional<std::string> string(std::string_view key) override;
     void set(std::string_view key, std::string_view value) override;

@@ -14,7 +14,7 @@ namespace merovanta::qt {
 class WorkQueueQt final : public WorkQueue, private ApplicationLifeQt::Observer {
  public:
     WorkQueueQt();
-    ~WorkQueueQt();
+    ~WorkQueueQt() override;
 
     void async(std::function<void()> task) override;
 

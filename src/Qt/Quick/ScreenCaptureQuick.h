@@ -18,7 +18,7 @@ class ScreenCaptureQuick final : public ScreenCapture, private qt::ApplicationLi
  public:
     /// The queue must outlive this.
     explicit ScreenCaptureQuick(MainQueue& mainQueue);
-    ~ScreenCaptureQuick();
+    ~ScreenCaptureQuick() override;
 
     [[nodiscard]] std::uint64_t paintSerial(const View& root) override;
     void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,

@@ -41,8 +41,7 @@ Point TapRecognizerQuick::locationIn(const View& view) const {
     return {place.x(), place.y()};
 }
 
-bool TapRecognizerQuick::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != mWindow) return false;
+bool TapRecognizerQuick::eventFilter(QObject* /*watched*/, QEvent* event) {
     switch (event->type()) {
         case QEvent::MouseButtonPress:
             mousePressed(static_cast<const QMouseEvent&>(*event));

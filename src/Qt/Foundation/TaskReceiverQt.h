@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <functional>
+
+namespace merovanta::qt {
+
+/// Runs tasks on the thread that it lives in, one an event. What is still queued when it goes is dropped.
+class TaskReceiverQt final : public QObject {
+ public:
+    /// Any thread.
+    void post(std::function<void()> task);
+
+ protected:
+    bool event(QEvent* event) override;
+};
+
+}  // namespace merovanta::qt
