@@ -1,0 +1,185 @@
+// Runs the real example app against the real development service, with a browser for the agent. What a test starts
+// ends with it, however it ends. Everything waits for conditions: on a busy machine a test takes longer, no more.
+
+import assert from 'node:assert/strict';
+import { spawn } from 'node:child_process';
+import { mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { setTimeout as pause } from 'node:timers/promises';
+
+import { chromium } from 'playwright-core';
+
+const BROWSER_FLAGS = [
+  '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking',
+  '--disable-component-update', '--disable-sync',
+];
+const OFFSCREEN = { QT_QPA_PLATFORM: 'offscreen', QT_QUICK_BACKEND: 'software' };
+// Ends an app that no test ended, so that nothing outlives a killed test run for long.
+const LONGEST_RUN_SECONDS = 240;
+
+/** Masks everything that the example app calls private. */
+export const MASKS = ['--reply-mask-classes', 'PrivateInput,PrivateLabel'];
+
+/** The first true value of `probe`; fails when there is none in time. */
+export async function eventually(what, probe, seconds = 30) {
+  const deadline = performance.now() + seconds * 1000;
+  for (;;) {
+    const value = await probe();
+    if (value) return value;
+    if (performance.now() > deadline) assert.fail(`within ${seconds} s: ${what}`);
+    await pause(50);
+  }
+}
+
+const closing = new WeakMap();
+
+/** Runs the steps at the end of a test, the last one first: a process ends before its directory goes. */
+function atEnd(t, step) {
+  if (!closing.has(t)) {
+    const steps = [];
+    closing.set(t, steps);
+    t.after(async () => {
+      for (const each of steps) await each();
+    });
+  }
+  closing.get(t).unshift(step);
+}
+
+/** A directory that goes with the test. */
+export function temporaryDirectory(t) {
+  const directory = mkdtempSync(join(tmpdir(), 'merovanta-e2e-'));
+  atEnd(t, () => rmSync(directory, { recursive: true, force: true, maxRetries: 5 }));
+  return directory;
+}
+
+/** Where pictures for human eyes go; undefined when nobody wants them. */
+export function outputDirectory(name) {
+  if (!process.env.E2E_OUTPUT) return undefined;
+  const directory = join(process.env.E2E_OUTPUT, name);
+  mkdirSync(directory, { recursive: true });
+  return directory;
+}
+
+/** A child process with the lines it prints; leads its own process group, for what it starts itself. */
+class Process {
+  out = [];
+  err = [];
+
+  constructor(t, command, args, env = {}) {
+    this.child = spawn(command, args, {
+      detached: true, stdio: ['ignore', 'pipe', 'pipe'], env: { ...process.env, ...env },
+    });
+    this.ended = new Promise((resolve) => {
+      this.child.once('error', (error) => resolve(error.message));
+      this.child.once('close', (code, signal) => resolve(code ?? signal));
+    });
+    collectLines(this.child.stdout, this.out);
+    collectLines(this.child.stderr, this.err);
+    atEnd(t, () => this.stop('SIGKILL'));
+  }
+
+  /** Gives back the exit code, or the signal that ended it. */
+  stop(signal = 'SIGTERM') {
+    const running = this.child.pid !== undefined && this.child.exitCode === null && this.child.signalCode === null;
+    if (running) process.kill(-this.child.pid, signal);
+    return this.ended;
+  }
+
+  line(pattern, seconds) {
+    return eventually(`a line ${pattern} in\n${[...this.out.slice(-20), ...this.err].join('\n')}`,
+      () => this.out.find((line) => pattern.test(line)), seconds);
+  }
+
+  async exitCode(seconds) {
+    let code;
+    this.ended.then((result) => { code = result; });
+    await eventually('the end of the process', () => code !== undefined, seconds);
+    return code;
+  }
+}
+
+function collectLines(stream, lines) {
+  let rest = '';
+  stream.setEncoding('utf8').on('data', (text) => {
+    const parts = (rest + text).split('\n');
+    rest = parts.pop();
+    lines.push(...parts);
+  });
+  stream.on('end', () => { if (rest) lines.push(rest); });
+}
+
+/** The development service on a free port; records what arrives and logs each request. */
+export class Service extends Process {
+  static async start(t, ...args) {
+    const directory = temporaryDirectory(t);
+    const service = new Service(t, process.env.DEVSERVICE,
+      ['--port', '0', '--log-requests', '--record', directory, ...args]);
+    service.directory = directory;
+    service.url = (await service.line(/http:/)).match(/http:\S+/)[0];
+    service.host = new URL(service.url).host;
+    return service;
+  }
+
+  /** The recorded events, oldest first; only those of one kind if one is named. */
+  events(kind, visitor) {
+    const text = readFileSync(join(this.directory, 'events.jsonl'), 'utf8');
+    return text.slice(0, text.lastIndexOf('\n') + 1).split('\n').slice(0, -1).map((line) => JSON.parse(line))
+      .filter((event) => (!kind || event.kind === kind) && (!visitor || event.visitor === visitor));
+  }
+
+  picture(event) {
+    return readFileSync(join(this.directory, event.file));
+  }
+
+  /** When each POST with events came; all events of one POST bear its time. */
+  postTimes(visitor) {
+    const streamed = this.events(undefined, visitor).filter(({ kind }) => !['init', 'connect', 'end'].includes(kind));
+    return [...new Set(streamed.map((event) => event.at))];
+  }
+
+  requests() {
+    return this.out.slice(1).map((line) => {
+      const [, method, target, session] = line.match(/^(\S+) (\S+) X-QD-SSID=(\S*) bytes=\d+ status=\d+$/);
+      return { method, target, session };
+    }).filter(({ target }) => target.startsWith('/api/'));
+  }
+
+  async visitors() {
+    return (await fetch(new URL('console/api/visitors', this.url))).json();
+  }
+
+  visitor(seconds) {
+    return eventually('a visitor', async () => (await this.visitors()).at(0), seconds);
+  }
+}
+
+/** The example app. */
+export class App extends Process {
+  /** @param display "offscreen" or "opengl": a virtual screen with the threaded render loop */
+  static start(t, host, args, display = 'offscreen') {
+    const home = temporaryDirectory(t);
+    const options = ['--server', host, '--start', '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
+    const env = { HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
+    if (display === 'offscreen') return new App(t, process.env.BANK, options, { ...env, ...OFFSCREEN });
+    return new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
+      ...env, QT_QPA_PLATFORM: 'xcb', QSG_RENDER_LOOP: 'threaded', QSG_INFO: '1',
+    });
+  }
+
+  /** Lines that tell of something that went wrong, except those expected. */
+  problems(...expected) {
+    const lines = [...this.out.filter((line) => /^\[(ERROR|WARNING)\]/.test(line)),
+      ...this.err.filter((line) => !/^(qt\.scenegraph|qt\.rhi|  )/.test(line))];
+    return lines.filter((line) => !expected.some((pattern) => pattern.test(line)));
+  }
+}
+
+export const countFiles = (directory) => readdirSync(directory).length;
+
+export async function openBrowser(t) {
+  const executablePath = process.env.CHROMIUM ?? '/usr/bin/chromium';
+  const browser = await chromium.launch({ executablePath, args: BROWSER_FLAGS });
+  atEnd(t, () => browser.close());
+  return browser;
+}
