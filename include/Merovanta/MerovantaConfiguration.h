@@ -2,6 +2,7 @@
 
 #include <Merovanta/Export.h>
 
+#include <optional>
 #include <string>
 
 namespace merovanta {
@@ -19,17 +20,18 @@ class MEROVANTA_EXPORT MerovantaConfiguration {
     void setCdnServer(const std::string& hostname);
 
     /// The service's host; empty if neither the host application nor the packaged defaults name one.
-    [[nodiscard]] const std::string& server() const { return mServer; }
+    [[nodiscard]] std::string server() const;
 
     /// The address below which the chat page lies, for example "https://content.example/cdn".
-    [[nodiscard]] const std::string& cdnPath() const { return mCdnPath; }
+    [[nodiscard]] std::string cdnPath() const;
 
  private:
     friend class Merovanta;
-    MerovantaConfiguration();
+    MerovantaConfiguration() = default;
 
-    std::string mCdnPath;
-    std::string mServer;
+    // Absent for as long as the packaged defaults hold, which can be read only once there is a platform.
+    std::optional<std::string> mCdnPath;
+    std::optional<std::string> mServer;
 };
 
 }  // namespace merovanta

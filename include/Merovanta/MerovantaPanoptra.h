@@ -21,7 +21,9 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     void start(const std::string& tenantId, const std::string& token);
 
     /// Starts a session: the service is asked what to hide and whether to watch, then the masked screen, the
-    /// changes of page and the taps are streamed to it. Logs an error if a session runs already.
+    /// changes of page and the taps are streamed to it. Logs an error if a session runs already, or if this
+    /// one cannot be started; the latter may be tried again. A visitor whom the service ignores is left
+    /// alone, but counts as started until stop().
     void start();
 
     /// Ends the session. Logs a warning if none runs.
@@ -30,7 +32,8 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// Whether an agent is recording the session.
     [[nodiscard]] bool connected() const;
 
-    /// Attaches a free text to the visit. Logs an error if no session has been started yet.
+    /// Attaches a free text to the visit. Logs an error if no session has been started yet. After stop()
+    /// nothing is sent any more, and the next session does not get it either.
     void tag(const std::string& tag);
 
     /// Stores the host's closures, replacing earlier ones. stopCallback runs when the agent closes the

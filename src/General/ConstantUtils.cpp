@@ -1,5 +1,6 @@
 #include "General/ConstantUtils.h"
 
+#include <mutex>
 #include <nlohmann/json.hpp>
 
 #include "Platform/Platform.h"
@@ -8,9 +9,15 @@ namespace merovanta {
 
 namespace {
 
-std::optional<nlohmann::json>& cachedList() {
-    static std::optional<nlohmann::json> list;
-    return list;
+struct Cache {
+    // Components may be resolved, and so made, on any thread.
+    std::mutex mutex;
+    std::optional<nlohmann::json> list;
+};
+
+Cache& cache() {
+    static auto* const instance = new Cache();
+    return *instance;
 }
 
 std::optional<nlohmann::json> loadList() {
@@ -26,7 +33,8 @@ std::optional<nlohmann::json> loadList() {
 }  // namespace
 
 std::optional<std::string> ConstantUtils::value(std::string_view key) {
-    auto& list = cachedList();
+    const std::lock_guard lock(cache().mutex);
+    auto& list = cache().list;
     if (!list) list = loadList();
     if (!list) return std::nullopt;
     const auto entry = list->find(key);
@@ -39,7 +47,8 @@ std::string ConstantUtils::valueOrEmpty(std::string_view key) {
 }
 
 void ConstantUtils::forget() {
-    cachedList().reset();
+    const std::lock_guard lock(cache().mutex);
+    cache().list.reset();
 }
 
 }  // namespace merovanta

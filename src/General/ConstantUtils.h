@@ -6,7 +6,7 @@
 
 namespace merovanta {
 
-/// The build-time constants in the property list "Config" of the library's own bundle. Thread: main.
+/// The build-time constants in the property list "Config" of the library's own bundle. Any thread.
 class ConstantUtils {
  public:
     ConstantUtils() = delete;

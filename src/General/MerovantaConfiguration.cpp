@@ -6,17 +6,29 @@
 
 namespace merovanta {
 
-MerovantaConfiguration::MerovantaConfiguration() : mServer(ConstantUtils::valueOrEmpty("Hostname")) {
-    setCdnServer(ConstantUtils::valueOrEmpty("CdnHostname"));
+namespace {
+
+std::string contentPath(const std::string& hostname) {
+    return ConstantUtils::valueOrEmpty("HttpProtocol") + "://" + hostname + "/cdn";
 }
 
+}  // namespace
+
 void MerovantaConfiguration::setServer(std::string hostname) {
+    setCdnServer(hostname);
     mServer = std::move(hostname);
-    setCdnServer(mServer);
 }
 
 void MerovantaConfiguration::setCdnServer(const std::string& hostname) {
-    mCdnPath = ConstantUtils::valueOrEmpty("HttpProtocol") + "://" + hostname + "/cdn";
+    mCdnPath = contentPath(hostname);
+}
+
+std::string MerovantaConfiguration::server() const {
+    return mServer ? *mServer : ConstantUtils::valueOrEmpty("Hostname");
+}
+
+std::string MerovantaConfiguration::cdnPath() const {
+    return mCdnPath ? *mCdnPath : contentPath(ConstantUtils::valueOrEmpty("CdnHostname"));
 }
 
 }  // namespace merovanta

@@ -23,7 +23,8 @@ class PlatformInMemory : public Platform {
  public:
     PlatformInMemory() : mCapture(time, app) {}
 
-    /// Makes a new one the process's platform, and the library forget all it knew.
+    /// Makes a new one the process's platform, and the library forget all it knew
+    /// but what was set on Merovanta::configuration().
     static std::shared_ptr<PlatformInMemory> installNew();
 
     /// Takes the platform away again.

@@ -42,9 +42,9 @@ class ScreenCapture {
     virtual ~ScreenCapture() = default;
 
     /// A number that changes whenever the window of this view has painted anything since the number was last
-    /// asked for, and stays the same on an idle screen. Cheap: a tick on an idle screen costs this and
-    /// nothing else. Capturing does not by itself make the number differ from the captured frame's. Thread:
-    /// main.
+    /// asked for, or anything has changed that a mask provider reads, and stays the same on an idle screen.
+    /// Cheap: a tick on an idle screen costs this and nothing else. Capturing does not by itself make the
+    /// number differ from the captured frame's. Thread: main.
     [[nodiscard]] virtual std::uint64_t paintSerial(const View& root) = 0;
 
     /// Takes one picture of the whole view at the screen's scale. The buffer given is reused for the pixels.

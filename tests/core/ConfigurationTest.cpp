@@ -84,7 +84,7 @@ TEST_F(ConfigurationTest, ConstantsComeFromTheFirstBundleThatHasTheList) {
 TEST_F(ConfigurationTest, WithoutAPlatformEveryCallSaysSoAndDoesNothing) {
     inmemory::PlatformInMemory::uninstall();
     expectError("[ERROR] Merovanta: Cannot find instance of Application Config");
-    expectError("[ERROR] MerovantaPanoptra: Cannot find instance of Panoptra");
+    expectError("[ERROR] MerovantaPanoptra: Cannot find instance of Panoptra", 5);
     expectError("[ERROR] MerovantaPanoptra: Cannot find instance of ApplicationConfigWrapper");
     Merovanta::initConfig("tenant", "token");
     Merovanta::panoptra().start();
@@ -93,7 +93,6 @@ TEST_F(ConfigurationTest, WithoutAPlatformEveryCallSaysSoAndDoesNothing) {
     Merovanta::panoptra().tag("x");
     EXPECT_FALSE(Merovanta::panoptra().connected());
     EXPECT_EQ(Merovanta::panoptra().shareId(), "");
-    EXPECT_EQ(log.lines("[ERROR] MerovantaPanoptra: Cannot find instance of Panoptra").size(), 5);
 }
 
 TEST_F(ConfigurationTest, IdentifiersHaveTheirForms) {

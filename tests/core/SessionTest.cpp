@@ -291,6 +291,12 @@ TEST_F(SessionTest, AStartNeedsAScreenAndARecogniser) {
     Merovanta::panoptra().start();
     advance(1s);
     EXPECT_THAT(service.screenshots(), SizeIs(1));
+    // What was started by then goes on, and a start that succeeds takes it over.
+    platform->tapRecognizers().isBroken = false;
+    startSession();
+    Merovanta::panoptra().stop();
+    advance(1s);
+    EXPECT_EQ(platform->time->pendingTimers(), 0);
 }
 
 TEST_F(SessionTest, AWindowThatGoesAwayIsSurvived) {

@@ -45,16 +45,14 @@ class TransportTest : public LibraryTest {
 
 TEST_F(TransportTest, TimesAreWholeSecondsLessTheOffset) {
     connect();
-    platform->clock().start = 1'700'000'000'999ms;
-    const auto now = platform->clock().sinceEpoch() - 20ms;
-    platform->clock().start -= now - 1'700'000'000'999ms;
+    platform->clock().start = 1'700'000'000'999ms - 20ms;
     sender->sendPing(0);
     sender->sendPing(250);
     advance(1s);
     const auto messages = service.messages();
     ASSERT_THAT(messages, SizeIs(2));
-    EXPECT_EQ(messages[0].time() % 1000, 0);
-    EXPECT_EQ(messages[0].time() - messages[1].time(), 250);
+    EXPECT_EQ(messages[0].time(), 1'700'000'000'000);
+    EXPECT_EQ(messages[1].time(), 1'699'999'999'750);
     EXPECT_DEATH(sender->sendPing(std::int64_t{1} << 62), "The time of a message overflows");
     platform->clock().start = std::chrono::milliseconds::max();
     EXPECT_DEATH(sender->sendPing(-1'000'000'000), "The time of a message overflows");
@@ -165,6 +163,12 @@ TEST_F(TransportTest, RepliesOfEveryKindAreReadPartByPart) {
     EXPECT_THAT(warnings(), SizeIs(3));
     answerWith(std::string(1'000'000, '['));
     EXPECT_THAT(warnings(), SizeIs(4));
+    std::string flood = "[{}";
+    for (int i = 1; i <= 1000; ++i)
+        flood += ",{}";
+    answerWith("[\"" + flood + "]\"]");
+    EXPECT_THAT(handled(), SizeIs(1003));
+    EXPECT_THAT(warnings(), SizeIs(5));
     EXPECT_EQ(platform->time->pendingTimers(), 1);
 }
 
@@ -201,13 +205,42 @@ TEST_F(TransportTest, ADeleteCarriesTheVisitAndItsFailureIsOnlyLogged) {
     EXPECT_TRUE(log.contains("[WARNING] MessageSender: Failed to send delete: gone"));
 }
 
-TEST_F(TransportTest, AForcedStartFromTheAgentStartsASession) {
-    connect();
+TEST_F(TransportTest, AForcedStartIsRefusedWhileASessionRunsAndTakenAfterwards) {
+    startSession();
     service.agentMessages = {{{"co", {{"s", true}}}}};
-    sender->sendTag("a", 0);
+    advance(2s);
+    EXPECT_TRUE(log.contains(
+        "[WARNING] BidirectionalMessageHandler: Cannot start CoBrowsing: Panoptra is already started"));
+    service.agentMessages = {{{"co", {{"s", true}}}}};
+    Merovanta::panoptra().tag("last");
+    Merovanta::panoptra().stop();
     advance(1s);
-    ASSERT_THAT(service.requests("POST", "api/in/im/c"), SizeIs(1));
-    EXPECT_NE(service.requests("POST", "api/in/im/c").front().body.find(R"("init":true)"), std::string::npos);
+    const auto inits = service.requests("POST", "api/in/im/c");
+    ASSERT_THAT(inits, SizeIs(2));
+    EXPECT_NE(inits[1].body.find(R"("init":true)"), std::string::npos);
+}
+
+TEST_F(TransportTest, NothingOfASessionIsSentUnderTheNextOnesName) {
+    startSession();
+    Merovanta::panoptra().tag("old");
+    platform->httpSession().latency = 470ms;  // the answer comes in the middle of the next session's start
+    advance(150ms);
+    platform->httpSession().latency = 20ms;
+    Merovanta::panoptra().tag("late");
+    Merovanta::panoptra().stop();
+    Merovanta::panoptra().tag("between");
+    Merovanta::panoptra().start("other", "secret");
+    advance(10s);
+    for (const auto& request : service.requests("POST", "api/ix/m")) {
+        ProtoMessageList list;
+        ASSERT_TRUE(list.ParseFromString(request.body));
+        const bool isOther = request.url.find("&tId=other&") != std::string::npos;
+        for (const auto& message : list.messages())
+            EXPECT_FALSE(isOther && message.has_tag());
+    }
+    // The first picture of the new session has come through.
+    EXPECT_THAT(service.screenshots(), SizeIs(2));
+    EXPECT_EQ(platform->time->pendingTimers(), 4);
 }
 
 TEST_F(TransportTest, AFirstLaunchSendsEmptyTextsInPlaceOfNull) {
@@ -234,6 +267,7 @@ TEST_F(TransportTest, WhatCannotBeAnAddressIsRefusedOrFatalButNeverSent) {
     const HttpUtil http(Injection::resolve<ApplicationConfigWrapper>());
     EXPECT_DEATH((void)http.buildRequest("https://[::1/x"), "Not a URL: https://\\[::1/x");
     EXPECT_DEATH((void)http.buildRequest(""), "Not a URL: ");
+    EXPECT_EQ(http.buildRequest("https:///api").url, "https:///api");
     EXPECT_EQ(http.buildRequest("https://[::1]:8/%41%4?a b#\xC3\xA4").url,
               "https://[::1]:8/%41%254?a%20b#%C3%A4");
     EXPECT_DEATH((void)PageProperties::of({0, 0, 1e19, 1}), "The screen's bounds are no 64-bit number");
@@ -241,23 +275,42 @@ TEST_F(TransportTest, WhatCannotBeAnAddressIsRefusedOrFatalButNeverSent) {
                  "The screen's bounds are no 64-bit number");
 }
 
-TEST(WireMessagesTest, PresenceDecidesWhatIsWritten) {
-    ProtoClickEvent click;
-    EXPECT_EQ(click.SerializeAsString(), "");
-    click.set_x(0);
-    EXPECT_EQ(click.SerializeAsString(), std::string("\x0D\0\0\0\0", 5));
-    Com_Merovanta_Panoptra_ProtoScreenshotEvent picture;
-    picture.set_image("");
-    EXPECT_EQ(picture.SerializeAsString(), std::string("\x0A\0", 2));
-    EXPECT_EQ(ProtoMessageList().SerializeAsString(), "");
-    const std::string unknown(
-        "\x9A\x06\x03"
-        "abc",
-        6);  // field 99
-    ProtoMessage message;
-    ASSERT_TRUE(message.ParseFromString(unknown));
-    EXPECT_EQ(message.SerializeAsString(), unknown);
-    EXPECT_EQ(UserTag::descriptor()->full_name(), "com.merovanta.panoptra.UserTag");
+TEST(WireMessagesTest, EveryFieldHasItsNumberAndPresenceDecidesWhatIsWritten) {
+    ProtoMessageList list;
+    EXPECT_EQ(list.SerializeAsString(), "");
+    ProtoMessage* const message = list.add_messages();
+    message->set_time(300);
+    message->set_pagechange("p");
+    message->add_screenshotevent()->set_image("");
+    message->add_clickevent()->set_x(0);
+    message->mutable_clickevent(0)->set_y(1);
+    message->set_tag("t");
+    UserTag* const user = message->add_usertag();
+    user->set_id("1");
+    user->set_email("2");
+    user->set_firstname("3");
+    user->set_lastname("4");
+    user->add_label("5");
+    user->set_assigneduser("6");
+    user->set_mobiledevicetoken("7");
+    const std::string bytes(
+        "\x0A\x30"
+        "\x08\xAC\x02"
+        "\x12\x01p"
+        "\x1A\x02\x0A\x00"
+        "\x22\x0A\x0D\x00\x00\x00\x00\x15\x00\x00\x80\x3F"
+        "\x2A\x01t"
+        "\x32\x15\x0A\x01"
+        "1\x12\x01"
+        "2\x1A\x01"
+        "3\x22\x01"
+        "4\x2A\x01"
+        "5\x32\x01"
+        "6\x3A\x01"
+        "7",
+        50);
+    EXPECT_EQ(list.SerializeAsString(), bytes);
+    EXPECT_EQ(Com_Merovanta_Panoptra_UserTag::descriptor()->full_name(), "com.merovanta.panoptra.UserTag");
 }
 
 }  // namespace

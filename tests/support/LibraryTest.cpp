@@ -1,7 +1,5 @@
 #include "support/LibraryTest.h"
 
-#include <algorithm>
-
 #include "General/Panoptra/Injection.h"
 
 namespace merovanta::testing {
@@ -18,12 +16,7 @@ LibraryTest::~LibraryTest() {
 }
 
 void LibraryTest::TearDown() {
-    for (const auto& line : log.lines("[ERROR] ")) {
-        EXPECT_TRUE(std::find(mExpectedErrors.begin(), mExpectedErrors.end(), line) != mExpectedErrors.end())
-            << "unexpected: " << line;
-    }
-    for (const auto& line : mExpectedErrors)
-        EXPECT_TRUE(log.contains(line)) << "missing: " << line;
+    EXPECT_THAT(log.lines("[ERROR] "), ::testing::UnorderedElementsAreArray(mExpectedErrors));
 }
 
 void LibraryTest::startSession() {

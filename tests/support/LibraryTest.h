@@ -35,7 +35,10 @@ class LibraryTest : public ::testing::Test {
 
     [[nodiscard]] ApplicationConfig& config();
 
-    void expectError(const std::string& line) { mExpectedErrors.push_back(line); }
+    /// The line must come so many times.
+    void expectError(const std::string& line, std::size_t times = 1) {
+        mExpectedErrors.insert(mExpectedErrors.end(), times, line);
+    }
 
     std::shared_ptr<inmemory::PlatformInMemory> platform = inmemory::PlatformInMemory::installNew();
     FakeService service{platform->httpSession()};

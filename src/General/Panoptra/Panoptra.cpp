@@ -40,7 +40,7 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
     Log::debug("Get init");
     ViewUtils::frontScreenName([weak = weak_from_this(), start](const std::optional<std::string>& name) {
         const auto self = weak.lock();
-        if (!self || !self->isCurrent(start)) return;
+        if (!self || !self->goesOn(start)) return;
         if (name) {
             self->requestInit(start, *name);
         } else {
@@ -53,7 +53,7 @@ void Panoptra::requestInit(const std::shared_ptr<Start>& start, const std::strin
     initSender->sendInit(pageName, start->force, [weak = weak_from_this(), start](InitSender::Reply reply) {
         ViewUtils::runOnMainQueue([weak, start, reply = std::move(reply)] {
             const auto self = weak.lock();
-            if (self && self->isCurrent(start)) self->initReplied(start, reply);
+            if (self && self->goesOn(start)) self->initReplied(start, reply);
         });
     });
 }
@@ -79,7 +79,7 @@ void Panoptra::goOn(const std::shared_ptr<Start>& start, const MonitoringConfigD
     ViewUtils::frontScreenName(
         [weak = weak_from_this(), start, reply](const std::optional<std::string>& name) {
             const auto self = weak.lock();
-            if (!self || !self->isCurrent(start)) return;
+            if (!self || !self->goesOn(start)) return;
             if (!name) {
                 self->finish(start, StringError("Cannot get current controller name"));
                 return;
@@ -99,7 +99,7 @@ void Panoptra::goOn(const std::shared_ptr<Start>& start, const MonitoringConfigD
             self->viewMonitor->start(self->mMessageSender,
                                      [weak, start](const std::optional<StringError>& error) {
                                          const auto controller = weak.lock();
-                                         if (controller && controller->isCurrent(start))
+                                         if (controller && controller->goesOn(start))
                                              controller->finish(start, error);
                                      });
         });
@@ -115,7 +115,9 @@ void Panoptra::storeReply(const MonitoringConfigDTO& reply) {
 }
 
 void Panoptra::selectSender(const std::string& pageName) {
-    mMessageSender = messageSenderManager->xhrSender;
+    const auto& xhrSender = messageSenderManager->xhrSender;
+    if (mMessageSender != nullptr) xhrSender->discardQueue();
+    mMessageSender = xhrSender;
     Log::debug(std::string("Selected message sender: ") + mMessageSender->typeName());
     mMessageSender->connect(pageName, {}, {});
     networkManager->pingSender->start(mMessageSender);
@@ -130,7 +132,7 @@ void Panoptra::finish(const std::shared_ptr<Start>& start, const std::optional<S
     start->completion(error);
 }
 
-bool Panoptra::isCurrent(const std::shared_ptr<Start>& start) {
+bool Panoptra::goesOn(const std::shared_ptr<Start>& start) const {
     if (start->run == mRun) return true;
     start->completion(StringError("Panoptra was stopped while it started"));
     return false;

@@ -26,10 +26,12 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
              std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
              std::shared_ptr<NetworkManager> networkManager);
 
-    /// Starts a session. Without a session id the visitor's consent is taken back and a new session id made.
-    /// The completion is called once, when the session runs or could not be started; it is not called if the
-    /// service answers with nothing, or that this visitor is to be ignored: then the controller stays
-    /// started, without doing anything, until it is stopped.
+    /// Starts a session. After an error that came from the view monitor, what was started by then (pictures,
+    /// pings, the stream) goes on until a later start succeeds and is stopped. Without a session id the
+    /// visitor's consent is taken back and a new session id made. The completion is called once, when the
+    /// session runs or could not be started; it is not called if the service answers with nothing, or that
+    /// this visitor is to be ignored: then the controller stays started, without doing anything, until it is
+    /// stopped.
     void start(bool force, const std::optional<std::string>& sessionId, Completion completion);
 
     void stop();
@@ -51,7 +53,9 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     void storeReply(const MonitoringConfigDTO& reply);
     void selectSender(const std::string& pageName);
     void finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error);
-    [[nodiscard]] bool isCurrent(const std::shared_ptr<Start>& start);
+
+    /// Whether this start is still wanted; completes it with an error if a stop has overtaken it.
+    [[nodiscard]] bool goesOn(const std::shared_ptr<Start>& start) const;
 
     std::shared_ptr<InitSender> initSender;
     std::shared_ptr<MessageSenderManager> messageSenderManager;

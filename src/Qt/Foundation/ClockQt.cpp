@@ -5,7 +5,10 @@
 namespace merovanta::qt {
 
 std::chrono::milliseconds ClockQt::sinceEpoch() const {
-    return std::chrono::milliseconds(QDateTime::currentMSecsSinceEpoch());
+    using Steady = std::chrono::steady_clock;
+    static const Steady::time_point begin = Steady::now();
+    static const std::chrono::milliseconds calendarAtBegin(QDateTime::currentMSecsSinceEpoch());
+    return calendarAtBegin + std::chrono::duration_cast<std::chrono::milliseconds>(Steady::now() - begin);
 }
 
 }  // namespace merovanta::qt

@@ -2,6 +2,9 @@
 
 #include <Merovanta/Merovanta.h>
 
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+
 namespace merovanta::quick {
 
 MerovantaQuick::MerovantaQuick(QObject* parent) : QObject(parent) {}
@@ -18,6 +21,9 @@ int MerovantaQuick::tagOf(const QObject& object) {
 void MerovantaQuick::setTag(int tag) {
     if (mTag == tag) return;
     mTag = tag;
+    // A new tag may mean a new mask, which must show in a picture although nothing else was painted.
+    const auto* const item = qobject_cast<QQuickItem*>(parent());
+    if (item != nullptr && item->window() != nullptr) item->window()->update();
     emit tagChanged();
 }
 

@@ -1,6 +1,7 @@
 #include "General/Panoptra/Monitoring/ViewMonitor.h"
 
-#include <sstream>
+#include <array>
+#include <charconv>
 #include <utility>
 
 #include "General/Fatal.h"
@@ -14,10 +15,15 @@ namespace merovanta {
 
 namespace {
 
+/// The shortest text that is this number, whatever the host's locale.
+std::string describe(double number) {
+    std::array<char, 32> text{};
+    const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), number);
+    return {text.data(), end};
+}
+
 std::string describe(const Point& point) {
-    std::ostringstream text;
-    text << point.x << ", " << point.y;
-    return text.str();
+    return describe(point.x) + ", " + describe(point.y);
 }
 
 }  // namespace
@@ -48,6 +54,7 @@ ViewMonitor::ViewMonitor(std::shared_ptr<ApplicationConfigWrapper> wrapper)
 void ViewMonitor::start(std::shared_ptr<MessageSender> sender, Completion completion) {
     assertMainThread();
     const unsigned run = ++mRun;
+    ++mPictureRun;
     messageSender = std::move(sender);
     Log::debug("Schedule new timer");
     ViewUtils::runOnMainQueue([weak = weak_from_this(), run] {
@@ -86,12 +93,14 @@ void ViewMonitor::stop() {
     assertMainThread();
     Log::debug("Stop");
     ++mRun;
+    ++mPictureRun;
     screenshotTimer.reset();
     viewChangeTimer.reset();
     clickListener.reset();
 }
 
 void ViewMonitor::resetChangeDetection() {
+    ++mPictureRun;
     lastScreenshot.reset();
     lastView.reset();
     mLastKey.reset();
@@ -171,7 +180,7 @@ void ViewMonitor::capture(const std::shared_ptr<View>& root, PictureKey key) {
     };
     platform::current().screenCapture().capture(
         root, std::move(mBuffer), std::move(masks),
-        [weak = weak_from_this(), run = mRun,
+        [weak = weak_from_this(), run = mPictureRun,
          key = std::move(key)](std::optional<CapturedFrame> frame) mutable {
             if (const auto self = weak.lock()) self->frameCaptured(run, std::move(key), std::move(frame));
         });
@@ -179,7 +188,7 @@ void ViewMonitor::capture(const std::shared_ptr<View>& root, PictureKey key) {
 
 void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame) {
     assertMainThread();
-    if (!frame || run != mRun) {
+    if (!frame || run != mPictureRun) {
         if (frame) mBuffer = std::move(frame->pixels);
         discardPicture();
         return;
@@ -202,7 +211,7 @@ void ViewMonitor::pictureEncoded(PictureJob& job) {
     assertMainThread();
     mBuffer = std::move(job.buffer);
     // Masked by lists that no longer hold: not fit to be sent.
-    if (job.run != mRun || job.key.iosConfig != maskingLists()) {
+    if (job.run != mPictureRun || job.key.iosConfig != maskingLists()) {
         discardPicture();
         return;
     }

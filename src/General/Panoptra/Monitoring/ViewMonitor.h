@@ -78,6 +78,9 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
 
     // Counts starts and stops: what was set going before the last of them no longer has an effect.
     unsigned mRun = 0;
+    // Counts, besides, the resets of the change detection: a picture of before must not pass for one of
+    // after.
+    unsigned mPictureRun = 0;
     bool mIsCapturing = false;
     PixelBuffer mBuffer;
     std::optional<PictureKey> mLastKey;

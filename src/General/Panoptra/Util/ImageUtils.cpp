@@ -17,8 +17,7 @@ void sumRows(const PixelBuffer& source, std::size_t firstRow, std::size_t rows,
              std::vector<std::uint16_t>& sums) {
     const std::size_t bytes = source.width() * channels;
     const auto at = [&](std::size_t row) {
-        // Rows that do not exist at the lower edge are multiplied by nothing below; any row serves as
-        // address.
+        // Rows that do not exist at the lower edge are left out of the sum; any row serves as their address.
         return reinterpret_cast<const std::uint8_t*>(source.row(firstRow + std::min(row, rows - 1)));
     };
     const std::uint8_t* const first = at(0);

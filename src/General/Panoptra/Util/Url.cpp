@@ -41,7 +41,7 @@ std::string encodeIllegal(std::string_view text, std::string_view legalPunctuati
 
 /// The parser takes what it does not understand of the authority ("host:port:1") for the path.
 bool isAuthorityUnderstood(const boost::urls::url_view& url) {
-    return !url.encoded_host().empty() && (url.encoded_path().empty() || url.encoded_path().starts_with('/'));
+    return url.encoded_path().empty() || url.encoded_path().starts_with('/');
 }
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace merovanta {
 
 /// Parses a text as an absolute URL and gives it back in ASCII: characters that may not stand in a URL, such
 /// as spaces and non-ASCII letters of a host or page name, are percent-encoded. Absent if it is no URL even
-/// then.
+/// then. The host may be empty: a request to nowhere fails like any other that finds no way.
 [[nodiscard]] std::optional<std::string> parseUrl(std::string_view text);
 
 }  // namespace merovanta

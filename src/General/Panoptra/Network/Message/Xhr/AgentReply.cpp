@@ -22,7 +22,12 @@ AgentReply AgentReply::parse(const std::string& body) {
         }
         if (!messages->is_array()) continue;
         for (auto& message : *messages) {
-            if (message.is_object()) reply.messages.push_back(std::move(message));
+            if (!message.is_object()) continue;
+            if (reply.messages.size() == maximumMessages) {
+                reply.isMalformed = true;
+                return reply;
+            }
+            reply.messages.push_back(std::move(message));
         }
     }
     return reply;

@@ -9,9 +9,13 @@ namespace merovanta {
 /// The agent's messages in the reply to one POST of the polled stream: a JSON array of texts, each of which
 /// holds a JSON array of messages.
 struct AgentReply {
-    /// JSON objects, in order.
+    /// More messages in one reply are no agent's.
+    static constexpr std::size_t maximumMessages = 1000;
+
+    /// JSON objects, in order. Hostile ones may be nested deeply: do not copy them, copying recurses.
     std::vector<nlohmann::json> messages;
-    /// The reply, or a text in it, is not what it should be; the messages before that place are kept.
+    /// The reply, or a text in it, is not what it should be, or holds too many messages; those before that
+    /// place are kept.
     bool isMalformed = false;
 
     /// Elements that are no texts, texts that hold no array and messages that are no objects are skipped.

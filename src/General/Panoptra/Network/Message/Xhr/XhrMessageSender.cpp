@@ -51,6 +51,11 @@ void XhrMessageSender::close() {
     stopped = true;
 }
 
+void XhrMessageSender::discardQueue() {
+    assertMainThread();
+    queue.clear_messages();
+}
+
 void XhrMessageSender::send(ProtoMessage message, const Callback& callback) {
     assertMainThread();
     *queue.add_messages() = std::move(message);
@@ -95,9 +100,11 @@ void XhrMessageSender::roundFinished(unsigned loop, bool failed,
         Log::error("Request failed");
         return;
     }
-    // Only now, after the answer: what was queued while the request was under way goes too.
-    queue.clear_messages();
-    if (loop == mLoop) scheduleNextRound();
+    if (loop == mLoop) {
+        // Only now, after the answer: what was queued while the request was under way goes too.
+        queue.clear_messages();
+        scheduleNextRound();
+    }
     if (agentReply) handOver(*agentReply);
 }
 

@@ -27,6 +27,9 @@ class XhrMessageSender : public MessageSender {
     void connect(const std::string& url, std::function<void()> successCallback,
                  std::function<void()> errorCallback) override;
 
+    /// Drops what an earlier session has left in the queue, so that it cannot go out under another's name.
+    void discardQueue();
+
     /// A round that is scheduled already still runs, and is the last.
     void close() override;
 
