@@ -51,15 +51,15 @@ void addViewsOfClass(const View& root, const std::string& entry, std::vector<Mas
         areas.push_back(areaOf(std::move(view), root));
 }
 
-/// The pixels [first, last) that the span [start, start + length) of points touches.
-std::pair<std::size_t, std::size_t> touchedPixels(double start, double length, double scale,
-                                                  std::size_t limit) {
+/// The pixels [first, last) to be covered for an area between these two positions, in pixels. An edge that
+/// falls between pixels covers one more: renderers round to either side of it.
+std::pair<std::size_t, std::size_t> coveredPixels(double start, double end, std::size_t limit) {
     const auto bound = static_cast<double>(limit);
     // Positions that are no number mask the whole span: rather too much than too little.
-    const double first = std::isnan(start) ? 0 : std::clamp(std::floor(start * scale), 0.0, bound);
-    const double end = (start + length) * scale;
-    const double last = std::isnan(end) ? bound : std::clamp(std::ceil(end), 0.0, bound);
-    return {static_cast<std::size_t>(first), static_cast<std::size_t>(last)};
+    const double first = std::isnan(start) ? 0 : std::ceil(start) - (start == std::ceil(start) ? 0 : 2);
+    const double last = std::isnan(end) ? bound : std::floor(end) + (end == std::floor(end) ? 0 : 2);
+    return {static_cast<std::size_t>(std::clamp(first, 0.0, bound)),
+            static_cast<std::size_t>(std::clamp(last, 0.0, bound))};
 }
 
 }  // namespace
@@ -76,8 +76,9 @@ std::optional<std::vector<MaskArea>> PrivacyUtils::maskAreas(const std::shared_p
 }
 
 void PrivacyUtils::drawBlackRectangle(const Rect& area, double scale, PixelBuffer& picture) {
-    const auto [left, right] = touchedPixels(area.x / scale, area.width, scale, picture.width());
-    const auto [top, bottom] = touchedPixels(area.y / scale, area.height, scale, picture.height());
+    // In pixels: the origin divided by the scale and multiplied by it again, the size only multiplied.
+    const auto [left, right] = coveredPixels(area.x, area.x + area.width * scale, picture.width());
+    const auto [top, bottom] = coveredPixels(area.y, area.y + area.height * scale, picture.height());
     if (left >= right) return;
     for (std::size_t y = top; y < bottom; ++y) {
         std::fill(picture.row(y) + left, picture.row(y) + right, opaqueBlack);

@@ -27,8 +27,8 @@ class PrivacyUtils {
                                                                         const IOSConfig& config);
 
     /// Fills the area with opaque black. Deliberately, only the area's origin is divided by the picture's
-    /// scale and its size is not. Parts outside the picture are ignored; pixels touched in part are covered
-    /// whole.
+    /// scale and its size is not. Parts outside the picture are ignored. An edge that falls between two
+    /// pixels covers both and one more.
     static void drawBlackRectangle(const Rect& area, double scale, PixelBuffer& picture);
 };
 
