@@ -36,7 +36,8 @@ void Merovanta::initConfig(const CustomConfiguration& config) {
     }
     wrapper->config.tenantId = config.tenantId();
     wrapper->config.token = config.token();
-    wrapper->renewVisit(wrapper->config.visitConfig ? wrapper->config.visitConfig->sessionId : std::nullopt);
+    const auto& visit = wrapper->config.visitConfig;
+    wrapper->renewVisit(visit ? visit->sessionId : std::nullopt);
     applyHosts(config, wrapper->config);
 }
 

@@ -6,7 +6,7 @@
 
 namespace merovanta::inmemory {
 
-class TapRecognizersInMemory::Recognizer : public TapRecognizer {
+class TapRecognizersInMemory::Recognizer final : public TapRecognizer {
  public:
     Recognizer(std::shared_ptr<std::vector<Recognizer*>> attached, TapRecognizerFactory::Action action)
         : mAttached(std::move(attached)), mAction(std::move(action)) {}

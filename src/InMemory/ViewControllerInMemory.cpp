@@ -17,9 +17,10 @@ std::shared_ptr<ViewController> ViewControllerInMemory::presentedViewController(
 }
 
 std::optional<std::vector<std::shared_ptr<ViewController>>> ViewControllerInMemory::viewControllers() const {
-    if (!mController->entries) return std::nullopt;
+    const auto& entries = mController->entries;
+    if (!entries) return std::nullopt;
     std::vector<std::shared_ptr<ViewController>> handles;
-    for (const auto& entry : *mController->entries)
+    for (const auto& entry : *entries)
         handles.push_back(handle(entry));
     return handles;
 }

@@ -9,7 +9,7 @@ Result<IOSConfig> IOSConfig::decode(const nlohmann::json& json) {
     JsonFields fields(json);
     fields.required("blacklist", config.blacklist);
     fields.required("blacklistClasses", config.blacklistClasses);
-    if (fields.error()) return *fields.error();
+    if (const auto& error = fields.error()) return *error;
     return config;
 }
 

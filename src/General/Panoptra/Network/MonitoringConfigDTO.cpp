@@ -16,7 +16,7 @@ Result<MonitoringConfigDTO> MonitoringConfigDTO::decode(const nlohmann::json& js
     fields.required("x", reply.ignoreIp);
     fields.optional("pnWS", reply.disableWebSocket);
     fields.optional("cA", reply.chatActivated);
-    if (fields.error()) return *fields.error();
+    if (const auto& error = fields.error()) return *error;
     return reply;
 }
 

@@ -103,6 +103,7 @@ void MessageSender::sendUserTag(const ActiveUser& user, std::int64_t offset, Cal
     dispatch(std::move(message), std::move(callback));
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): transports keep the message.
 void MessageSender::send(ProtoMessage /*message*/, const Callback& /*callback*/) {
     fatalError("It is required to override send()");
 }
