@@ -86,13 +86,13 @@ TEST_F(Capture, TheMasksCoverWhatMovesBetweenPaints) {
         ++delivered;
         int seen = 0;
         const Rect mask = frame->masks.at(0).rect;
-        for (double y = 0.5; y < 400; ++y) {
-            for (double x = 0.5; x < 300; ++x) {
-                if (colorAt(*frame, x, y) != red) continue;
-                ++seen;
-                ASSERT_TRUE(x > mask.x && x < mask.x + mask.width && y > mask.y && y < mask.y + mask.height)
-                    << x << ", " << y << " in step " << step;
-            }
+        for (int place = 0; place < 300 * 400; ++place) {
+            const double x = place % 300 + 0.5;
+            const double y = place / 300 + 0.5;
+            if (colorAt(*frame, x, y) != red) continue;
+            ++seen;
+            ASSERT_TRUE(x > mask.x && x < mask.x + mask.width && y > mask.y && y < mask.y + mask.height)
+                << x << ", " << y << " in step " << step;
         }
         EXPECT_GT(seen, 0);
         buffer = std::move(frame->pixels);
