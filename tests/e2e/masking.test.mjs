@@ -53,7 +53,7 @@ async function record(t, name, masks, display, enough) {
   const service = await Service.start(t, ...masks);
   const app = App.start(t, service.host, ['--tour', '--sentinel'], display);
   await eventually(`enough of the tour (${name})`, () => {
-    assert.equal(app.child.exitCode, null, [...app.out, ...app.err].slice(-20).join('\n'));
+    app.assertRunning();
     return enough(app, service);
   }, 150);
   const problems = app.problems();

@@ -74,6 +74,7 @@ class Process {
       this.child.once('error', (error) => resolve(error.message));
       this.child.once('close', (code, signal) => resolve(code ?? signal));
     });
+    this.ended.then((result) => { this.result = result; });
     collectLines(this.child.stdout, this.out);
     collectLines(this.child.stderr, this.err);
     atEnd(t, () => this.stop('SIGKILL'));
@@ -87,15 +88,21 @@ class Process {
   }
 
   line(pattern, seconds) {
-    return eventually(`a line ${pattern} in\n${[...this.out.slice(-20), ...this.err].join('\n')}`,
-      () => this.out.find((line) => pattern.test(line)), seconds);
+    return eventually(`a line ${pattern}`, () => {
+      const found = this.out.find((line) => pattern.test(line));
+      if (!found) this.assertRunning();
+      return found;
+    }, seconds);
+  }
+
+  assertRunning() {
+    const lastLines = [...this.out, ...this.err].slice(-20).join('\n');
+    assert.equal(this.result, undefined, `ended with ${this.result} too early\n${lastLines}`);
   }
 
   async exitCode(seconds) {
-    let code;
-    this.ended.then((result) => { code = result; });
-    await eventually('the end of the process', () => code !== undefined, seconds);
-    return code;
+    await eventually('the end of the process', () => this.result !== undefined, seconds);
+    return this.result;
   }
 }
 
