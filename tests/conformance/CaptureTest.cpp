@@ -87,8 +87,9 @@ TEST_F(Capture, TheMasksCoverWhatMovesBetweenPaints) {
         int seen = 0;
         const Rect mask = frame->masks.at(0).rect;
         for (int place = 0; place < 300 * 400; ++place) {
+            const int row = place / 300;
             const double x = place % 300 + 0.5;
-            const double y = place / 300 + 0.5;
+            const double y = row + 0.5;
             if (colorAt(*frame, x, y) != red) continue;
             ++seen;
             ASSERT_TRUE(x > mask.x && x < mask.x + mask.width && y > mask.y && y < mask.y + mask.height)
