@@ -1,6 +1,7 @@
 #include "Qt/Foundation/UserDefaultsQt.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QUrl>
 
 #include "Qt/Foundation/VendorQt.h"
 
@@ -10,6 +11,11 @@ namespace {
 
 QString textOf(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// Slashes in a name would make a group of it.
+QString nameOf(std::string_view key) {
+    return QString::fromLatin1(QUrl::toPercentEncoding(textOf(key)));
 }
 
 }  // namespace
@@ -24,7 +30,7 @@ UserDefaultsQt::~UserDefaultsQt() {
 
 std::optional<std::string> UserDefaultsQt::string(std::string_view key) {
     if (QSettings* const store = settings()) {
-        const QVariant value = store->value(textOf(key));
+        const QVariant value = store->value(nameOf(key));
         if (value.isValid()) return value.toString().toStdString();
     }
     const auto fallback = mDefaults.find(key);
@@ -33,11 +39,11 @@ std::optional<std::string> UserDefaultsQt::string(std::string_view key) {
 }
 
 void UserDefaultsQt::set(std::string_view key, std::string_view value) {
-    if (QSettings* const store = settings()) store->setValue(textOf(key), textOf(value));
+    if (QSettings* const store = settings()) store->setValue(nameOf(key), textOf(value));
 }
 
 void UserDefaultsQt::remove(std::string_view key) {
-    if (QSettings* const store = settings()) store->remove(textOf(key));
+    if (QSettings* const store = settings()) store->remove(nameOf(key));
 }
 
 void UserDefaultsQt::registerDefault(std::string_view key, std::string_view value) {

@@ -21,7 +21,8 @@ TapRecognizerQuick::~TapRecognizerQuick() {
 
 void TapRecognizerQuick::attach(const View& view) {
     detach();
-    const QQuickItem* const item = ViewQuick::itemOf(view);
+    QQuickItem* const item = ViewQuick::itemOf(view);
+    mItem = item;
     mWindow = item == nullptr ? nullptr : item->window();
     if (mWindow) mWindow->installEventFilter(this);
 }
@@ -111,6 +112,7 @@ void TapRecognizerQuick::release(QPointF position) {
     move(position);
     if (!mIsDown) return;
     mIsDown = false;
+    if (!mItem || !mItem->contains(mItem->mapFromScene(position))) return;
     mTapped = position;
     mState = State::ended;
     const QPointer<TapRecognizerQuick> self(this);

@@ -8,6 +8,7 @@
 #include "Platform/TapRecognizer.h"
 
 class QMouseEvent;
+class QQuickItem;
 class QQuickWindow;
 class QTouchEvent;
 
@@ -41,6 +42,7 @@ class TapRecognizerQuick final : public QObject, public TapRecognizer {
 
     /// Shared, since the action may destroy the recogniser.
     std::shared_ptr<TapRecognizerFactory::Action> mAction;
+    QPointer<QQuickItem> mItem;
     QPointer<QQuickWindow> mWindow;
     State mState = State::possible;
     bool mIsDown = false;
