@@ -4,7 +4,6 @@
 #include <QtGui/QImage>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGRendererInterface>
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -28,20 +27,15 @@ bool isOpenGL(const QQuickWindow& window) {
     return window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL;
 }
 
-void copyPixels(const QImage& image, PixelBuffer& pixels) {
-    constexpr std::uint32_t opaque = 0xff000000U;
-    const auto width = static_cast<std::size_t>(image.width());
-    pixels.resize(width, static_cast<std::size_t>(image.height()));
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* const from = reinterpret_cast<const std::uint32_t*>(image.constScanLine(y));
-        std::transform(from, from + width, pixels.row(static_cast<std::size_t>(y)),
-                       [](std::uint32_t word) { return word | opaque; });
-    }
-}
-
-bool isThirtyTwoBit(const QImage& image) {
-    return image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32 ||
-           image.format() == QImage::Format_ARGB32_Premultiplied;
+/// Hands the image's memory over; if the image shares it with anybody, a copy of it.
+void takePixels(QImage image, PixelBuffer& pixels) {
+    image.convertTo(QImage::Format_RGB32);
+    // A copy has no gaps between its rows.
+    if (image.bytesPerLine() != qsizetype{4} * image.width()) image = image.copy();
+    const auto owner = std::make_shared<QImage>(std::move(image));
+    const auto width = static_cast<std::size_t>(owner->width());
+    const auto height = static_cast<std::size_t>(owner->height());
+    pixels.adopt({owner, reinterpret_cast<std::uint32_t*>(owner->bits())}, width, height);
 }
 
 }  // namespace
@@ -153,9 +147,7 @@ void WindowCaptureQuick::grab(FrameRequestQuick& request) {
     }
     request.setPaintSerial(mShared->serial);
     if (!request.fits(image.size())) return request.fail();
-    if (!isThirtyTwoBit(image)) image.convertTo(QImage::Format_RGB32);
-    // The image may share the memory that the window paints into next: it goes away with this call.
-    copyPixels(image, request.pixels());
+    takePixels(std::move(image), request.pixels());
 }
 
 void WindowCaptureQuick::finish(const std::shared_ptr<FrameRequestQuick>& request) {
