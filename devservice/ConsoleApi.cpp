@@ -55,6 +55,8 @@ void ConsoleApi::addVisitorRoutes(Router& router) {
     addForVisitor("POST", "/messages", [this](Visitor& visitor, const Request& request) {
         return queueMessage(visitor, request);
     });
+    addForVisitor("POST", "/frames",
+                  [this](Visitor& visitor, const Request& request) { return sendFrame(visitor, request); });
 }
 
 Response ConsoleApi::changeSettings(const Request& request) {
@@ -70,6 +72,18 @@ Response ConsoleApi::queueMessage(Visitor& visitor, const Request& request) {
     if (visitor.state() != Visitor::State::Live) return Response::error(409, "the visitor is not streaming");
     if (!visitor.queueAgentMessage(std::move(message), currentMoment())) {
         return Response::error(429, "too many messages are waiting for this visitor");
+    }
+    if (const auto socket = sockets_.find(visitor)) socket->sendNext();
+    return Response::json({{"queued", true}}, 202);
+}
+
+Response ConsoleApi::sendFrame(const Visitor& visitor, const Request& request) {
+    auto frame = SocketFrame::parse(json::parse(request.body.begin(), request.body.end(), nullptr, false));
+    if (const auto* problem = std::get_if<std::string>(&frame)) return Response::error(400, *problem);
+    const auto socket = sockets_.find(visitor);
+    if (!socket) return Response::error(409, "the visitor has no WebSocket open");
+    if (!socket->send(std::get<SocketFrame>(std::move(frame)))) {
+        return Response::error(429, "too many frames are waiting for this visitor");
     }
     return Response::json({{"queued", true}}, 202);
 }

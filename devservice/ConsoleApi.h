@@ -6,15 +6,17 @@
 #include "OriginPolicy.h"
 #include "Router.h"
 #include "VisitorRegistry.h"
+#include "VisitorSockets.h"
 
 namespace merovanta::devservice {
 
 /// The console page and the JSON control API behind it. Every route checks who asks.
 class ConsoleApi {
  public:
-    ConsoleApi(VisitorRegistry& visitors, InitReply& initReply, ConsoleHub& hub, OriginPolicy policy,
-               ConsoleAssets assets)
+    ConsoleApi(VisitorRegistry& visitors, const VisitorSockets& sockets, InitReply& initReply,
+               ConsoleHub& hub, OriginPolicy policy, ConsoleAssets assets)
         : visitors_(visitors),
+          sockets_(sockets),
           initReply_(initReply),
           hub_(hub),
           policy_(std::move(policy)),
@@ -29,8 +31,10 @@ class ConsoleApi {
 
     Response changeSettings(const Request& request);
     Response queueMessage(Visitor& visitor, const Request& request);
+    Response sendFrame(const Visitor& visitor, const Request& request);
 
     VisitorRegistry& visitors_;
+    const VisitorSockets& sockets_;
     InitReply& initReply_;
     ConsoleHub& hub_;
     OriginPolicy policy_;

@@ -4,26 +4,20 @@
 #include <boost/asio/post.hpp>
 #include <boost/beast/core/buffers_to_string.hpp>
 #include <boost/beast/websocket/rfc6455.hpp>
-#include <chrono>
 #include <utility>
 
+#include "SocketTimeouts.h"
 #include "Text.h"
 
 namespace merovanta::devservice {
 
 namespace asio = boost::asio;
 namespace beast = boost::beast;
-namespace websocket = boost::beast::websocket;
 using nlohmann::json;
 
 namespace {
 
 constexpr std::size_t kMaxIncomingBytes = 4096;
-
-websocket::stream_base::timeout timeouts() {
-    using std::chrono::seconds;
-    return {seconds(10), seconds(30), true};
-}
 
 void putBigEndian(unsigned char* target, std::uint32_t value) {
     for (unsigned i = 0; i < 4; ++i)
@@ -42,7 +36,7 @@ ConsoleSession::ConsoleSession(beast::tcp_stream stream, std::shared_ptr<void> s
 
 void ConsoleSession::start(beast::http::request<beast::http::string_body> handshake) {
     handshake_ = std::move(handshake);
-    socket_.set_option(timeouts());
+    socket_.set_option(socketTimeouts());
     socket_.read_message_max(kMaxIncomingBytes);
     socket_.async_accept(handshake_, [self = shared_from_this()](ErrorCode error) {
         if (error) return;

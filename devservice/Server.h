@@ -17,6 +17,8 @@
 #include "Router.h"
 #include "VisitorApi.h"
 #include "VisitorRegistry.h"
+#include "VisitorSockets.h"
+#include "VisitorStreams.h"
 
 namespace merovanta::devservice {
 
@@ -52,6 +54,8 @@ class Server {
     Recorder recorder_;
     ConsoleHub hub_;
     VisitorRegistry visitors_;
+    VisitorStreams streams_;
+    VisitorSockets sockets_;
     RequestLog log_;
     Router router_;
     VisitorApi visitorApi_;

@@ -16,8 +16,8 @@ struct TimelineEntry {
     Moment at;
     /// Milliseconds since the start of the session, as the visitor's message says.
     std::optional<std::uint64_t> sessionTime;
-    /// "init", "connect", "end", "page", "tap", "tag", "userTag", "picture", "activity", "agent" or
-    /// "warning".
+    /// "init", "connect", "disconnect", "end", "page", "tap", "tag", "userTag", "picture", "activity",
+    /// "agent" or "warning".
     std::string kind;
     std::string text;
     /// What else the kind carries (coordinates, identity); null when nothing.

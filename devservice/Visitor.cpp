@@ -42,6 +42,10 @@ const char* name(Visitor::State state) {
     return "";
 }
 
+const char* name(Transport transport) {
+    return transport == Transport::WebSocket ? "websocket" : "polling";
+}
+
 }  // namespace
 
 Visitor::Visitor(std::uint32_t number, std::string tenantId, std::string sessionId, Moment now,
@@ -58,8 +62,7 @@ void Visitor::initialised(const InitRecord& record, Moment now) {
     lastSeen_ = now;
     state_ = State::Waiting;
     endedAt_.reset();
-    identify(record.visitorId, record.visitId);
-    take(shareId_, record.shareId);
+    identify(record.visitorId, record.visitId, record.shareId);
     page_ = boundedText(record.url, kMaxPageBytes);
     screenWidth_ = record.width;
     screenHeight_ = record.height;
@@ -72,18 +75,24 @@ void Visitor::initialised(const InitRecord& record, Moment now) {
     if (!record.redirectId.empty()) warn("Initialisation record: key \"qdu\" is not empty", now);
 }
 
-void Visitor::connected(const std::string& page, Moment now) {
-    ++counters_.gets;
+void Visitor::connected(const std::string& page, Transport transport, Moment now) {
+    ++(transport == Transport::WebSocket ? counters_.sockets : counters_.gets);
+    transport_ = transport;
     lastSeen_ = now;
+    if (state_ != State::Live || transport == Transport::Polling) startedAt_ = now;
     state_ = State::Live;
     endedAt_.reset();
-    startedAt_ = now;
     if (!page.empty()) page_ = boundedText(page, kMaxPageBytes);
-    add("connect", page_, now);
+    add("connect", page_, now, std::nullopt, {{"transport", name(transport)}});
 }
 
-void Visitor::received(const ProtoMessageList& events, std::size_t bodyBytes, Moment now) {
-    ++counters_.posts;
+void Visitor::disconnected(const std::string& how, Moment now) {
+    add("disconnect", how, now);
+}
+
+void Visitor::received(const ProtoMessageList& events, std::size_t bodyBytes, Transport transport,
+                       Moment now) {
+    ++(transport == Transport::WebSocket ? counters_.socketFrames : counters_.posts);
     counters_.bytes += bodyBytes;
     byteRate_.add(now, bodyBytes);
     lastSeen_ = now;
@@ -118,9 +127,10 @@ void Visitor::warn(const std::string& text, Moment now) {
     add("warning", text, now);
 }
 
-void Visitor::identify(const std::string& visitorId, const std::string& visitId) {
+void Visitor::identify(const std::string& visitorId, const std::string& visitId, const std::string& shareId) {
     take(visitorId_, visitorId);
     take(visitId_, visitId);
+    take(shareId_, shareId);
 }
 
 bool Visitor::queueAgentMessage(json message, Moment now) {
@@ -135,6 +145,13 @@ json Visitor::takeAgentMessages() {
     for (json& message : agentMessages_)
         result.push_back(std::move(message));
     agentMessages_.clear();
+    return result;
+}
+
+std::optional<json> Visitor::takeAgentMessage() {
+    if (agentMessages_.empty()) return std::nullopt;
+    std::optional<json> result(std::move(agentMessages_.front()));
+    agentMessages_.pop_front();
     return result;
 }
 
@@ -213,6 +230,7 @@ json Visitor::summary(Moment now) const {
         {"visitId", visitId_},
         {"shareId", shareId_},
         {"state", name(state_)},
+        {"transport", transport_ ? json(name(*transport_)) : json()},
         {"page", page_},
         {"forced", forced_},
         {"screen", {{"width", screenWidth_}, {"height", screenHeight_}}},
@@ -240,6 +258,8 @@ json Visitor::summary(Moment now) const {
           {"gets", c.gets},
           {"posts", c.posts},
           {"deletes", c.deletes},
+          {"sockets", c.sockets},
+          {"socketFrames", c.socketFrames},
           {"bytes", c.bytes},
           {"warnings", c.warnings}}}};
 }

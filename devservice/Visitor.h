@@ -14,6 +14,7 @@
 #include "Moment.h"
 #include "RateMeter.h"
 #include "Timeline.h"
+#include "Transport.h"
 #include "VisitorObserver.h"
 
 namespace merovanta::devservice {
@@ -31,6 +32,7 @@ class Visitor {
     struct Counters {
         std::uint64_t frames = 0, invalidFrames = 0, pages = 0, taps = 0, pings = 0, tags = 0, userTags = 0;
         std::uint64_t inits = 0, gets = 0, posts = 0, deletes = 0, bytes = 0, warnings = 0;
+        std::uint64_t sockets = 0, socketFrames = 0;
     };
 
     Visitor(std::uint32_t number, std::string tenantId, std::string sessionId, Moment now,
@@ -38,11 +40,13 @@ class Visitor {
 
     /// An initialisation record arrived; what is wrong with it is noted.
     void initialised(const InitRecord& record, Moment now);
-    /// The stream was opened (GET).
-    void connected(const std::string& page, Moment now);
-    /// A request body arrived and was decoded.
+    /// The stream was opened.
+    void connected(const std::string& page, Transport transport, Moment now);
+    /// The connection that carried the stream went away; it may come back, so the stream goes on.
+    void disconnected(const std::string& how, Moment now);
+    /// A request body or frame arrived and was decoded.
     void received(const com::merovanta::panoptra::ProtoMessageList& events, std::size_t bodyBytes,
-                  Moment now);
+                  Transport transport, Moment now);
     /// The stream was closed (DELETE).
     void ended(Moment now);
     /// The visitor's activity log reported something.
@@ -50,12 +54,14 @@ class Visitor {
     /// Notes misbehaviour. The same note is not repeated within ten seconds.
     void warn(const std::string& text, Moment now);
     /// Takes over the identifiers that a stream request carries; empty ones change nothing.
-    void identify(const std::string& visitorId, const std::string& visitId);
+    void identify(const std::string& visitorId, const std::string& visitId, const std::string& shareId);
 
-    /// Queues an agent's message for the next reply; false when the queue is full.
+    /// Queues an agent's message; false when the queue is full.
     bool queueAgentMessage(nlohmann::json message, Moment now);
     /// The queued messages, removed from the queue.
     nlohmann::json takeAgentMessages();
+    /// The oldest queued message, removed from the queue; nothing when none waits.
+    std::optional<nlohmann::json> takeAgentMessage();
 
     std::uint32_t number() const { return number_; }
     const std::string& sessionId() const { return sessionId_; }
@@ -84,6 +90,7 @@ class Visitor {
     int screenWidth_ = 0, screenHeight_ = 0;
     bool forced_ = false;
     State state_ = State::Waiting;
+    std::optional<Transport> transport_;
     Moment firstSeen_, lastSeen_;
     std::optional<Moment> startedAt_, endedAt_, lastPing_;
     Counters counters_;

@@ -2,7 +2,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "EventDecoder.h"
 #include "InterfaceTexts.h"
 #include "Text.h"
 
@@ -24,17 +23,21 @@ std::string text(const json& object, const char* key) {
     return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
-std::string activityText(const std::string& type) {
+std::string activityText(const json& record) {
+    const std::string type = text(record, "t");
     if (type == "cs") return "Co-browsing started";
     if (type == "ce") return "Co-browsing stopped";
     if (type == "ca") return "Co-browsing accepted";
     if (type == "cd") return "Co-browsing declined";
-    return "Activity \"" + type + "\"";
+    std::string result = "Other activity";
+    for (const char* key : {"t", "cc", "v"}) {
+        if (const std::string value = text(record, key); !value.empty()) result += ", " + value;
+    }
+    return result;
 }
 
-void checkSessionHeader(Visitor& visitor, const Request& request, const std::string& sessionId, Moment now) {
-    if (request.session == sessionId) return;
-    visitor.warn("Header X-QD-SSID is \"" + boundedText(request.session, 64) + "\", not the session id", now);
+Response namesNoSession() {
+    return Response::error(400, "the query names no session (sId)");
 }
 
 }  // namespace
@@ -51,6 +54,7 @@ void VisitorApi::addRoutes(Router& router) {
     router.add("GET", "/api/in/i18n", [](const Request& request) {
         return Response::json(interfaceTexts(request.target.value("lang")));
     });
+    router.addWebSocket("/api/in/imws", [this](Upgrade& upgrade) { return sockets_.open(upgrade); });
     router.add("GET", "/api/ic/h", [](const Request&) { return Response::json(json::object()); });
 }
 
@@ -61,53 +65,32 @@ Response VisitorApi::initialise(const Request& request) {
     const InitRecord record = InitRecord::parse(body);
     Visitor& visitor = visitors_.obtain(record.tenantId, record.sessionId, now);
     visitor.initialised(record, now);
-    checkSessionHeader(visitor, request, record.sessionId, now);
+    VisitorStreams::checkSessionHeader(visitor, request, record.sessionId, now);
     recorder_.record(visitor, "init", request.body, now);
     return Response::json(initReply_.body(request.remoteAddress));
 }
 
-Visitor* VisitorApi::streamVisitor(const Request& request, Moment now) {
-    const std::string sessionId = request.target.value("sId");
-    if (sessionId.empty()) return nullptr;
-    Visitor& visitor = visitors_.obtain(request.target.value("tId"), sessionId, now);
-    visitor.identify(request.target.value("vId"), request.target.value("id"));
-    checkSessionHeader(visitor, request, sessionId, now);
-    return &visitor;
-}
-
 Response VisitorApi::openStream(const Request& request) {
-    const Moment now = currentMoment();
-    Visitor* visitor = streamVisitor(request, now);
-    if (visitor == nullptr) return Response::error(400, "the query names no session (sId)");
-    visitor->connected(request.target.value("url"), now);
-    recorder_.record(*visitor, "connect", request.rawTarget, now);
+    if (!streams_.open(request, Transport::Polling)) return namesNoSession();
     return Response::json(json::array());
 }
 
 Response VisitorApi::receiveEvents(const Request& request) {
-    const Moment now = currentMoment();
-    const auto events = decodeEvents(request.body);
-    if (!events) {
-        Visitor* known = visitors_.find(request.target.value("tId"), request.target.value("sId"));
-        if (known != nullptr) known->warn("A request body was no list of events and was refused", now);
-        return Response::error(400, "the body is no list of events");
+    switch (streams_.receive(request, request.body, Transport::Polling)) {
+        case VisitorStreams::Receipt::NoEvents:
+            return Response::error(400, "the body is no list of events");
+        case VisitorStreams::Receipt::NoSession:
+            return namesNoSession();
+        case VisitorStreams::Receipt::Taken:
+            break;
     }
-    Visitor* visitor = streamVisitor(request, now);
-    if (visitor == nullptr) return Response::error(400, "the query names no session (sId)");
-    recorder_.record(*visitor, *events, now);
-    visitor->received(*events, request.body.size(), now);
-    const json messages = visitor->takeAgentMessages();
+    const json messages = streams_.find(request)->takeAgentMessages();
     // Each element of the reply is a string that holds a JSON array of its own.
     return Response::json(messages.empty() ? json::array() : json::array({toText(messages)}));
 }
 
 Response VisitorApi::closeStream(const Request& request) {
-    const Moment now = currentMoment();
-    Visitor* visitor = streamVisitor(request, now);
-    if (visitor == nullptr) return Response::error(400, "the query names no session (sId)");
-    visitor->ended(now);
-    recorder_.record(*visitor, "end", request.rawTarget, now);
-    return Response::json(json::object());
+    return streams_.close(request) ? Response::json(json::object()) : namesNoSession();
 }
 
 Response VisitorApi::logActivity(const Request& request) {
@@ -116,11 +99,14 @@ Response VisitorApi::logActivity(const Request& request) {
     const auto meta = body.find("m");
     const json none = json::object();
     const json& ids = meta != body.end() && meta->is_object() ? *meta : none;
+    const std::string sessionId = text(ids, "sId");
+    if (sessionId.empty()) return Response::json(none);
+    // The first report of a session may come before its initialisation.
     const Moment now = currentMoment();
-    if (Visitor* visitor = visitors_.find(text(ids, "tId"), text(ids, "sId"))) {
-        visitor->activity(activityText(text(body, "t")), now);
-        recorder_.record(*visitor, "activity", request.body, now);
-    }
+    Visitor& visitor = visitors_.obtain(text(ids, "tId"), sessionId, now);
+    visitor.identify(text(ids, "vId"), "", "");
+    visitor.activity(activityText(body), now);
+    recorder_.record(visitor, "activity", request.body, now);
     return Response::json(none);
 }
 

@@ -4,14 +4,21 @@
 #include "Recorder.h"
 #include "Router.h"
 #include "VisitorRegistry.h"
+#include "VisitorSockets.h"
+#include "VisitorStreams.h"
 
 namespace merovanta::devservice {
 
 /// The endpoints that the visitor's library calls.
 class VisitorApi {
  public:
-    VisitorApi(VisitorRegistry& visitors, const InitReply& initReply, Recorder& recorder)
-        : visitors_(visitors), initReply_(initReply), recorder_(recorder) {}
+    VisitorApi(VisitorRegistry& visitors, const InitReply& initReply, Recorder& recorder,
+               VisitorStreams& streams, VisitorSockets& sockets)
+        : visitors_(visitors),
+          initReply_(initReply),
+          recorder_(recorder),
+          streams_(streams),
+          sockets_(sockets) {}
 
     void addRoutes(Router& router);
 
@@ -22,12 +29,11 @@ class VisitorApi {
     Response closeStream(const Request& request);
     Response logActivity(const Request& request);
 
-    /// The visitor that a stream request names in its query, made if new; null when it names none.
-    Visitor* streamVisitor(const Request& request, Moment now);
-
     VisitorRegistry& visitors_;
     const InitReply& initReply_;
     Recorder& recorder_;
+    VisitorStreams& streams_;
+    VisitorSockets& sockets_;
 };
 
 }  // namespace merovanta::devservice

@@ -17,7 +17,7 @@ std::pair<std::string, std::string> key(const std::string& tenantId, const std::
 
 int importance(const Visitor& visitor) {
     if (visitor.state() == Visitor::State::Ended) return 0;
-    return visitor.counters().posts == 0 ? 1 : 2;
+    return visitor.counters().posts + visitor.counters().socketFrames == 0 ? 1 : 2;
 }
 
 }  // namespace

@@ -106,7 +106,8 @@ function toast(text) {
 async function send(message, label) {
   try {
     const reply = await fetch(`/console/api/visitors/${selected}/messages`, { method: 'POST', body: JSON.stringify(message) });
-    toast(reply.ok ? `${label}: goes out with the next reply.` : `${label}: ${(await reply.json()).error}.`);
+    const sent = visitors.get(selected)?.transport === 'websocket' ? 'sent' : 'goes out with the next reply';
+    toast(reply.ok ? `${label}: ${sent}.` : `${label}: ${(await reply.json()).error}.`);
   } catch {
     toast(`${label}: the service does not answer.`);
   }

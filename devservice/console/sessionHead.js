@@ -52,6 +52,7 @@ export class SessionHead {
     const pill = byId('state-pill');
     pill.dataset.state = state.key;
     setText(pill, state.label);
+    byId('transport').hidden = visitor.transport !== 'websocket';
     for (const [key, , value] of FACTS) setText(this.#values.get(key), value(visitor, now));
     this.#values.get('session').title = visitor.sessionId;
     for (const id of ['faster', 'force']) byId(id).disabled = visitor.state !== 'live';

@@ -5,7 +5,7 @@ const MOST_ENTRIES = 500;
 
 const FILTERS = [
   ['all', 'All', () => true],
-  ['pages', 'Pages', (kind) => ['page', 'init', 'connect', 'end'].includes(kind)],
+  ['pages', 'Pages', (kind) => ['page', 'init', 'connect', 'disconnect', 'end'].includes(kind)],
   ['taps', 'Taps', (kind) => kind === 'tap'],
   ['tags', 'Tags', (kind) => ['tag', 'userTag', 'activity'].includes(kind)],
   ['warnings', 'Warnings', (kind) => kind === 'warning'],
@@ -25,7 +25,8 @@ function agentMessage(text) {
 // Kind to [title, text].
 const WORDING = {
   init: (e) => ['Session initialised', [e.text, e.detail.forced && 'forced'].filter(Boolean).join(' · ')],
-  connect: (e) => ['Stream opened', e.text],
+  connect: (e) => ['Stream opened', [e.text, e.detail.transport === 'websocket' && 'WebSocket'].filter(Boolean).join(' · ')],
+  disconnect: (e) => ['Connection closed', e.text],
   end: () => ['Session ended', ''],
   page: (e) => ['Page', e.text],
   tap: (e) => ['Tap', `${Math.round(e.detail.x)}, ${Math.round(e.detail.y)} px`],

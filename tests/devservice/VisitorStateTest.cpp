@@ -41,12 +41,12 @@ TEST(RateMeter, AveragesOverTheWindowOrTheStreamsAgeAndForgets) {
 TEST(Visitor, KeepsABoundedPastHoweverLongItStreams) {
     CountingObserver observer;
     Visitor visitor(1, "T", "S", kStart, observer);
-    visitor.connected("Page", kStart);
+    visitor.connected("Page", Transport::Polling, kStart);
     ProtoMessageList list;
     list.add_messages()->add_clickevent();
     list.add_messages()->add_screenshotevent()->set_image(jpeg(10, 20));
     for (int i = 0; i < 5000; ++i)
-        visitor.received(list, 100, kStart + seconds(i));
+        visitor.received(list, 100, Transport::Polling, kStart + seconds(i));
     EXPECT_EQ(visitor.counters().taps, 5000U);
     const auto entries = visitor.timeline().entriesAfter(0);
     EXPECT_EQ(entries.size(), Timeline::kCapacity);
@@ -71,17 +71,18 @@ TEST(VisitorRegistry, ForgetsEndedThenSilentSessionsFirst) {
     const ProtoMessageList ping;
     for (const char* session : {"old-live", "live", "ended"}) {
         Visitor& visitor = registry.obtain("T", session, kStart);
-        visitor.connected("", kStart);
-        visitor.received(ping, 0, kStart);
+        visitor.connected("", Transport::Polling, kStart);
+        visitor.received(ping, 0, Transport::Polling, kStart);
     }
-    registry.find("T", "live")->received(ping, 0, kStart + seconds(5));
+    registry.find("T", "live")->received(ping, 0, Transport::Polling, kStart + seconds(5));
     registry.find("T", "ended")->ended(kStart + seconds(9));
 
     registry.obtain("T", "never-streamed", kStart + seconds(10));
     EXPECT_EQ(observer.removed, std::set<std::string>{"ended"});
     registry.obtain("T", "flood", kStart + seconds(11));
     EXPECT_TRUE(observer.removed.contains("never-streamed")) << "a flood does not push out those who stream";
-    registry.obtain("T", "flood", kStart + seconds(12)).received(ping, 0, kStart + seconds(12));
+    registry.obtain("T", "flood", kStart + seconds(12))
+        .received(ping, 0, Transport::Polling, kStart + seconds(12));
     registry.obtain("T", "next", kStart + seconds(13));
     EXPECT_TRUE(observer.removed.contains("old-live"));
     EXPECT_EQ(registry.find("T", "old-live"), nullptr);
