@@ -26,11 +26,26 @@ void ConsoleApi::addRoutes(Router& router) {
         [this](const Request& request) { return changeSettings(request); });
     add(router, "GET", "/console/api/visitors",
         [this](const Request&) { return Response::json(visitors_.summaries(currentMoment())); });
+    addFaultRoutes(router);
     addVisitorRoutes(router);
     router.addWebSocket("/console/ws", [this](Upgrade& upgrade) -> std::optional<Response> {
         if (!policy_.allows(upgrade.request))
             return Response::error(403, "the console answers only its own page");
         return hub_.open(upgrade);
+    });
+}
+
+void ConsoleApi::addFaultRoutes(Router& router) {
+    const std::string path = "/console/api/faults";
+    add(router, "GET", path, [this](const Request&) { return Response::json(faults_.toJson()); });
+    add(router, "PUT", path, [this](const Request& request) {
+        const json changes = json::parse(request.body.begin(), request.body.end(), nullptr, false);
+        if (const auto problem = faults_.apply(changes)) return Response::error(400, *problem);
+        return Response::json(faults_.toJson());
+    });
+    add(router, "DELETE", path, [this](const Request&) {
+        faults_.clear();
+        return Response::json(faults_.toJson());
     });
 }
 

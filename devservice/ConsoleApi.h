@@ -2,6 +2,7 @@
 
 #include "ConsoleAssets.h"
 #include "ConsoleHub.h"
+#include "Faults.h"
 #include "InitReply.h"
 #include "OriginPolicy.h"
 #include "Router.h"
@@ -13,11 +14,12 @@ namespace merovanta::devservice {
 /// The console page and the JSON control API behind it. Every route checks who asks.
 class ConsoleApi {
  public:
-    ConsoleApi(VisitorRegistry& visitors, const VisitorSockets& sockets, InitReply& initReply,
+    ConsoleApi(VisitorRegistry& visitors, const VisitorSockets& sockets, InitReply& initReply, Faults& faults,
                ConsoleHub& hub, OriginPolicy policy, ConsoleAssets assets)
         : visitors_(visitors),
           sockets_(sockets),
           initReply_(initReply),
+          faults_(faults),
           hub_(hub),
           policy_(std::move(policy)),
           assets_(std::move(assets)) {}
@@ -29,6 +31,8 @@ class ConsoleApi {
     void add(Router& router, const char* method, const std::string& path, Router::Handler handler);
     void addVisitorRoutes(Router& router);
 
+    void addFaultRoutes(Router& router);
+
     Response changeSettings(const Request& request);
     Response queueMessage(Visitor& visitor, const Request& request);
     Response sendFrame(const Visitor& visitor, const Request& request);
@@ -36,6 +40,7 @@ class ConsoleApi {
     VisitorRegistry& visitors_;
     const VisitorSockets& sockets_;
     InitReply& initReply_;
+    Faults& faults_;
     ConsoleHub& hub_;
     OriginPolicy policy_;
     ConsoleAssets assets_;

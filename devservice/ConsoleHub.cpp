@@ -10,8 +10,8 @@ namespace merovanta::devservice {
 std::optional<Response> ConsoleHub::open(Upgrade& upgrade) {
     std::erase_if(sessions_, [](const auto& session) { return session.expired(); });
     if (sessions_.size() >= kMaxSessions) return Response::error(503, "too many consoles are open");
-    auto session =
-        std::make_shared<ConsoleSession>(std::move(upgrade.stream), upgrade.slot, *visitors_, initReply_);
+    auto session = std::make_shared<ConsoleSession>(std::move(upgrade.stream), upgrade.slot, *visitors_,
+                                                    initReply_, faults_);
     sessions_.push_back(session);
     session->start(std::move(upgrade.handshake));
     return std::nullopt;

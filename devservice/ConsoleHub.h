@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "Faults.h"
 #include "InitReply.h"
 #include "Response.h"
 #include "VisitorObserver.h"
@@ -21,7 +22,7 @@ class ConsoleHub : public VisitorObserver {
  public:
     static constexpr std::size_t kMaxSessions = 16;
 
-    explicit ConsoleHub(const InitReply& initReply) : initReply_(initReply) {}
+    ConsoleHub(const InitReply& initReply, const Faults& faults) : initReply_(initReply), faults_(faults) {}
 
     /// To be called once before the first session; the registry itself needs the hub as its observer.
     void attach(VisitorRegistry& visitors) { visitors_ = &visitors; }
@@ -29,6 +30,7 @@ class ConsoleHub : public VisitorObserver {
     /// Takes the connection over, or answers why not.
     std::optional<Response> open(Upgrade& upgrade);
 
+    /// The initialisation reply or the faults.
     void settingsChanged();
     /// Sends fresh figures; to be called about once a second.
     void tick();
@@ -41,6 +43,7 @@ class ConsoleHub : public VisitorObserver {
     void forEach(const std::function<void(ConsoleSession&)>& action);
 
     const InitReply& initReply_;
+    const Faults& faults_;
     VisitorRegistry* visitors_ = nullptr;
     std::vector<std::weak_ptr<ConsoleSession>> sessions_;
 };

@@ -31,8 +31,12 @@ json nowMilliseconds() {
 }  // namespace
 
 ConsoleSession::ConsoleSession(beast::tcp_stream stream, std::shared_ptr<void> slot,
-                               VisitorRegistry& visitors, const InitReply& initReply)
-    : socket_(std::move(stream)), slot_(std::move(slot)), visitors_(visitors), initReply_(initReply) {}
+                               VisitorRegistry& visitors, const InitReply& initReply, const Faults& faults)
+    : socket_(std::move(stream)),
+      slot_(std::move(slot)),
+      visitors_(visitors),
+      initReply_(initReply),
+      faults_(faults) {}
 
 void ConsoleSession::start(beast::http::request<beast::http::string_body> handshake) {
     handshake_ = std::move(handshake);
@@ -123,7 +127,7 @@ void ConsoleSession::sendNext() {
 bool ConsoleSession::prepareText() {
     json message;
     if (std::exchange(settingsDirty_, false)) {
-        message = {{"type", "settings"}, {"settings", initReply_.settings()}};
+        message = {{"type", "settings"}, {"settings", initReply_.settings()}, {"faults", faults_.toJson()}};
     } else if (std::exchange(listDirty_, false)) {
         dirtyVisitors_.clear();
         message = {

@@ -12,6 +12,7 @@
 #include <set>
 #include <string>
 
+#include "Faults.h"
 #include "InitReply.h"
 #include "VisitorRegistry.h"
 
@@ -23,7 +24,7 @@ namespace merovanta::devservice {
 class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
  public:
     ConsoleSession(boost::beast::tcp_stream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
-                   const InitReply& initReply);
+                   const InitReply& initReply, const Faults& faults);
 
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake);
 
@@ -54,6 +55,7 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     std::shared_ptr<void> slot_;
     VisitorRegistry& visitors_;
     const InitReply& initReply_;
+    const Faults& faults_;
     boost::beast::http::request<boost::beast::http::string_body> handshake_;
     boost::beast::flat_buffer incoming_;
 

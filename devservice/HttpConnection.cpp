@@ -32,22 +32,32 @@ std::string headerText(const http::request<http::string_body>& message, std::str
     return {value.data(), value.size()};
 }
 
+Response faultStatus(unsigned status) {
+    // These two have no body.
+    if (status == 204 || status == 304) return {status, {}, {}, {}};
+    return Response::error(status, "a fault is set");
+}
+
 }  // namespace
 
 HttpConnection::HttpConnection(asio::ip::tcp::socket socket, std::shared_ptr<void> slot, const Router& router,
-                               RequestLog& log, HttpTimeouts timeouts)
+                               Faults& faults, RequestLog& log, HttpTimeouts timeouts)
     : stream_(std::move(socket)),
       slot_(std::move(slot)),
       router_(router),
+      faults_(faults),
       log_(log),
       timeouts_(timeouts),
-      buffer_(kMaxHeadBytes) {}
+      buffer_(kMaxHeadBytes),
+      delay_(stream_.get_executor()) {}
 
 void HttpConnection::readHead() {
     parser_.emplace();
     parser_->header_limit(kMaxHeadBytes * 3);
     parser_->body_limit(boost::none);
     request_ = {};
+    fault_.reset();
+    distortion_ = {};
     stream_.expires_after(timeouts_.head);
     asio::async_read_until(
         stream_, beast::ref(buffer_), "\r\n\r\n",
@@ -59,7 +69,8 @@ void HttpConnection::onHead(ErrorCode error, std::size_t bytes) {
     if (error || !parseHead(bytes)) return;
 
     if (beast::websocket::is_upgrade(parser_->get())) {
-        if (const auto* handler = router_.webSocket(request_.target.path)) return upgrade(*handler);
+        upgradeHandler_ = router_.webSocket(request_.target.path);
+        if (upgradeHandler_ != nullptr) return serve();
     }
     const std::size_t limit = std::min(router_.bodyLimit(request_), kMaxBodyBytes);
     if (parser_->content_length() > limit) return refuse(413, "request body too large");
@@ -112,14 +123,55 @@ void HttpConnection::onBody(ErrorCode error) {
     }
     if (error) return;
     request_.body = parser_->get().body();
-    reply(router_.dispatch(request_), parser_->keep_alive());
+    serve();
 }
 
-void HttpConnection::upgrade(const Router::UpgradeHandler& handler) {
+void HttpConnection::serve() {
+    fault_ = faults_.take(request_);
+    if (!fault_) return answer();
+    switch (fault_->kind) {
+        case Fault::Kind::Delay:
+            return serveLate(std::chrono::milliseconds(fault_->value));
+        case Fault::Kind::Drop:
+            return drop();
+        case Fault::Kind::Status:
+            return reply(faultStatus(static_cast<unsigned>(fault_->value)),
+                         upgradeHandler_ == nullptr && parser_->keep_alive());
+        case Fault::Kind::Truncate:
+        case Fault::Kind::Empty:
+        case Fault::Kind::Garbage:
+        case Fault::Kind::Large:
+            return answer();
+    }
+}
+
+void HttpConnection::serveLate(std::chrono::milliseconds delay) {
+    stream_.expires_never();
+    delay_.expires_after(delay);
+    delay_.async_wait([self = shared_from_this()](ErrorCode error) {
+        if (!error) self->answer();
+    });
+}
+
+void HttpConnection::drop() {
+    log_.write(request_, request_.body.size(), 0);
+    stream_.close();
+}
+
+void HttpConnection::answer() {
+    const bool distorted = fault_ && fault_->changesBody();
+    if (upgradeHandler_ != nullptr && !distorted) return upgrade();
+    Response response = upgradeHandler_ == nullptr ? router_.dispatch(request_) : Response();
+    if (distorted) distortion_ = fault_->distort(response);
+    const bool whole = upgradeHandler_ == nullptr && distortion_.missing == 0;
+    reply(std::move(response), whole && parser_->keep_alive());
+}
+
+void HttpConnection::upgrade() {
     auto handshake = parser_->release();
     Upgrade upgrade{request_, handshake, stream_, slot_};
     stream_.expires_never();
-    auto refused = handler(upgrade);
+    auto refused = (*upgradeHandler_)(upgrade);
     if (refused) return reply(std::move(*refused), false);
     log_.write(request_, 0, 101);
 }
@@ -142,6 +194,9 @@ void HttpConnection::reply(Response response, bool keepAlive) {
     response_.body() = std::move(response.body);
     response_.keep_alive(keepAlive);
     response_.prepare_payload();
+    if (distortion_.padding + distortion_.missing > 0) {
+        response_.content_length(response_.body().size() + distortion_.padding + distortion_.missing);
+    }
     stream_.expires_after(timeouts_.reply);
     http::async_write(stream_, response_,
                       [self = shared_from_this()](ErrorCode error, std::size_t) { self->onReply(error); });
@@ -149,12 +204,22 @@ void HttpConnection::reply(Response response, bool keepAlive) {
 
 void HttpConnection::onReply(ErrorCode error) {
     if (error) return;
+    if (distortion_.padding > 0) return sendPadding();
     if (response_.keep_alive()) return readHead();
     stream_.socket().shutdown(asio::ip::tcp::socket::shutdown_send, error);
     if (error) return;
     stream_.expires_after(timeouts_.linger);
     buffer_.clear();
     linger();
+}
+
+void HttpConnection::sendPadding() {
+    static const std::string spaces(64U << 10U, ' ');
+    const std::size_t bytes = std::min(distortion_.padding, spaces.size());
+    distortion_.padding -= bytes;
+    stream_.expires_after(timeouts_.reply);
+    asio::async_write(stream_, asio::buffer(spaces.data(), bytes),
+                      [self = shared_from_this()](ErrorCode error, std::size_t) { self->onReply(error); });
 }
 
 // Closing a socket with unread bytes resets it, and the client may never see the reply; so what it is still

@@ -1,16 +1,19 @@
 #pragma once
 
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
 
+#include "Faults.h"
 #include "HttpTimeouts.h"
 #include "Request.h"
 #include "RequestLog.h"
@@ -24,7 +27,7 @@ namespace merovanta::devservice {
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
  public:
     HttpConnection(boost::asio::ip::tcp::socket socket, std::shared_ptr<void> slot, const Router& router,
-                   RequestLog& log, HttpTimeouts timeouts);
+                   Faults& faults, RequestLog& log, HttpTimeouts timeouts);
 
     void start() { readHead(); }
 
@@ -37,21 +40,33 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
     bool parseHead(std::size_t bytes);
     void readBody();
     void onBody(ErrorCode error);
-    void upgrade(const Router::UpgradeHandler& handler);
+    /// Answers the request unless a fault keeps it from that.
+    void serve();
+    void serveLate(std::chrono::milliseconds delay);
+    void answer();
+    void drop();
+    void upgrade();
     void refuse(unsigned status, const char* message);
     void reply(Response response, bool keepAlive);
     void onReply(ErrorCode error);
+    void sendPadding();
     void linger();
 
     boost::beast::tcp_stream stream_;
     std::shared_ptr<void> slot_;
     const Router& router_;
+    Faults& faults_;
     RequestLog& log_;
     HttpTimeouts timeouts_;
     boost::beast::flat_buffer buffer_;
     std::optional<boost::beast::http::request_parser<boost::beast::http::string_body>> parser_;
     boost::beast::http::response<boost::beast::http::string_body> response_;
     Request request_;
+    /// Takes the connection over when the client asks for a WebSocket.
+    const Router::UpgradeHandler* upgradeHandler_ = nullptr;
+    std::optional<Fault> fault_;
+    Fault::Distortion distortion_;
+    boost::asio::steady_timer delay_;
     std::size_t lingered_ = 0;
 };
 

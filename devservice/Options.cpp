@@ -34,6 +34,16 @@ change it later. "none" leaves an optional key out of the reply.
   --reply-mask-tags LIST     view tags to mask, separated by commas
   --reply-mask-classes LIST  view classes to mask, separated by commas
 
+Faults, for tests of what a visitor does then; the console can change them later.
+
+  --fault ENDPOINT=KIND[:VALUE][,COUNT]
+                             let an endpoint misbehave, COUNT times or always;
+                             may be given again for other endpoints
+
+ENDPOINT is im/c, ix/m:get, ix/m:post, ix/m:delete, imws, io/l, co, i18n, ic/h,
+or * for all the others. KIND is delay:MILLISECONDS (1000), drop, truncate,
+status:CODE (503), empty, garbage or large:BYTES (17825792).
+
 When ready it prints one line on standard output:
   Merovanta development service: http://ADDRESS:PORT/
 )";
@@ -93,6 +103,7 @@ const std::map<std::string_view, Setter>& valueOptions() {
         {"--port", [](Options& o, std::string_view v) { return set(o.port, v); }},
         {"--record", [](Options& o, std::string_view v) { return set(o.recordDirectory, v); }},
         {"--console-dir", [](Options& o, std::string_view v) { return set(o.consoleDirectory, v); }},
+        {"--fault", [](Options& o, std::string_view v) { return o.faults.set(v); }},
         {"--reply-s", [](Options& o, std::string_view v) { return set(o.initReply.startMonitoring, v); }},
         {"--reply-st", [](Options& o, std::string_view v) { return set(o.initReply.startType, v); }},
         {"--reply-x", [](Options& o, std::string_view v) { return set(o.initReply.ignoreVisitor, v); }},

@@ -5,6 +5,7 @@
 #include <string>
 #include <variant>
 
+#include "Faults.h"
 #include "HttpTimeouts.h"
 #include "InitReply.h"
 
@@ -18,6 +19,7 @@ struct Options {
     std::filesystem::path consoleDirectory;
     std::filesystem::path recordDirectory;
     InitReply initReply;
+    Faults faults;
     HttpTimeouts timeouts;
 
     /// Ends the program at once: --help, or a mistake.

@@ -17,19 +17,20 @@ using ErrorCode = boost::system::error_code;
 
 Server::Server(Options options, std::ostream& log)
     : options_(std::move(options)),
-      hub_(options_.initReply),
+      hub_(options_.initReply, options_.faults),
       visitors_(hub_),
       streams_(visitors_, recorder_),
       sockets_(streams_),
       log_(log, options_.logRequests),
       visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_),
-      consoleApi_(visitors_, sockets_, options_.initReply, hub_, OriginPolicy(options_.host),
+      consoleApi_(visitors_, sockets_, options_.initReply, options_.faults, hub_, OriginPolicy(options_.host),
                   ConsoleAssets(options_.consoleDirectory)),
       slots_(kMaxConnections),
       acceptor_(context_),
       tickTimer_(context_),
       acceptTimer_(context_) {
     hub_.attach(visitors_);
+    options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
     consoleApi_.addRoutes(router_);
 }
@@ -84,8 +85,8 @@ void Server::accept() {
         socket.set_option(tcp::no_delay(true), ignored);
         // Beyond the bound the socket is closed as it goes out of scope.
         if (auto slot = slots_.acquire()) {
-            std::make_shared<HttpConnection>(std::move(socket), std::move(slot), router_, log_,
-                                             options_.timeouts)
+            std::make_shared<HttpConnection>(std::move(socket), std::move(slot), router_, options_.faults,
+                                             log_, options_.timeouts)
                 ->start();
         }
         accept();

@@ -2,6 +2,7 @@
 
 import { Connection } from './connection.js';
 import { byId, setText } from './dom.js';
+import { FaultsPanel } from './faultsPanel.js';
 import { PhoneView } from './phoneView.js';
 import { SessionHead } from './sessionHead.js';
 import { SettingsPanel } from './settingsPanel.js';
@@ -20,6 +21,7 @@ const head = new SessionHead();
 const phone = new PhoneView();
 const timeline = new TimelineView();
 const settings = new SettingsPanel(() => toast('Saved. Holds from the next session start on.'));
+const faults = new FaultsPanel(toast);
 const connection = new Connection({ onState: showConnection, onMessage: receive, onFrame: receiveFrame });
 
 function now() {
@@ -36,7 +38,10 @@ function select(id) {
 
 function receive(message) {
   clockOffset = message.now - Date.now();
-  if (message.type === 'settings') settings.update(message.settings);
+  if (message.type === 'settings') {
+    settings.update(message.settings);
+    faults.update(message.faults);
+  }
   if (message.type === 'visitors') receiveVisitors(message);
   if (message.type === 'timeline' && message.visitor === selected) receiveTimeline(message);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
 #include <vector>
 
 namespace merovanta::devservice::test {
@@ -20,8 +21,9 @@ int exitCode(std::vector<const char*> arguments) {
 
 TEST(Options, ListenOnLoopbackByDefaultAndReadBothForms) {
     EXPECT_EQ(std::get<Options>(parse({})).host, "127.0.0.1");
-    const Options options = std::get<Options>(
-        parse({"--port", "0", "--reply-s=false", "--reply-st", "none", "--reply-mask-tags", "1,,2"}));
+    const Options options = std::get<Options>(parse({"--port", "0", "--reply-s=false", "--reply-st", "none",
+                                                     "--reply-mask-tags", "1,,2", "--fault=co=drop"}));
+    EXPECT_EQ(options.faults.toJson()["co"]["kind"], "drop");
     EXPECT_EQ(options.port, 0);
     EXPECT_FALSE(options.initReply.startMonitoring);
     EXPECT_FALSE(options.initReply.startType);
@@ -31,8 +33,12 @@ TEST(Options, ListenOnLoopbackByDefaultAndReadBothForms) {
 TEST(Options, MistakesEndTheProgram) {
     EXPECT_EQ(exitCode({"--help"}), 0);
     using Arguments = std::vector<const char*>;
-    for (const auto& mistake : std::vector<Arguments>{
-             {"--prot", "1"}, {"--port"}, {"--port", "65536"}, {"--port", "12x"}, {"--reply-s", "yes"}}) {
+    for (const auto& mistake : std::vector<Arguments>{{"--prot", "1"},
+                                                      {"--port"},
+                                                      {"--port", "65536"},
+                                                      {"--port", "12x"},
+                                                      {"--reply-s", "yes"},
+                                                      {"--fault", "co=boom"}}) {
         EXPECT_EQ(exitCode(mistake), 2) << mistake.front();
     }
 }

@@ -150,6 +150,31 @@ test('what the service replies can be set', async () => {
   assert.equal(reply.st, 'u');
 });
 
+test('faults are set, counted down and cleared', async () => {
+  const health = async () => (await fetch(`${url}api/ic/h`)).status;
+  const faults = page.getByRole('button', { name: /^Faults/ });
+  await faults.focus();
+  await page.keyboard.press('Enter');
+  const dialog = page.getByRole('dialog', { name: 'Faults' });
+  await dialog.getByLabel('Health check: fault').selectOption('Status code');
+  await dialog.getByLabel('Health check: value').fill('599');
+  await dialog.getByLabel('Health check: only the next').fill('1');
+  await dialog.getByLabel('All others: fault').selectOption('Very large reply');
+  await dialog.getByRole('button', { name: 'Apply' }).click();
+  await dialog.waitFor({ state: 'hidden' });
+  await page.getByRole('button', { name: 'Faults, 2 active' }).waitFor();
+  assert.equal(await health(), 599);
+  await page.getByRole('button', { name: 'Faults, 1 active' }).waitFor();
+  const large = await (await fetch(`${url}api/in/i18n`)).arrayBuffer();
+  assert.equal(large.byteLength, 17 * 1024 * 1024);
+
+  await faults.click();
+  assert.equal(await dialog.getByLabel('All others: value').inputValue(), '17');
+  await dialog.getByRole('button', { name: 'Clear all' }).click();
+  await page.getByRole('button', { name: 'Faults', exact: true }).waitFor();
+  assert.equal(await health(), 200);
+});
+
 test('it fits a phone', async () => {
   await page.setViewportSize({ width: 390, height: 844 });
   const overflow = await page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
