@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "InMemory/NativeController.h"
+#include "InMemory/ObserversInMemory.h"
 #include "Platform/Application.h"
 
 namespace merovanta::inmemory {
@@ -18,6 +19,19 @@ class ApplicationInMemory : public Application {
     [[nodiscard]] std::optional<std::string> identifierForVendor() override { return vendorIdentifier; }
     [[nodiscard]] bool classExists(std::string_view name) override;
 
+    [[nodiscard]] std::unique_ptr<Observation> observeWillResignActive(
+        std::function<void()> observer) override {
+        return mResignObservers.add(std::move(observer));
+    }
+    [[nodiscard]] std::unique_ptr<Observation> observeDidBecomeActive(
+        std::function<void()> observer) override {
+        return mActiveObservers.add(std::move(observer));
+    }
+
+    /// The user turns to something else, and comes back.
+    void resignActive() { mResignObservers.notify(); }
+    void becomeActive() { mActiveObservers.notify(); }
+
     /// Tells that the window has shown what changed since the last time.
     void paint() { ++paintSerial; }
 
@@ -29,6 +43,10 @@ class ApplicationInMemory : public Application {
     /// Classes that exist even if no view is of them.
     std::vector<std::string> classes;
     std::uint64_t paintSerial = 0;
+
+ private:
+    ObserversInMemory mResignObservers;
+    ObserversInMemory mActiveObservers;
 };
 
 }  // namespace merovanta::inmemory

@@ -13,6 +13,7 @@
 #include "InMemory/TimerFactoryInMemory.h"
 #include "InMemory/UserDefaultsInMemory.h"
 #include "InMemory/VirtualTime.h"
+#include "InMemory/WebSocketsInMemory.h"
 #include "InMemory/WorkQueueInMemory.h"
 #include "Platform/Platform.h"
 
@@ -39,6 +40,7 @@ class PlatformInMemory : public Platform {
     ClockInMemory& clock() override { return mClock; }
     RandomInMemory& random() override { return mRandom; }
     HttpSessionInMemory& httpSession() override { return mHttpSession; }
+    WebSocketsInMemory& webSockets() override { return mWebSockets; }
     UserDefaultsInMemory& userDefaults() override { return mUserDefaults; }
     BundleInMemory& bundle() override { return mBundle; }
 
@@ -54,6 +56,7 @@ class PlatformInMemory : public Platform {
     ClockInMemory mClock{time};
     RandomInMemory mRandom;
     HttpSessionInMemory mHttpSession{time};
+    WebSocketsInMemory mWebSockets{time};
     UserDefaultsInMemory mUserDefaults;
     BundleInMemory mBundle;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,10 +20,25 @@ struct Screen {
     Rect bounds;
 };
 
+/// Keeps an observer installed; destroying it takes the observer away, also inside its own call.
+class Observation {
+ public:
+    virtual ~Observation() = default;
+};
+
 /// The host application and the device it runs on. Thread: main.
 class Application {
  public:
     virtual ~Application() = default;
+
+    /// Calls the observer whenever the application is about to lose the user's attention: to the background,
+    /// to another application, to a locked screen. Never null.
+    [[nodiscard]] virtual std::unique_ptr<Observation> observeWillResignActive(
+        std::function<void()> observer) = 0;
+
+    /// Calls the observer whenever the application has got the user's attention. Never null.
+    [[nodiscard]] virtual std::unique_ptr<Observation> observeDidBecomeActive(
+        std::function<void()> observer) = 0;
 
     /// The root controller of the window that has the user's attention; null without a visible window.
     [[nodiscard]] virtual std::shared_ptr<ViewController> keyWindowRootViewController() = 0;

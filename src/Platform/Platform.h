@@ -12,6 +12,7 @@
 #include "Platform/TapRecognizer.h"
 #include "Platform/Timer.h"
 #include "Platform/UserDefaults.h"
+#include "Platform/WebSocket.h"
 #include "Platform/WorkQueue.h"
 
 namespace merovanta {
@@ -31,6 +32,7 @@ class Platform {
     virtual Clock& clock() = 0;
     virtual Random& random() = 0;
     virtual HttpSession& httpSession() = 0;
+    virtual WebSocketFactory& webSockets() = 0;
     virtual UserDefaults& userDefaults() = 0;
     virtual Bundle& bundle() = 0;
 };

@@ -26,9 +26,11 @@ class TimerFactory {
                                                           std::function<void()> action) = 0;
 };
 
-/// The interval for a number of seconds.
+/// The interval for a number of seconds; one of more than a hundred years is cut to that.
 [[nodiscard]] inline TimerFactory::Interval seconds(double value) {
-    return std::chrono::duration_cast<TimerFactory::Interval>(std::chrono::duration<double>(value));
+    constexpr double longest = 100.0 * 365 * 24 * 3600;
+    return std::chrono::duration_cast<TimerFactory::Interval>(
+        std::chrono::duration<double>(value < longest ? value : longest));
 }
 
 }  // namespace merovanta

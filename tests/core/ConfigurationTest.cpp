@@ -118,7 +118,7 @@ TEST_F(ConfigurationTest, TheCustomerIdIsMadeOnceAndStored) {
 
 TEST_F(ConfigurationTest, ARecordOfTheVisitorLeavesOutWhatIsAbsent) {
     config().visitConfig->sessionId.reset();
-    EXPECT_EQ(VisitorMetadata(config()).toJson().dump(),
+    EXPECT_EQ(VisitorMetadata().toJson().dump(),
               R"({"tId":"tenant","vId":"00000000-1111-2222-3333-444444444444"})");
 }
 

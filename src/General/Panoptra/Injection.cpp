@@ -2,6 +2,7 @@
 
 #include "General/ConstantUtils.h"
 #include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Communication/ClientRegistry.h"
 #include "General/Panoptra/Monitoring/ViewMonitor.h"
 #include "General/Panoptra/Network/InitSender.h"
 #include "General/Panoptra/Network/MerovantaAPI.h"
@@ -28,15 +29,20 @@ void registerComponents(DependencyContainer& container) {
     container.registerSingleton<Panoptra, InitSender, MessageSenderManager, ViewMonitor,
                                 ApplicationConfigWrapper, NetworkManager>();
     container.registerSingleton<InitSender, ApplicationConfigWrapper, MerovantaAPI>();
-    container.registerSingleton<MessageSenderManager, XhrMessageSender, ApplicationConfigWrapper>();
+    container.registerSingleton<MessageSenderManager, WebSocketMessageSender, XhrMessageSender, HealthCheck,
+                                ApplicationConfigWrapper>();
     container.registerSingleton<XhrMessageSender, ApplicationConfigWrapper, BidirectionalMessageParser,
                                 InitSender, HttpUtil, MerovantaAPI>();
+    container.registerSingleton<WebSocketMessageSender, ApplicationConfigWrapper, BidirectionalMessageParser,
+                                InitSender, ViewMonitor, HttpUtil, MerovantaAPI>();
     container.registerSingleton<ViewMonitor, ApplicationConfigWrapper>();
     container.registerSingleton<PingSender, ApplicationConfigWrapper>();
     container.registerSingleton<BidirectionalMessageParser, BidirectionalMessageHandler>();
     container.registerSingleton<BidirectionalMessageHandler, ApplicationConfigWrapper, UIStrings>();
+    container.registerSingleton<HealthCheck, ApplicationConfigWrapper, MerovantaAPI>();
     container.registerSingleton<HttpUtil, ApplicationConfigWrapper>();
-    container.registerSingleton<NetworkManager, PingSender>();
+    container.registerSingleton<MonitoringSender, MerovantaAPI>();
+    container.registerSingleton<NetworkManager, PingSender, HealthCheck, MonitoringSender>();
     container.registerSingleton<UIStrings, MerovantaAPI>();
 }
 
@@ -60,6 +66,7 @@ DependencyContainer& Injection::getContainer() {
 
 void Injection::discard() {
     holder() = buildContainer();
+    ClientRegistry::clients().clear();
     ConstantUtils::forget();
 }
 

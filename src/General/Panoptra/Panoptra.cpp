@@ -4,9 +4,29 @@
 
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
+#include "Platform/Platform.h"
 
 namespace merovanta {
+
+namespace {
+
+constexpr double secondsToClosing = 5.0;
+
+StringError noControllerName() {
+    return StringError("Cannot get current controller name");
+}
+
+/// The outcome of an entry in the service's log: the session goes on whatever it is.
+MonitoringSender::Completion logged(const char* event) {
+    return [event](const std::optional<StringError>& error) {
+        if (error)
+            Log::warning("Cannot log co-browsing " + std::string(event) + ": " + error->errorDescription());
+    };
+}
+
+}  // namespace
 
 /// One start on its way.
 struct Panoptra::Start {
@@ -31,12 +51,15 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
         return;
     }
     mIsRunning = true;
+    mMayReopen = false;
+    ++mOpening;
     const auto start = std::make_shared<Start>(Start{++mRun, force, std::move(completion)});
     Log::debug("Start");
     auto& session = applicationConfig->config.panoptraConfig;
     if (!sessionId && session) session->optIn = false;
     applicationConfig->renewVisit(sessionId);
     if (session) session->resetSession();
+    networkManager->monitoringSender->logCoBrowsingAccept(logged("acceptance"));
     Log::debug("Get init");
     ViewUtils::frontScreenName([weak = weak_from_this(), start](const std::optional<std::string>& name) {
         const auto self = weak.lock();
@@ -44,7 +67,7 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
         if (name) {
             self->requestInit(start, *name);
         } else {
-            self->finish(start, StringError("Cannot get current controller name"));
+            self->finish(start, noControllerName());
         }
     });
 }
@@ -81,7 +104,7 @@ void Panoptra::goOn(const std::shared_ptr<Start>& start, const MonitoringConfigD
             const auto self = weak.lock();
             if (!self || !self->goesOn(start)) return;
             if (!name) {
-                self->finish(start, StringError("Cannot get current controller name"));
+                self->finish(start, noControllerName());
                 return;
             }
             self->storeReply(reply);
@@ -121,13 +144,17 @@ void Panoptra::selectSender(const std::string& pageName) {
     Log::debug(std::string("Selected message sender: ") + mMessageSender->typeName());
     mMessageSender->connect(pageName, {}, {});
     networkManager->pingSender->start(mMessageSender);
+    mMayReopen = true;
 }
 
 void Panoptra::finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error) {
     if (error) {
         mIsRunning = false;
-    } else if (const auto& user = applicationConfig->config.activeUserTag; user && mMessageSender) {
-        mMessageSender->sendUserTag(*user, applicationConfig->startTime(), {});
+    } else {
+        const auto& user = applicationConfig->config.activeUserTag;
+        if (user && mMessageSender) mMessageSender->sendUserTag(*user, applicationConfig->startTime(), {});
+        networkManager->monitoringSender->logCoBrowsingStart(logged("start"));
+        if (!closingIsSetup) observeApplicationState();
     }
     start->completion(error);
 }
@@ -145,11 +172,119 @@ void Panoptra::stop() {
         return;
     }
     ++mRun;
+    ++mOpening;
     networkManager->pingSender->invalidate();
     viewMonitor->stop();
     if (mMessageSender) mMessageSender->close();
+    networkManager->healthCheck->stop();
     mIsRunning = false;
     if (auto& session = applicationConfig->config.panoptraConfig) session->isRecordingStarted = false;
+    networkManager->monitoringSender->logCoBrowsingStop(logged("stop"));
+}
+
+void Panoptra::observeApplicationState() {
+    closingIsSetup = true;
+    Application& application = platform::current().application();
+    mResignObservation = application.observeWillResignActive([this] { willResignActive(); });
+    mActiveObservation = application.observeDidBecomeActive([this] { didBecomeActive(); });
+}
+
+void Panoptra::willResignActive() {
+    assertMainThread();
+    Log::debug("App goes in background");
+    // A stop leaves this timer alone: it then closes the sender once more.
+    backgroundTimeoutTimer =
+        platform::current().timers().schedule(seconds(secondsToClosing), false, [this] { closeSender(); });
+}
+
+void Panoptra::closeSender() {
+    Log::debug("Timeout; Close sender");
+    ++mOpening;
+    if (mMessageSender) mMessageSender->close();
+    backgroundTimeoutTimer.reset();
+}
+
+void Panoptra::didBecomeActive() {
+    assertMainThread();
+    if (backgroundTimeoutTimer) {
+        backgroundTimeoutTimer.reset();
+        return;
+    }
+    // Nothing is opened that is not meant to be open: no session, or one whose start is still under way.
+    if (!mIsRunning || !mMayReopen) return;
+    if (auto& visit = applicationConfig->config.visitConfig) {
+        visit->visitId = IdUtils::newUuid();
+        visit->sessionId = IdUtils::newUuid();
+    }
+    reopen();
+}
+
+void Panoptra::reopen() {
+    Log::debug("Call init sender");
+    networkManager->monitoringSender->logCoBrowsingAccept(logged("acceptance"));
+    ViewUtils::frontScreenName(
+        [weak = weak_from_this(), opening = ++mOpening](const std::optional<std::string>& name) {
+            const auto self = weak.lock();
+            if (!self || self->mOpening != opening) return;
+            if (name) {
+                self->requestReopening(opening, *name);
+            } else {
+                self->reopeningReplied(opening, {}, noControllerName());
+            }
+        });
+}
+
+void Panoptra::requestReopening(unsigned opening, const std::string& pageName) {
+    initSender->sendInit(pageName, /*force=*/true,
+                         [weak = weak_from_this(), opening, pageName](InitSender::Reply reply) {
+                             ViewUtils::runOnMainQueue([weak, opening, pageName, reply = std::move(reply)] {
+                                 const auto self = weak.lock();
+                                 if (self && self->mOpening == opening)
+                                     self->reopeningReplied(opening, pageName, reply);
+                             });
+                         });
+}
+
+void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
+                                const InitSender::Reply& reply) {
+    assertMainThread();
+    if (reply && reply.value() && !reply.value()->ignoreIp) {
+        storeReply(*reply.value());
+        reconnect(opening, pageName);
+        return;
+    }
+    // Closed for good: until the next stop and start.
+    mMayReopen = false;
+    if (!reply) {
+        Log::error("Cannot restart session after close: " + reply.error().errorDescription());
+    } else if (!reply.value()) {
+        Log::warning("Config is nil");
+    } else {
+        Log::debug("Ignoring");
+    }
+}
+
+void Panoptra::reconnect(unsigned opening, const std::string& pageName) {
+    // What was left over belongs to the visit that ended.
+    messageSenderManager->xhrSender->discardQueue();
+    const auto report = [weak = weak_from_this(), opening](bool isConnected) {
+        const auto self = weak.lock();
+        if (!self || self->mOpening != opening) return;
+        if (isConnected) {
+            self->reconnected();
+        } else {
+            Log::warning("WebSocket reconnect failed");
+        }
+    };
+    mMessageSender->connect(
+        pageName, [report] { report(true); }, [report] { report(false); });
+    if (!mMessageSender->reportsConnection()) report(true);
+}
+
+void Panoptra::reconnected() {
+    viewMonitor->clearLastScreenshot();
+    // The line says so whatever the transport.
+    Log::debug("WebSocket reconnect success");
 }
 
 void Panoptra::registerCallbacks(std::function<void()> onStart, std::function<void()> onStop) {

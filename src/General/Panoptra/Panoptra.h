@@ -11,10 +11,14 @@
 #include "General/Panoptra/Network/Message/MessageSenderManager.h"
 #include "General/Panoptra/Network/NetworkManager.h"
 #include "General/StringError.h"
+#include "Platform/Application.h"
+#include "Platform/Timer.h"
 
 namespace merovanta {
 
-/// The session controller: runs one screen-sharing session at a time. Thread: main.
+/// The session controller: runs one screen-sharing session at a time. When the application stays in the
+/// background it closes the transport, and opens it again, under new visit and session ids, when the
+/// application is back. Thread: main.
 class Panoptra : public std::enable_shared_from_this<Panoptra> {
  public:
     /// Receives nothing on success.
@@ -57,6 +61,16 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// Whether this start is still wanted; completes it with an error if a stop has overtaken it.
     [[nodiscard]] bool goesOn(const std::shared_ptr<Start>& start) const;
 
+    void observeApplicationState();
+    void willResignActive();
+    void closeSender();
+    void didBecomeActive();
+    void reopen();
+    void requestReopening(unsigned opening, const std::string& pageName);
+    void reopeningReplied(unsigned opening, const std::string& pageName, const InitSender::Reply& reply);
+    void reconnect(unsigned opening, const std::string& pageName);
+    void reconnected();
+
     std::shared_ptr<InitSender> initSender;
     std::shared_ptr<MessageSenderManager> messageSenderManager;
     std::shared_ptr<ViewMonitor> viewMonitor;
@@ -66,8 +80,17 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     std::function<void()> startCallback = [] {};
     std::function<void()> stopCallback = [] {};
     bool mIsRunning = false;
+    bool closingIsSetup = false;
+    std::unique_ptr<Timer> backgroundTimeoutTimer;
+
     // Counts starts and stops: a start that was overtaken by a stop must not go on.
     unsigned mRun = 0;
+    // The running session has its sender, and may be opened again when the application comes back.
+    bool mMayReopen = false;
+    // Counts what opens or closes the sender: a reopening that was overtaken must not go on.
+    unsigned mOpening = 0;
+    std::unique_ptr<Observation> mResignObservation;
+    std::unique_ptr<Observation> mActiveObservation;
 };
 
 }  // namespace merovanta

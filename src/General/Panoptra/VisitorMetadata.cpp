@@ -1,11 +1,19 @@
 #include "General/Panoptra/VisitorMetadata.h"
 
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Network/JsonFields.h"
+
 namespace merovanta {
 
-VisitorMetadata::VisitorMetadata(const ApplicationConfig& config) : tenantId(config.tenantId) {
-    if (!config.visitConfig) return;
-    visitorId = config.visitConfig->visitorId;
-    sessionId = config.visitConfig->sessionId;
+VisitorMetadata::VisitorMetadata() {
+    const auto wrapper = Injection::resolve<ApplicationConfigWrapper>();
+    if (!wrapper) return;
+    tenantId = wrapper->config.tenantId;
+    if (const auto& visit = wrapper->config.visitConfig) {
+        visitorId = visit->visitorId;
+        sessionId = visit->sessionId;
+    }
 }
 
 nlohmann::ordered_json VisitorMetadata::toJson() const {
@@ -14,6 +22,17 @@ nlohmann::ordered_json VisitorMetadata::toJson() const {
     if (visitorId) json["vId"] = *visitorId;
     if (sessionId) json["sId"] = *sessionId;
     return json;
+}
+
+Result<VisitorMetadata> VisitorMetadata::decode(const nlohmann::json& json) {
+    VisitorMetadata metadata;
+    metadata.tenantId = metadata.visitorId = metadata.sessionId = std::nullopt;
+    JsonFields fields(json);
+    fields.optional("tId", metadata.tenantId);
+    fields.optional("vId", metadata.visitorId);
+    fields.optional("sId", metadata.sessionId);
+    if (const auto& error = fields.error()) return *error;
+    return metadata;
 }
 
 }  // namespace merovanta

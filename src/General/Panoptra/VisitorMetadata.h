@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "General/Panoptra/ApplicationConfig.h"
+#include "General/Result.h"
 
 namespace merovanta {
 
@@ -14,11 +14,13 @@ struct VisitorMetadata {
     std::optional<std::string> visitorId;
     std::optional<std::string> sessionId;
 
-    /// Takes the identifiers as they are in the configuration now.
-    explicit VisitorMetadata(const ApplicationConfig& config);
+    /// Takes the identifiers as they are in the shared configuration now. Thread: main.
+    VisitorMetadata();
 
     /// Absent values are left out.
     [[nodiscard]] nlohmann::ordered_json toJson() const;
+
+    [[nodiscard]] static Result<VisitorMetadata> decode(const nlohmann::json& json);
 };
 
 }  // namespace merovanta

@@ -100,9 +100,13 @@ void ViewMonitor::stop() {
 }
 
 void ViewMonitor::resetChangeDetection() {
+    clearLastScreenshot();
+    lastView.reset();
+}
+
+void ViewMonitor::clearLastScreenshot() {
     ++mPictureRun;
     lastScreenshot.reset();
-    lastView.reset();
     mLastKey.reset();
     mEncoderMustReset = true;
 }

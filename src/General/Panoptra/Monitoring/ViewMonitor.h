@@ -37,6 +37,9 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     /// Forgets what was sent last, so that the next picture is sent whole and no page counts as changed.
     void resetChangeDetection();
 
+    /// Forgets the last picture alone.
+    void clearLastScreenshot();
+
  private:
     /// All that a picture depends on: while it stays the same, so does the picture.
     struct PictureKey {

@@ -3,8 +3,10 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
+#include "General/Panoptra/Network/RawValues.h"
 #include "General/StringError.h"
 
 namespace merovanta {
@@ -78,6 +80,15 @@ class JsonFields {
         if (!field.is_string()) return false;
         value = field.get<std::string>();
         return true;
+    }
+
+    template <typename Enumeration>
+    requires std::is_enum_v<Enumeration>
+    static bool read(const nlohmann::json& field, Enumeration& value) {
+        const auto known =
+            field.is_string() ? fromRawValue<Enumeration>(field.get_ref<const std::string&>()) : std::nullopt;
+        if (known) value = *known;
+        return known.has_value();
     }
 
     static bool read(const nlohmann::json& field, std::vector<std::string>& values) {

@@ -50,6 +50,14 @@ std::optional<std::string> MerovantaAPI::buildUrl(const std::string& path, const
     return std::string(url.buffer());
 }
 
+void MerovantaAPI::get(const std::string& url, HttpUtil::Completion completion) const {
+    if (parseUrl(url)) {
+        httpUtil->get(url, std::move(completion));
+    } else {
+        completion(HttpReply{.error = noUrl()});
+    }
+}
+
 void MerovantaAPI::post(const std::string& path, const Query& query, std::string body,
                         HttpUtil::Completion completion) const {
     if (const auto url = buildUrl(path, query)) {

@@ -30,6 +30,9 @@ class MerovantaAPI {
     /// URL.
     [[nodiscard]] static std::optional<std::string> buildUrl(const std::string& path, const Query& query);
 
+    /// GETs this address as it stands. A status that is no success is for the caller to judge.
+    void get(const std::string& url, HttpUtil::Completion completion) const;
+
     /// POSTs the body to this path. A status that is no success is for the caller to judge.
     void post(const std::string& path, const Query& query, std::string body,
               HttpUtil::Completion completion) const;

@@ -51,6 +51,10 @@ class MessageSender : public std::enable_shared_from_this<MessageSender> {
     /// it: the base version ends the process.
     virtual void send(ProtoMessage message, const Callback& callback);
 
+    /// Whether connect() calls its callbacks. Of a transport that does not, being asked to connect is all
+    /// there is to know: it counts as connected.
+    [[nodiscard]] virtual bool reportsConnection() const = 0;
+
     /// The transport's class name.
     [[nodiscard]] virtual const char* typeName() const = 0;
 

@@ -58,12 +58,15 @@ void XhrMessageSender::discardQueue() {
 
 void XhrMessageSender::send(ProtoMessage message, const Callback& callback) {
     assertMainThread();
-    *queue.add_messages() = std::move(message);
+    // Nothing will be sent any more after the last round; the application may stay in the background for
+    // days.
+    if (!stopped || mRoundTimer) *queue.add_messages() = std::move(message);
     callback(std::nullopt);
 }
 
 void XhrMessageSender::sendRound() {
     assertMainThread();
+    mRoundTimer.reset();
     if (queue.messages().empty()) {
         scheduleNextRound();
         return;

@@ -33,9 +33,10 @@ class XhrMessageSender : public MessageSender {
     /// A round that is scheduled already still runs, and is the last.
     void close() override;
 
-    /// Only queues the message, and succeeds always.
+    /// Only queues the message, and succeeds always. After the last round messages are dropped.
     void send(ProtoMessage message, const Callback& callback) override;
 
+    [[nodiscard]] bool reportsConnection() const override { return false; }
     [[nodiscard]] const char* typeName() const override { return "XhrMessageSender"; }
 
  private:

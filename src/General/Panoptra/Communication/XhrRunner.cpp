@@ -1,0 +1,124 @@
+#include "General/Panoptra/Communication/XhrRunner.h"
+
+#include <utility>
+
+#include "General/Log.h"
+#include "General/MainThread.h"
+#include "General/Panoptra/Communication/ClientRegistry.h"
+#include "General/Panoptra/Communication/CommunicationMessageWrapper.h"
+#include "General/Panoptra/Network/Json.h"
+#include "General/Panoptra/Util/ViewUtils.h"
+#include "Platform/Platform.h"
+
+namespace merovanta {
+
+namespace {
+
+constexpr int maximumFailures = 10;
+constexpr std::size_t maximumMessages = 1000;
+
+/// The messages in a reply, an array; those on unknown channels and what is no message at all are left out.
+/// Absent if it is no such array.
+std::optional<std::vector<CommunicationMessage>> parseReply(const std::string& body) {
+    const auto json = parseJson(body);
+    if (!json || !json->is_array() || json->size() > maximumMessages) return std::nullopt;
+    std::vector<CommunicationMessage> messages;
+    for (const auto& element : *json) {
+        auto message = CommunicationMessage::decode(element);
+        if (message) messages.push_back(std::move(message.value()));
+    }
+    return messages;
+}
+
+}  // namespace
+
+XhrRunner::XhrRunner(std::shared_ptr<MerovantaAPI> api, std::shared_ptr<ApplicationConfigWrapper> wrapper)
+    : merovantaAPI(std::move(api)), applicationConfig(std::move(wrapper)) {
+    Log::debug("create");
+}
+
+void XhrRunner::start() {
+    assertMainThread();
+    // The reply to a poll under way begins the next pause by itself.
+    if (!mIsPolling) scheduleTick();
+}
+
+void XhrRunner::scheduleTick() {
+    mTimer = platform::current().timers().schedule(seconds(currentRate), false, [this] { tick(); });
+}
+
+void XhrRunner::tick() {
+    assertMainThread();
+    if (running) {
+        poll();
+    } else {
+        scheduleTick();
+    }
+}
+
+void XhrRunner::poll() {
+    Log::debug("Execute polling");
+    mIsPolling = true;
+    const ApplicationConfig& config = applicationConfig->config;
+    const VisitConfig visit = config.visitConfig.value_or(VisitConfig());
+    const MerovantaAPI::Query query{{"tId", config.tenantId.value_or("")},
+                                    {"vId", visit.visitorId.value_or("")},
+                                    {"sId", visit.sessionId.value_or("")},
+                                    {"cId", ""}};
+    auto completion = [weak = weak_from_this()](HttpReply reply) {
+        // Parsed here, off the main thread.
+        auto messages = reply.data ? parseReply(*reply.data) : Messages();
+        reply.data.reset();
+        ViewUtils::runOnMainQueue([weak, reply = std::move(reply), messages = std::move(messages)] {
+            if (const auto self = weak.lock()) self->polled(reply, messages);
+        });
+    };
+    auto body = encodeJson(CommunicationMessageWrapper(ClientRegistry::clients()).toJson());
+    if (body) {
+        merovantaAPI->post("api/in/co", query, std::move(body.value()), std::move(completion));
+    } else {
+        completion(HttpReply{.error = body.error()});
+    }
+}
+
+void XhrRunner::polled(const HttpReply& reply, const std::optional<Messages>& messages) {
+    assertMainThread();
+    handle(reply, messages);
+    mIsPolling = false;
+    scheduleTick();
+}
+
+void XhrRunner::handle(const HttpReply& reply, const std::optional<Messages>& messages) {
+    if (reply.error) {
+        Log::error("Poll failed: " + reply.error->errorDescription());
+        countFailure();
+        return;
+    }
+    failedAttempts = 0;
+    if (!reply.response) {
+        Log::error("Poll failed wil nil response");
+        countFailure();
+    } else if (messages) {
+        handOver(*messages);
+    } else {
+        Log::warning("Cannot parse poll reply");
+    }
+}
+
+void XhrRunner::countFailure() {
+    if (++failedAttempts <= maximumFailures) return;
+    Log::warning("Exceed max retries. Stop");
+    running = false;
+}
+
+void XhrRunner::handOver(const Messages& messages) {
+    for (const auto& message : messages) {
+        // Copied: a callback may change the registry.
+        const auto clients = ClientRegistry::clients();
+        for (const auto& [id, client] : clients) {
+            if (client.channel == message.channel && client.callback) client.callback(message.payload);
+        }
+    }
+}
+
+}  // namespace merovanta

@@ -1,0 +1,158 @@
+#include "General/Panoptra/Network/Message/WebSocket/WebSocketMessageSender.h"
+
+#include <utility>
+
+#include "General/ConstantUtils.h"
+#include "General/Log.h"
+#include "General/MainThread.h"
+#include "General/Panoptra/Network/Json.h"
+#include "General/Panoptra/Util/Url.h"
+#include "General/Panoptra/Util/ViewUtils.h"
+#include "Platform/Platform.h"
+
+namespace merovanta {
+
+namespace {
+
+constexpr int normalClosure = 1000;
+
+/// A value that is too large to be read in a log is only measured: describing one that is nested deeply
+/// would take as many stack frames.
+std::string describe(const nlohmann::json& value, std::size_t textLength) {
+    constexpr std::size_t longestDescription = 1000;
+    if (textLength > longestDescription) return "a value of " + std::to_string(textLength) + " bytes";
+    return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+}
+
+}  // namespace
+
+WebSocketMessageSender::WebSocketMessageSender(std::shared_ptr<ApplicationConfigWrapper> wrapper,
+                                               std::shared_ptr<BidirectionalMessageParser> parser,
+                                               std::shared_ptr<InitSender> init,
+                                               std::shared_ptr<ViewMonitor> monitor,
+                                               std::shared_ptr<HttpUtil> util,
+                                               std::shared_ptr<MerovantaAPI> api)
+    : MessageSender(std::move(init), std::move(api), wrapper),
+      applicationConfig(std::move(wrapper)),
+      bidirectionalMessageParser(std::move(parser)),
+      viewMonitor(std::move(monitor)),
+      httpUtil(std::move(util)) {}
+
+std::string WebSocketMessageSender::endpointUrl(const std::string& pageUrl) const {
+    const ApplicationConfig& config = applicationConfig->config;
+    const VisitConfig visit = config.visitConfig.value_or(VisitConfig());
+    const PanoptraConfig session = config.panoptraConfig.value_or(PanoptraConfig());
+    const std::string sessionId = visit.sessionId.value_or("");
+    // The service expects the session's id under two keys.
+    return ConstantUtils::valueOrEmpty("WebSocketProtocol") + "://" + config.hostname.value_or("") +
+           "/api/in/imws?tId=" + config.tenantId.value_or("") + "&sId=" + sessionId +
+           "&vId=" + visit.visitorId.value_or("") + "&t=" + config.token.value_or("") +
+           "&id=" + visit.visitId.value_or("") + "&shrId=" + session.shareId.value_or("") +
+           "&vsId=" + sessionId + "&url=" + pageUrl + "&fsTy=" + session.storageType.value_or("");
+}
+
+void WebSocketMessageSender::connect(const std::string& pageUrl, std::function<void()> onSuccess,
+                                     std::function<void()> onError) {
+    assertMainThread();
+    successCallback = std::move(onSuccess);
+    errorCallback = std::move(onError);
+    const std::string url = endpointUrl(pageUrl);
+    auto parsed = parseUrl(url);
+    if (!parsed) {
+        Log::warning("Cannot construct URL");
+        return;
+    }
+    Log::debug("Connect to " + url);
+    const auto& visit = applicationConfig->config.visitConfig;
+    HttpRequest request{.url = std::move(*parsed),
+                        .headers = {{httpUtil->ssidHeadername, visit ? visit->sessionId.value_or("") : ""}}};
+    auto next = platform::current().webSockets().create(std::move(request), delegate());
+    next->connect();
+    socket = std::move(next);
+}
+
+WebSocket::Delegate WebSocketMessageSender::delegate() {
+    // The socket is this object's own, and silent once destroyed.
+    return {.didConnect = [this] { didConnect(); },
+            .didDisconnect = [this](const std::optional<WebSocketError>& error) { didDisconnect(error); },
+            .didReceiveText = [this](std::string text) { didReceiveText(std::move(text)); },
+            .didReceiveData = [](const std::string&) { Log::error("Received unexpected binary data"); }};
+}
+
+void WebSocketMessageSender::send(ProtoMessage message, const Callback& callback) {
+    assertMainThread();
+    if (!socket) {
+        callback(StringError("No socket found"));
+        return;
+    }
+    if (!wasSuccessfulOnce) {
+        callback(StringError("Sender is closed"));
+        return;
+    }
+    ProtoMessageList list;
+    *list.add_messages() = std::move(message);
+    std::string frame;
+    if (!list.SerializeToString(&frame)) {
+        callback(StringError("Error while sending message: it cannot be serialised"));
+        return;
+    }
+    socket->write(std::move(frame));
+    callback(std::nullopt);
+}
+
+void WebSocketMessageSender::close() {
+    MessageSender::close();
+    wasSuccessfulOnce = false;
+    if (socket) socket->disconnect(normalClosure);
+}
+
+void WebSocketMessageSender::didConnect() {
+    assertMainThread();
+    Log::debug("Connection opened");
+    wasSuccessfulOnce = true;
+    errorCallback = nullptr;
+    if (const auto callback = std::exchange(successCallback, nullptr)) callback();
+}
+
+void WebSocketMessageSender::didDisconnect(const std::optional<WebSocketError>& error) {
+    assertMainThread();
+    if (error && !error->code) {
+        Log::warning("Connection closed with unknown error");
+    } else if (error && error->code != normalClosure) {
+        Log::warning("Connection closed: " + std::to_string(*error->code));
+    } else if (error) {
+        Log::debug("Connection closed");
+    }
+    if (error && wasSuccessfulOnce) {
+        Log::debug("Connect again");
+        socket->connect();
+    }
+    if (const auto callback = std::exchange(errorCallback, nullptr)) {
+        successCallback = nullptr;
+        callback();
+    }
+}
+
+void WebSocketMessageSender::didReceiveText(std::string text) {
+    // Parsed on the work queue: a message may hold a large picture.
+    platform::current().workQueue().async([weak = weak_from_this(), text = std::move(text)] {
+        auto message = std::make_shared<const std::optional<nlohmann::json>>(parseJson(text));
+        ViewUtils::runOnMainQueue([weak, message = std::move(message), length = text.size()] {
+            const auto self = std::static_pointer_cast<WebSocketMessageSender>(weak.lock());
+            if (self) self->handle(*message, length);
+        });
+    });
+}
+
+void WebSocketMessageSender::handle(const std::optional<nlohmann::json>& message,
+                                    std::size_t textLength) const {
+    if (!message) {
+        Log::error("Cannot parse JSON of WebSocket response: it is not JSON");
+    } else if (!message->is_object()) {
+        Log::error("Cannot convert to dict: " + describe(*message, textLength));
+    } else {
+        bidirectionalMessageParser->parse(*message);
+    }
+}
+
+}  // namespace merovanta

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/Monitoring/ViewMonitor.h"
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
+#include "General/Panoptra/Network/Message/MessageSender.h"
+#include "General/Panoptra/Util/HttpUtil.h"
+#include "Platform/WebSocket.h"
+
+namespace merovanta {
+
+/// The WebSocket transport: sends each message as one binary frame at once; text frames bring the agent's
+/// messages. Once it was open it reconnects by itself, without delay, until it is closed. Thread: main.
+class WebSocketMessageSender : public MessageSender {
+ public:
+    WebSocketMessageSender(std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+                           std::shared_ptr<BidirectionalMessageParser> bidirectionalMessageParser,
+                           std::shared_ptr<InitSender> initSender, std::shared_ptr<ViewMonitor> viewMonitor,
+                           std::shared_ptr<HttpUtil> httpUtil, std::shared_ptr<MerovantaAPI> merovantaAPI);
+
+    /// Calls the first callback once when the connection opens, or the second once when it ends before that;
+    /// neither if the configuration makes no URL, or another connect() comes first.
+    void connect(const std::string& url, std::function<void()> successCallback,
+                 std::function<void()> errorCallback) override;
+
+    void close() override;
+
+    /// Success means handed to the socket: while it reconnects, messages are lost.
+    void send(ProtoMessage message, const Callback& callback) override;
+
+    [[nodiscard]] bool reportsConnection() const override { return true; }
+    [[nodiscard]] const char* typeName() const override { return "WebSocketMessageSender"; }
+
+ private:
+    [[nodiscard]] std::string endpointUrl(const std::string& pageUrl) const;
+    [[nodiscard]] WebSocket::Delegate delegate();
+    void didConnect();
+    void didDisconnect(const std::optional<WebSocketError>& error);
+    void didReceiveText(std::string text);
+    void handle(const std::optional<nlohmann::json>& message, std::size_t textLength) const;
+
+    std::unique_ptr<WebSocket> socket;
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<BidirectionalMessageParser> bidirectionalMessageParser;
+    // Only kept for the length of the session.
+    std::shared_ptr<ViewMonitor> viewMonitor;
+    std::shared_ptr<HttpUtil> httpUtil;
+    std::function<void()> successCallback;
+    std::function<void()> errorCallback;
+    bool wasSuccessfulOnce = false;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,36 @@
+#include "General/Panoptra/Network/MonitoringSender.h"
+
+#include <utility>
+
+#include "General/Panoptra/Network/Json.h"
+#include "General/Panoptra/Network/MonitoringLogDTO.h"
+
+namespace merovanta {
+
+MonitoringSender::MonitoringSender(std::shared_ptr<MerovantaAPI> api) : merovantaAPI(std::move(api)) {}
+
+void MonitoringSender::logCoBrowsingStart(Completion completion) const {
+    send(VisitorActivityLogType::COBROWSE_START, std::move(completion));
+}
+
+void MonitoringSender::logCoBrowsingStop(Completion completion) const {
+    send(VisitorActivityLogType::COBROWSE_STOP, std::move(completion));
+}
+
+void MonitoringSender::logCoBrowsingAccept(Completion completion) const {
+    send(VisitorActivityLogType::COBROWSE_ACCEPT, std::move(completion));
+}
+
+void MonitoringSender::send(VisitorActivityLogType type, Completion completion) const {
+    auto body = encodeJson(MonitoringLogDTO{.type = type, .meta = VisitorMetadata()}.toJson());
+    if (!body) {
+        completion(body.error());
+        return;
+    }
+    merovantaAPI->post("api/in/io/l", {}, std::move(body.value()),
+                       [completion = std::move(completion)](const HttpReply& reply) {
+                           completion(reply.error ? reply.error : statusError(reply));
+                       });
+}
+
+}  // namespace merovanta
