@@ -2,6 +2,7 @@
 
 #include <Merovanta/CustomConfiguration.h>
 #include <Merovanta/Export.h>
+#include <Merovanta/MerovantaCoBrowsing.h>
 #include <Merovanta/MerovantaConfiguration.h>
 #include <Merovanta/MerovantaPanoptra.h>
 
@@ -21,13 +22,15 @@ class MEROVANTA_EXPORT Merovanta {
     static void initConfig(const std::string& tenantId, const std::string& token);
 
     /// Names the tenant, its access token and, if set, the hosts. May be called again at any time with other
-    /// values. Begins a new visit and keeps the service session's id. Thread: main.
+    /// values. Begins a new visit and keeps the service session's id; from now on the service is asked every
+    /// few seconds whether an agent wants to co-browse. Thread: main.
     static void initConfig(const CustomConfiguration& config);
 
     /// The facades: each is made on first use and is the same object until the process ends. Any thread may
     /// ask for them.
     [[nodiscard]] static MerovantaConfiguration& configuration();
     [[nodiscard]] static MerovantaPanoptra& panoptra();
+    [[nodiscard]] static MerovantaCoBrowsing& coBrowsing();
 };
 
 }  // namespace merovanta

@@ -1,5 +1,6 @@
 #include <Merovanta/Merovanta.h>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Log.h"
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Injection.h"
@@ -39,12 +40,18 @@ void Merovanta::initConfig(const CustomConfiguration& config) {
     const auto& visit = wrapper->config.visitConfig;
     wrapper->renewVisit(visit ? visit->sessionId : std::nullopt);
     applyHosts(config, wrapper->config);
+    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->startPolling();
 }
 
 // The facades are never destroyed: a host may call them while the process ends.
 
 MerovantaConfiguration& Merovanta::configuration() {
     static auto* const facade = new MerovantaConfiguration();
+    return *facade;
+}
+
+MerovantaCoBrowsing& Merovanta::coBrowsing() {
+    static auto* const facade = new MerovantaCoBrowsing();
     return *facade;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -21,6 +22,8 @@ struct NativeView : std::enable_shared_from_this<NativeView> {
     std::uint32_t color = 0xFFFFFFFF;
     std::vector<std::shared_ptr<NativeView>> subviews;
     std::weak_ptr<NativeView> superview;
+    /// A view without one lets touches through.
+    std::function<void()> onTap;
 
     [[nodiscard]] static std::shared_ptr<NativeView> make(const Rect& frame, std::uint32_t color,
                                                           std::vector<std::string> classNames = {"View"}) {

@@ -2,18 +2,22 @@
 
 #include <memory>
 
+#include "InMemory/AlertsInMemory.h"
 #include "InMemory/ApplicationInMemory.h"
 #include "InMemory/BundleInMemory.h"
 #include "InMemory/ClockInMemory.h"
 #include "InMemory/HttpSessionInMemory.h"
 #include "InMemory/MainQueueInMemory.h"
+#include "InMemory/OverlaysInMemory.h"
 #include "InMemory/RandomInMemory.h"
 #include "InMemory/ScreenCaptureInMemory.h"
+#include "InMemory/TapPlayerInMemory.h"
 #include "InMemory/TapRecognizersInMemory.h"
 #include "InMemory/TimerFactoryInMemory.h"
 #include "InMemory/UserDefaultsInMemory.h"
 #include "InMemory/VirtualTime.h"
 #include "InMemory/WebSocketsInMemory.h"
+#include "InMemory/WidgetsInMemory.h"
 #include "InMemory/WorkQueueInMemory.h"
 #include "Platform/Platform.h"
 
@@ -34,6 +38,10 @@ class PlatformInMemory : public Platform {
     ApplicationInMemory& application() override { return app; }
     ScreenCaptureInMemory& screenCapture() override { return mCapture; }
     TapRecognizersInMemory& tapRecognizers() override { return mTapRecognizers; }
+    TapPlayerInMemory& tapPlayer() override { return mTapPlayer; }
+    OverlaysInMemory& imageOverlays() override { return mOverlays; }
+    AlertsInMemory& alerts() override { return mAlerts; }
+    WidgetsInMemory& widgets() override { return mWidgets; }
     MainQueueInMemory& mainQueue() override { return mMainQueue; }
     WorkQueueInMemory& workQueue() override { return mWorkQueue; }
     TimerFactoryInMemory& timers() override { return mTimers; }
@@ -50,6 +58,10 @@ class PlatformInMemory : public Platform {
  private:
     ScreenCaptureInMemory mCapture;
     TapRecognizersInMemory mTapRecognizers;
+    TapPlayerInMemory mTapPlayer;
+    OverlaysInMemory mOverlays;
+    AlertsInMemory mAlerts{time};
+    WidgetsInMemory mWidgets;
     MainQueueInMemory mMainQueue{time};
     WorkQueueInMemory mWorkQueue{time};
     TimerFactoryInMemory mTimers{time};

@@ -2,17 +2,21 @@
 
 #include <memory>
 
+#include "Platform/Alert.h"
 #include "Platform/Application.h"
 #include "Platform/Bundle.h"
 #include "Platform/Clock.h"
 #include "Platform/HttpSession.h"
+#include "Platform/ImageOverlay.h"
 #include "Platform/MainQueue.h"
 #include "Platform/Random.h"
 #include "Platform/ScreenCapture.h"
+#include "Platform/TapPlayer.h"
 #include "Platform/TapRecognizer.h"
 #include "Platform/Timer.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/WebSocket.h"
+#include "Platform/WidgetView.h"
 #include "Platform/WorkQueue.h"
 
 namespace merovanta {
@@ -26,6 +30,10 @@ class Platform {
     virtual Application& application() = 0;
     virtual ScreenCapture& screenCapture() = 0;
     virtual TapRecognizerFactory& tapRecognizers() = 0;
+    virtual TapPlayer& tapPlayer() = 0;
+    virtual ImageOverlayFactory& imageOverlays() = 0;
+    virtual AlertFactory& alerts() = 0;
+    virtual WidgetViewFactory& widgets() = 0;
     virtual MainQueue& mainQueue() = 0;
     virtual WorkQueue& workQueue() = 0;
     virtual TimerFactory& timers() = 0;

@@ -44,7 +44,7 @@ TEST_F(HealthCheckTest, OnlyA200PassesAndOnlyOneCheckRuns) {
     check->stop();
     advance(10s);
     EXPECT_EQ(healthy, 1);
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(HealthCheckTest, AnAddressThatIsNoneNeverPasses) {

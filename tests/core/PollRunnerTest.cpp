@@ -1,7 +1,8 @@
 #include <gmock/gmock.h>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Panoptra/Communication/ClientRegistry.h"
-#include "General/Panoptra/Communication/XhrRunner.h"
+#include "General/Panoptra/Communication/Communication.h"
 #include "General/Panoptra/Injection.h"
 #include "support/LibraryTest.h"
 
@@ -10,15 +11,13 @@ namespace {
 
 using inmemory::HttpSessionInMemory;
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 class PollRunnerTest : public LibraryTest {
  protected:
-    PollRunnerTest() {
-        answerWith(HttpSessionInMemory::reply(200, "[]"));
-        runner->currentRate = 3;
-        runner->running = true;
-    }
+    /// Lets the pause go by that began with the configuration.
+    PollRunnerTest() { advance(3s); }
 
     void answerWith(const HttpReply& reply) {
         service.override = [reply](const HttpRequest&) { return reply; };
@@ -30,23 +29,28 @@ class PollRunnerTest : public LibraryTest {
         client.callback = [this, id = client.id](const std::string& payload) {
             heard.push_back(id + ":" + payload);
         };
-        ClientRegistry::clients()[client.id] = client;
+        communication->registerClient(std::move(client));
     }
 
-    std::shared_ptr<XhrRunner> runner = std::make_shared<XhrRunner>(
-        Injection::resolve<MerovantaAPI>(), Injection::resolve<ApplicationConfigWrapper>());
+    void registerAgentChannel() {
+        registerClient({.id = "SCB", .channel = CommunicationChannel::SCB, .rate = 3});
+    }
+
+    std::shared_ptr<Communication> communication = Injection::resolve<Communication>();
     std::vector<std::string> heard;
 };
 
 TEST_F(PollRunnerTest, OnePollCarriesAllClientsAndItsReplyReachesThem) {
-    registerClient({.id = "SCB", .channel = CommunicationChannel::SCB});
-    registerClient(
-        {.id = "STATUS", .channel = CommunicationChannel::S, .payload = "{}", .additionalParams = "a=1"});
-    registerClient({.id = "also", .channel = CommunicationChannel::S, .additionalParams = "b=2"});
+    registerAgentChannel();
+    registerClient({.id = "STATUS",
+                    .channel = CommunicationChannel::S,
+                    .rate = 5,
+                    .payload = "{}",
+                    .additionalParams = "a=1"});
+    registerClient({.id = "also", .channel = CommunicationChannel::S, .rate = 4, .additionalParams = "b=2"});
     answerWith(HttpSessionInMemory::reply(
         200,
         R"([{"c":"S","p":"hello"},{"c":"??","p":""},{"c":"SCB"},7,{"c":"SCB","p":"{}"},{"c":"JS","p":""}])"));
-    runner->start();
     advance(3s);
     ASSERT_THAT(polls(), SizeIs(1));
     EXPECT_EQ(polls()[0].body, R"({"c":["SCB","S"],"m":[{"c":"S","p":"{}"}],"ad":"a=1&b=2"})");
@@ -60,48 +64,104 @@ TEST_F(PollRunnerTest, OnePollCarriesAllClientsAndItsReplyReachesThem) {
     }
     EXPECT_THAT(heard, SizeIs(3));
     EXPECT_THAT(log.lines("[WARNING] XhrRunner: Cannot parse poll reply"), SizeIs(3));
-    EXPECT_EQ(platform->time->pendingTimers(), 1);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(PollRunnerTest, PausesAtTheEleventhFailureInARowAndGoesOnWhenToldTo) {
     const auto paused = [this] { return log.lines("[WARNING] XhrRunner: Exceed max retries. Stop").size(); };
-    runner->start();
     const auto fail = [this](int times) {
         answerWith(HttpSessionInMemory::failure("lost"));
         advance(times * 3020ms);
         expectError("[ERROR] XhrRunner: Poll failed: lost", static_cast<std::size_t>(times));
     };
+    registerAgentChannel();
     fail(10);
     answerWith(HttpSessionInMemory::reply(200));
     advance(3020ms);
     fail(10);
-    EXPECT_TRUE(runner->running);
     EXPECT_EQ(paused(), 0);
     fail(1);
-    EXPECT_FALSE(runner->running);
     EXPECT_EQ(paused(), 1);
 
     const auto sent = polls().size();
     advance(1h);
     EXPECT_THAT(polls(), SizeIs(sent));
-    EXPECT_EQ(platform->time->pendingTimers(), 1);
+    EXPECT_EQ(timers(), 0);
     answerWith(HttpSessionInMemory::reply(500));
-    runner->running = true;
-    runner->start();
-    runner->start();
+    registerAgentChannel();
     advance(3s);
     EXPECT_THAT(polls(), SizeIs(sent + 1));
-    runner->start();  // the poll under way goes on by itself
+    registerAgentChannel();  // the poll under way goes on by itself
     advance(3020ms);
     EXPECT_THAT(polls(), SizeIs(sent + 2));
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(PollRunnerTest, AReplyWithoutResponseIsAFailureAfterASuccess) {
+    registerAgentChannel();
     answerWith(HttpReply{});
-    runner->start();
     advance(20 * 3020ms);
     expectError("[ERROR] XhrRunner: Poll failed wil nil response", 20);
-    EXPECT_TRUE(runner->running);
+    EXPECT_THAT(log.lines("[WARNING] XhrRunner: "), IsEmpty());
+}
+
+TEST_F(PollRunnerTest, ThePaceIsThatOfTheFastestClient) {
+    const auto pollsDuring = [this](std::chrono::nanoseconds duration) {
+        const auto before = polls().size();
+        advance(duration);
+        return polls().size() - before;
+    };
+    config().activeUserTag = ActiveUser{.id = "4711"};
+    communication->registerStatus();
+    EXPECT_EQ(pollsDuring(4s), 1);
+    registerAgentChannel();
+    // A new pace is taken up when the pause that has begun is over.
+    EXPECT_EQ(pollsDuring(2999500ms), 1);
+    EXPECT_EQ(pollsDuring(302s), 100);
+    communication->release("SCB");
+    EXPECT_EQ(pollsDuring(3100s), 2);
+    communication->release("nobody");
+    EXPECT_EQ(pollsDuring(3001s), 1);
+    communication->releaseStatus();
+    EXPECT_EQ(pollsDuring(10000s), 0);
+    registerAgentChannel();
+    EXPECT_EQ(pollsDuring(3s), 1);
+
+    communication->releaseAll();
+    EXPECT_EQ(pollsDuring(60s), 0);
+    communication->registerStatus();
+    advance(0s);
+    EXPECT_EQ(pollsDuring(3020s), 2);  // one at the old pace
+    EXPECT_EQ(timers(), 0);
+    EXPECT_THAT(log.lines("[DEBUG] XhrRunner: create"), SizeIs(1));
+}
+
+TEST_F(PollRunnerTest, ThePresenceReportSaysWhoAndWhere) {
+    const std::string sessionId = *config().visitConfig->sessionId;
+    communication->registerStatus();
+    EXPECT_THAT(ClientRegistry::clients(), IsEmpty());
+    advance(1s);
+    // An unknown visitor has been tagged first.
+    const auto tags =
+        service.requests("POST", "rest/v1/customerstatus/tag/byVisitor/" + *config().visitConfig->visitorId);
+    ASSERT_THAT(tags, SizeIs(1));
+    const std::string id = *config().activeUserTag->id;
+    EXPECT_EQ(tags[0].body, R"({"id":")" + id + R"(","firstname":"","lastname":"","email":""})");
+    ASSERT_THAT(ClientRegistry::clients(), SizeIs(1));
+    const RegisteredClient first = ClientRegistry::clients().at("STATUS");
+    EXPECT_EQ(first.payload, R"({"u":"HomePage","t":"CONFERENCE","dT":"MOBILE","cId":")" + id +
+                                 R"(","sId":")" + sessionId + R"("})");
+
+    advance(123ms);
+    config().visitConfig.reset();
+    platform->app.root.reset();
+    communication->registerStatus();
+    advance(0s);
+    ASSERT_THAT(ClientRegistry::clients(), SizeIs(1));
+    const RegisteredClient second = ClientRegistry::clients().at("STATUS");
+    EXPECT_EQ(second.payload, R"({"u":"","t":"CONFERENCE","dT":"MOBILE","cId":")" + id + R"("})");
+    EXPECT_NE(second.additionalParams, first.additionalParams);
+    EXPECT_EQ(second.additionalParams, "joinedTimestamp=1700000004123");
 }
 
 }  // namespace

@@ -171,7 +171,7 @@ TEST_F(SessionTest, StopEndsEveryTimerAndTellsTheService) {
     EXPECT_THAT(requestLines(), ElementsAre("log ca", "POST api/in/im/c", "GET api/ix/m", "log cs",
                                             "DELETE api/ix/m", "log ce"));
     EXPECT_TRUE(log.contains("[DEBUG] MessageSender: Delete sent"));
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
     EXPECT_EQ(platform->tapRecognizers().attached(), 0);
     const auto sent = platform->httpSession().requests.size();
     paint(0xFF00FF00);
@@ -199,7 +199,7 @@ TEST_F(SessionTest, ASecondStartIsRefusedAndALaterOneIsNew) {
     // The new session begins with a whole picture although the screen is the same.
     EXPECT_THAT(service.screenshots(), SizeIs(2));
     // One loop, one ping, one monitor: no timer of the first session is left.
-    EXPECT_EQ(platform->time->pendingTimers(), 4);
+    EXPECT_EQ(timers(), 4);
 }
 
 TEST_F(SessionTest, AStopDuringTheStartWins) {
@@ -210,7 +210,7 @@ TEST_F(SessionTest, AStopDuringTheStartWins) {
     Merovanta::panoptra().stop();
     advance(10s);
     EXPECT_THAT(requestLines(), ElementsAre("log ca", "POST api/in/im/c", "log ce"));
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(SessionTest, TheReplyDecidesWhetherTheScreenIsWatched) {
@@ -235,7 +235,7 @@ TEST_F(SessionTest, AnIgnoredVisitorIsLeftAlone) {
     advance(5s);
     EXPECT_TRUE(log.contains("[DEBUG] Panoptra: Ignoring"));
     EXPECT_THAT(requestLines(), ElementsAre("log ca", "POST api/in/im/c"));
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
     Merovanta::panoptra().stop();
     service.initReply["x"] = false;
     startSession();
@@ -302,7 +302,7 @@ TEST_F(SessionTest, AStartNeedsAScreenAndARecogniser) {
     startSession();
     Merovanta::panoptra().stop();
     advance(1s);
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(SessionTest, AWindowThatGoesAwayIsSurvived) {

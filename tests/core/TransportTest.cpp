@@ -70,7 +70,7 @@ TEST_F(TransportTest, AnEmptyQueueMakesNoRequest) {
     connect();
     advance(10s);
     EXPECT_THAT(service.requests("POST", "api/ix/m"), IsEmpty());
-    EXPECT_EQ(platform->time->pendingTimers(), 1);
+    EXPECT_EQ(timers(), 1);
 }
 
 TEST_F(TransportTest, MessagesOfOnePauseGoTogetherAndThoseInBetweenAreLost) {
@@ -110,7 +110,7 @@ TEST_F(TransportTest, AFailedRequestEndsTheLoopForGood) {
     sender->sendTag("queued", 0);
     advance(60s);
     EXPECT_THAT(service.requests("POST", "api/ix/m"), SizeIs(1));
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
 
     connect();
     advance(1s);
@@ -169,7 +169,7 @@ TEST_F(TransportTest, RepliesOfEveryKindAreReadPartByPart) {
     answerWith("[\"" + flood + "]\"]");
     EXPECT_THAT(handled(), SizeIs(1003));
     EXPECT_THAT(warnings(), SizeIs(5));
-    EXPECT_EQ(platform->time->pendingTimers(), 1);
+    EXPECT_EQ(timers(), 1);
 }
 
 TEST_F(TransportTest, CloseLetsOneMoreRoundRunAndAnEarlyReconnectMakesNoSecondLoop) {
@@ -179,16 +179,16 @@ TEST_F(TransportTest, CloseLetsOneMoreRoundRunAndAnEarlyReconnectMakesNoSecondLo
     EXPECT_THAT(service.requests("DELETE", "api/ix/m"), SizeIs(1));
     advance(10s);
     EXPECT_THAT(tags(), ElementsAre("last"));
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
 
     connect();
     sender->close();
     connect();
     advance(10s);
-    EXPECT_EQ(platform->time->pendingTimers(), 1);
+    EXPECT_EQ(timers(), 1);
     sender->close();
     advance(1s);
-    EXPECT_EQ(platform->time->pendingTimers(), 0);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(TransportTest, ADeleteCarriesTheVisitAndItsFailureIsOnlyLogged) {
@@ -240,7 +240,7 @@ TEST_F(TransportTest, NothingOfASessionIsSentUnderTheNextOnesName) {
     }
     // The first picture of the new session has come through.
     EXPECT_THAT(service.screenshots(), SizeIs(2));
-    EXPECT_EQ(platform->time->pendingTimers(), 4);
+    EXPECT_EQ(timers(), 4);
 }
 
 TEST_F(TransportTest, AFirstLaunchSendsEmptyTextsInPlaceOfNull) {

@@ -15,6 +15,8 @@ HttpReply FakeService::answer(const HttpRequest& request) {
     if (path(request) == "api/in/im/c") return HttpSessionInMemory::reply(200, initReply.dump());
     if (path(request) == "api/in/i18n")
         return HttpSessionInMemory::reply(200, R"({"ui.confirm.accept":"Yes"})");
+    if (path(request) == "api/in/co") return HttpSessionInMemory::reply(200, "[]");
+    if (path(request).starts_with("rest/v1/customerstatus/tag/")) return HttpSessionInMemory::reply(200);
     if (path(request) == "api/in/io/l" || path(request) == "api/ic/h") return HttpSessionInMemory::reply(200);
     if (path(request) != "api/ix/m") return HttpSessionInMemory::reply(404);
     return HttpSessionInMemory::reply(200, request.method == "POST" ? streamReply() : "");

@@ -1,5 +1,6 @@
 #include "support/LibraryTest.h"
 
+#include "General/Panoptra/Communication/ClientRegistry.h"
 #include "General/Panoptra/Injection.h"
 
 namespace merovanta::testing {
@@ -9,6 +10,7 @@ LibraryTest::LibraryTest() {
     CustomConfiguration custom("tenant", "token");
     custom.setServerUrl("service.example");
     Merovanta::initConfig(custom);
+    ClientRegistry::clients().clear();
 }
 
 LibraryTest::~LibraryTest() {

@@ -17,7 +17,8 @@ namespace merovanta::testing {
 using namespace std::chrono_literals;
 
 /// The library on the in-memory platform, configured, with one screen in the window and a service that
-/// answers. A test fails if the library logs an error that it did not expect.
+/// answers; no client is registered on a channel. A test fails if the library logs an error that it did not
+/// expect.
 class LibraryTest : public ::testing::Test {
  protected:
     LibraryTest();
@@ -29,6 +30,9 @@ class LibraryTest : public ::testing::Test {
     void startSession();
 
     void advance(std::chrono::nanoseconds duration) { platform->time->advance(duration); }
+
+    /// The timers that are waiting, but for the one of the channels' polling, which ticks for ever.
+    [[nodiscard]] std::size_t timers() const { return platform->time->pendingTimers() - 1; }
 
     /// Changes the screen's look and lets the window paint it.
     void paint(std::uint32_t color);

@@ -1,5 +1,6 @@
 #include "General/Panoptra/Injection.h"
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/ConstantUtils.h"
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Communication/ClientRegistry.h"
@@ -15,6 +16,7 @@
 #include "General/Panoptra/Panoptra.h"
 #include "General/Panoptra/UIStrings.h"
 #include "General/Panoptra/Util/HttpUtil.h"
+#include "General/User/User.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -43,7 +45,10 @@ void registerComponents(DependencyContainer& container) {
     container.registerSingleton<HttpUtil, ApplicationConfigWrapper>();
     container.registerSingleton<MonitoringSender, MerovantaAPI>();
     container.registerSingleton<NetworkManager, PingSender, HealthCheck, MonitoringSender>();
+    container.registerSingleton<CoBrowsing, Panoptra, UIStrings, ApplicationConfigWrapper, Communication>();
     container.registerSingleton<UIStrings, MerovantaAPI>();
+    container.registerSingleton<User, Panoptra, ApplicationConfigWrapper, MerovantaAPI>();
+    container.registerSingleton<Communication, MerovantaAPI, ApplicationConfigWrapper>();
 }
 
 std::unique_ptr<DependencyContainer> buildContainer() {

@@ -2,8 +2,10 @@
 
 #include <utility>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
@@ -51,6 +53,7 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
         return;
     }
     mIsRunning = true;
+    mIsForced = force;
     mMayReopen = false;
     ++mOpening;
     const auto start = std::make_shared<Start>(Start{++mRun, force, std::move(completion)});
@@ -171,6 +174,30 @@ void Panoptra::stop() {
         Log::warning("Already stopped");
         return;
     }
+    end();
+    // Resolved at the moment of use: it is itself built from this controller.
+    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->sessionStopped();
+    networkManager->monitoringSender->logCoBrowsingStop(logged("stop"));
+}
+
+void Panoptra::restart(Completion completion) {
+    assertMainThread();
+    if (!mIsRunning) {
+        completion(StringError("Panoptra is not started"));
+        return;
+    }
+    end();
+    networkManager->monitoringSender->logCoBrowsingStop(logged("stop"));
+    start(mIsForced, std::nullopt,
+          [completion = std::move(completion)](const std::optional<StringError>& error) {
+              if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) {
+                  error ? coBrowsing->sessionStopped() : coBrowsing->refresh();
+              }
+              completion(error);
+          });
+}
+
+void Panoptra::end() {
     ++mRun;
     ++mOpening;
     networkManager->pingSender->invalidate();
@@ -179,7 +206,6 @@ void Panoptra::stop() {
     networkManager->healthCheck->stop();
     mIsRunning = false;
     if (auto& session = applicationConfig->config.panoptraConfig) session->isRecordingStarted = false;
-    networkManager->monitoringSender->logCoBrowsingStop(logged("stop"));
 }
 
 void Panoptra::observeApplicationState() {
@@ -221,7 +247,6 @@ void Panoptra::didBecomeActive() {
 
 void Panoptra::reopen() {
     Log::debug("Call init sender");
-    networkManager->monitoringSender->logCoBrowsingAccept(logged("acceptance"));
     ViewUtils::frontScreenName(
         [weak = weak_from_this(), opening = ++mOpening](const std::optional<std::string>& name) {
             const auto self = weak.lock();
@@ -285,6 +310,16 @@ void Panoptra::reconnected() {
     viewMonitor->clearLastScreenshot();
     // The line says so whatever the transport.
     Log::debug("WebSocket reconnect success");
+}
+
+void Panoptra::consentGiven() const {
+    networkManager->monitoringSender->logCoBrowsingAccept(logged("acceptance"));
+}
+
+void Panoptra::runStopCallback() const {
+    // Copied: the host may register others inside it.
+    const auto callback = stopCallback;
+    if (callback) callback();
 }
 
 void Panoptra::registerCallbacks(std::function<void()> onStart, std::function<void()> onStop) {

@@ -40,10 +40,20 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
 
     void stop();
 
+    /// Stops and starts again, as the last start did, but as a new service session. The co-browsing widget
+    /// stays. An error if none runs or the new start fails.
+    void restart(Completion completion);
+
     [[nodiscard]] bool isRunning() const { return mIsRunning; }
 
     /// The transport of the running session, or of the last one; null before the first.
     [[nodiscard]] const std::shared_ptr<MessageSender>& messageSender() const { return mMessageSender; }
+
+    /// Tells the service that the visitor has agreed to let the agent in.
+    void consentGiven() const;
+
+    /// Tells the host that the agent has closed the session.
+    void runStopCallback() const;
 
     /// stopCallback runs when the agent closes the session; startCallback is only kept.
     void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
@@ -51,6 +61,7 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
  private:
     struct Start;
 
+    void end();
     void requestInit(const std::shared_ptr<Start>& start, const std::string& pageName);
     void initReplied(const std::shared_ptr<Start>& start, const InitSender::Reply& reply);
     void goOn(const std::shared_ptr<Start>& start, const MonitoringConfigDTO& reply);
@@ -83,6 +94,8 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     bool closingIsSetup = false;
     std::unique_ptr<Timer> backgroundTimeoutTimer;
 
+    // Whether the last start was forced.
+    bool mIsForced = false;
     // Counts starts and stops: a start that was overtaken by a stop must not go on.
     unsigned mRun = 0;
     // The running session has its sender, and may be opened again when the application comes back.

@@ -6,6 +6,7 @@
 #include "General/MainThread.h"
 #include "General/Panoptra/Communication/ClientRegistry.h"
 #include "General/Panoptra/Communication/CommunicationMessageWrapper.h"
+#include "General/Panoptra/Communication/PollReply.h"
 #include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
@@ -15,20 +16,6 @@ namespace merovanta {
 namespace {
 
 constexpr int maximumFailures = 10;
-constexpr std::size_t maximumMessages = 1000;
-
-/// The messages in a reply, an array; those on unknown channels and what is no message at all are left out.
-/// Absent if it is no such array.
-std::optional<std::vector<CommunicationMessage>> parseReply(const std::string& body) {
-    const auto json = parseJson(body);
-    if (!json || !json->is_array() || json->size() > maximumMessages) return std::nullopt;
-    std::vector<CommunicationMessage> messages;
-    for (const auto& element : *json) {
-        auto message = CommunicationMessage::decode(element);
-        if (message) messages.push_back(std::move(message.value()));
-    }
-    return messages;
-}
 
 }  // namespace
 
@@ -49,7 +36,7 @@ void XhrRunner::scheduleTick() {
 
 void XhrRunner::tick() {
     assertMainThread();
-    if (running) {
+    if (running && !ClientRegistry::clients().empty()) {
         poll();
     } else {
         scheduleTick();
@@ -67,7 +54,7 @@ void XhrRunner::poll() {
                                     {"cId", ""}};
     auto completion = [weak = weak_from_this()](HttpReply reply) {
         // Parsed here, off the main thread.
-        auto messages = reply.data ? parseReply(*reply.data) : Messages();
+        auto messages = reply.data ? parsePollReply(*reply.data) : Messages();
         reply.data.reset();
         ViewUtils::runOnMainQueue([weak, reply = std::move(reply), messages = std::move(messages)] {
             if (const auto self = weak.lock()) self->polled(reply, messages);

@@ -1,7 +1,9 @@
 #include "General/Panoptra/Util/Url.h"
 
 #include <algorithm>
+#include <boost/url/encode.hpp>
 #include <boost/url/parse.hpp>
+#include <boost/url/rfc/pchars.hpp>
 #include <cctype>
 
 namespace merovanta {
@@ -62,6 +64,10 @@ std::optional<std::string> parseUrl(std::string_view text) {
     const auto parsed = boost::urls::parse_uri(url);
     if (parsed.has_error() || !isAuthorityUnderstood(*parsed)) return std::nullopt;
     return url;
+}
+
+std::string encodePathSegment(std::string_view text) {
+    return boost::urls::encode(text, boost::urls::pchars);
 }
 
 }  // namespace merovanta

@@ -11,4 +11,7 @@ namespace merovanta {
 /// then. The host may be empty: a request to nowhere fails like any other that finds no way.
 [[nodiscard]] std::optional<std::string> parseUrl(std::string_view text);
 
+/// Percent-encodes a text so that it is one segment of a path, whatever it holds.
+[[nodiscard]] std::string encodePathSegment(std::string_view text);
+
 }  // namespace merovanta

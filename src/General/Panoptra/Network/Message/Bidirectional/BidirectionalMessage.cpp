@@ -11,6 +11,7 @@ std::string BidirectionalMessage::description() const {
     const auto appendFlag = [&append](const char* name, const std::optional<bool>& flag) {
         if (flag) append(name, *flag ? "true" : "false");
     };
+    if (drawing) append("drawing", std::to_string(drawing->size()) + " bytes");
     appendFlag("start", start);
     appendFlag("bidirectional", bidirectional);
     appendFlag("stop", stop);

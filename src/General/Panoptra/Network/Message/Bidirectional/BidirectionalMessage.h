@@ -9,6 +9,8 @@ namespace merovanta {
 
 /// One message of the agent's; any of its parts may be absent.
 struct BidirectionalMessage {
+    /// A PNG picture, not looked into yet.
+    std::optional<std::string> drawing;
     std::optional<bool> start;
     std::optional<bool> bidirectional;
     std::optional<bool> stop;

@@ -1,6 +1,9 @@
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
 
+#include <string_view>
 #include <utility>
+
+#include "General/Panoptra/Util/Base64.h"
 
 namespace merovanta {
 
@@ -26,6 +29,19 @@ std::optional<std::int64_t> readInteger(const nlohmann::json& object, const char
     return static_cast<std::int64_t>(number);
 }
 
+/// Texts that are longer are no drawing of a screen.
+constexpr std::size_t maximumDrawingText = std::size_t{8} * 1024 * 1024;
+
+std::string without(std::string_view text, std::string_view part) {
+    std::string rest;
+    rest.reserve(text.size());
+    for (std::size_t end = text.find(part); end != std::string_view::npos; end = text.find(part)) {
+        rest.append(text.substr(0, end));
+        text.remove_prefix(end + part.size());
+    }
+    return rest.append(text);
+}
+
 }  // namespace
 
 BidirectionalMessageParser::BidirectionalMessageParser(std::shared_ptr<BidirectionalMessageHandler> handler)
@@ -33,10 +49,20 @@ BidirectionalMessageParser::BidirectionalMessageParser(std::shared_ptr<Bidirecti
 
 void BidirectionalMessageParser::parse(const nlohmann::json& dictionary) const {
     BidirectionalMessage message;
+    readDrawing(dictionary, message);
     readConfiguration(dictionary, message);
     readAction(dictionary, message);
     readClick(dictionary, message);
-    bidirectionalMessageHandler->handle(message);
+    bidirectionalMessageHandler->handle(std::move(message));
+}
+
+void BidirectionalMessageParser::readDrawing(const nlohmann::json& dictionary,
+                                             BidirectionalMessage& message) const {
+    const auto* const value = find(dictionary, drawing);
+    const auto* const text = value && value->is_object() ? find(*value, drawingUrl) : nullptr;
+    if (!text || !text->is_string()) return;
+    const auto& url = text->get_ref<const std::string&>();
+    if (url.size() <= maximumDrawingText) message.drawing = decodeBase64(without(url, base64Prefix));
 }
 
 void BidirectionalMessageParser::readConfiguration(const nlohmann::json& dictionary,

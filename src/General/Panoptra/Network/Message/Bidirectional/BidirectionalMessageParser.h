@@ -19,10 +19,13 @@ class BidirectionalMessageParser {
     void parse(const nlohmann::json& dictionary) const;
 
  private:
+    void readDrawing(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
     void readConfiguration(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
     void readAction(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
     void readClick(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
 
+    const char* const drawing = "d";
+    const char* const drawingUrl = "u";
     const char* const configuration = "co";
     const char* const configurationStart = "s";
     const char* const configurationBidirectional = "b";
@@ -31,6 +34,7 @@ class BidirectionalMessageParser {
     const char* const actionClose = "c";
     const char* const clickX = "x";
     const char* const clickY = "y";
+    const char* const base64Prefix = "data:image/png;base64,";
     std::shared_ptr<BidirectionalMessageHandler> bidirectionalMessageHandler;
 };
 

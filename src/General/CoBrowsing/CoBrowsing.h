@@ -1,0 +1,66 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/CoBrowsing/DefaultUIView.h"
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Communication/Communication.h"
+#include "General/Panoptra/Panoptra.h"
+#include "General/Panoptra/UIStrings.h"
+#include "General/StringError.h"
+
+namespace merovanta {
+
+/// Lets an agent start a session from the other side, and shows the widget while one runs. Thread: main.
+class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
+ public:
+    /// Receives nothing and true once the session runs, else the error and false.
+    using Completion = std::function<void(const std::optional<StringError>&, bool isStarted)>;
+
+    CoBrowsing(std::shared_ptr<Panoptra> panoptra, std::shared_ptr<UIStrings> uiStrings,
+               std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+               std::shared_ptr<Communication> communication);
+
+    /// Begins to wait for an agent's request.
+    void startPolling();
+
+    /// Shows the widget and starts a forced session under the visit's own session id. The completion is not
+    /// called if the service leaves the visitor alone, as with Panoptra::start().
+    void start(Completion completion);
+
+    /// Takes the widget away and stops the session.
+    void hide();
+
+    /// Takes the widget away: the session has been stopped.
+    void sessionStopped();
+
+    /// Shows what is known now: the share code, once the session runs.
+    void refresh();
+
+ private:
+    void showWidget(const Completion& completion);
+    [[nodiscard]] std::optional<StringError> createWidget();
+    void startSession(const Completion& completion);
+    void sessionStarted();
+    void setText(const std::string& text);
+    void removeWidget();
+    [[nodiscard]] std::string textOr(const char* key, const char* fallback) const;
+
+    std::shared_ptr<Panoptra> panoptra;
+    std::shared_ptr<UIStrings> uiStrings;
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<Communication> communication;
+    const std::string startCoBrowsingId = "SCB";
+    const double startCoBrowsingPollRate = 3.0;
+    const char* const errorString = "ui.mobile.error";
+    const char* const connectingString = "ui.mobile.connecting";
+    std::shared_ptr<DefaultUIView> view;
+    bool isStarted = false;
+    // Counts starts and ends: what was set going before the last of them no longer has an effect.
+    unsigned mRun = 0;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <memory>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/UIStrings.h"
+#include "Platform/Alert.h"
+
+namespace merovanta {
+
+/// Asks the visitor, on the agent's behalf, whether to let the agent in. Thread: main.
+class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
+ public:
+    ConsentDialog(std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+                  std::shared_ptr<UIStrings> uiStrings);
+
+    /// Loads the texts if need be, then presents the question; does nothing while it is asked already.
+    void ask();
+
+ private:
+    void present();
+    void answered(bool accepted);
+
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<UIStrings> uiStrings;
+    bool mIsAsking = false;
+    std::unique_ptr<Alert> mAlert;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "Platform/PixelBuffer.h"
+
+namespace merovanta {
+
+/// Unpacks PNG pictures from outside. Any thread; nothing is shared.
+class PngDecoder {
+ public:
+    /// A picture of more pixels is refused.
+    static constexpr std::size_t maximumPixels = std::size_t{16} * 1024 * 1024;
+
+    PngDecoder() = delete;
+
+    /// How many pixels the picture says it has, without unpacking it; absent if it is no PNG, empty or
+    /// refused.
+    [[nodiscard]] static std::optional<std::size_t> pixelCount(const std::string& png);
+
+    /// The pixels as 0xAARRGGBB with the colours multiplied by the alpha; absent if it cannot be unpacked.
+    [[nodiscard]] static std::optional<PixelBuffer> decode(const std::string& png);
+};
+
+}  // namespace merovanta

@@ -1,0 +1,72 @@
+#include "General/User/User.h"
+
+#include <utility>
+
+#include "General/Log.h"
+#include "General/MainThread.h"
+#include "General/Panoptra/Network/Json.h"
+#include "General/Panoptra/Util/IdUtils.h"
+#include "General/Panoptra/Util/Url.h"
+#include "General/Panoptra/Util/ViewUtils.h"
+#include "General/User/ActiveUserDTO.h"
+
+namespace merovanta {
+
+User::User(std::shared_ptr<Panoptra> controller, std::shared_ptr<ApplicationConfigWrapper> wrapper,
+           std::shared_ptr<MerovantaAPI> api)
+    : applicationConfig(std::move(wrapper)), panoptra(std::move(controller)), merovantaAPI(std::move(api)) {}
+
+void User::tag(const ActiveUser& activeUser, Callback callback) {
+    assertMainThread();
+    adopt(activeUser);
+    const auto report = [](const StringError& error) {
+        Log::warning("Cannot send tag: " + error.errorDescription());
+    };
+    auto body = encodeJson(ActiveUserDTO{activeUser}.toJson());
+    if (!body) {
+        report(body.error());
+        return;
+    }
+    const ApplicationConfig& config = applicationConfig->config;
+    const std::string visitorId = config.visitConfig ? config.visitConfig->visitorId.value_or("") : "";
+    merovantaAPI->post(
+        "rest/v1/customerstatus/tag/byVisitor/" + encodePathSegment(visitorId),
+        {{"tId", config.tenantId.value_or("")}}, std::move(body.value()),
+        [weak = weak_from_this(), report, callback = std::move(callback)](const HttpReply& reply) {
+            if (const auto error = reply.error ? reply.error : statusError(reply)) {
+                report(*error);
+                return;
+            }
+            ViewUtils::runOnMainQueue([weak, callback] {
+                if (const auto self = weak.lock()) self->tagged(callback);
+            });
+        });
+}
+
+void User::adopt(const ActiveUser& activeUser) {
+    ApplicationConfig& config = applicationConfig->config;
+    config.activeUserTag = activeUser;
+    if (config.panoptraConfig) config.panoptraConfig->optIn = false;
+    auto& visit = config.visitConfig;
+    if (!visit) return;
+    if (activeUser.id) {
+        visit->visitorId = activeUser.id;
+        return;
+    }
+    visit->visitId = IdUtils::newUuid();
+    visit->sessionId = IdUtils::newUuid();
+    visit->visitorId = IdUtils::newUuid();
+}
+
+void User::tagged(const Callback& callback) {
+    if (callback) callback(true);
+    if (panoptra->isRunning()) {
+        panoptra->restart([](const std::optional<StringError>& error) {
+            if (!error) return;
+            Log::warning("Cannot restart Panoptra");
+            Log::debug(error->errorDescription());
+        });
+    }
+}
+
+}  // namespace merovanta

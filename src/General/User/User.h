@@ -1,0 +1,36 @@
+#pragma once
+
+#include <Merovanta/ActiveUser.h>
+
+#include <functional>
+#include <memory>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Network/MerovantaAPI.h"
+#include "General/Panoptra/Panoptra.h"
+
+namespace merovanta {
+
+/// Keeps who the visitor is and tells the service. Thread: main.
+class User : public std::enable_shared_from_this<User> {
+ public:
+    using Callback = std::function<void(bool)>;
+
+    User(std::shared_ptr<Panoptra> panoptra, std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+         std::shared_ptr<MerovantaAPI> merovantaAPI);
+
+    /// The visitor is this one from now on, whatever the service says; consent is to be given anew. The
+    /// callback is called with true when the service knows, and not at all if it cannot be told. A running
+    /// session is then restarted.
+    void tag(const ActiveUser& activeUser, Callback callback);
+
+ private:
+    void adopt(const ActiveUser& activeUser);
+    void tagged(const Callback& callback);
+
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<Panoptra> panoptra;
+    std::shared_ptr<MerovantaAPI> merovantaAPI;
+};
+
+}  // namespace merovanta

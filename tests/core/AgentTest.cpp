@@ -1,0 +1,208 @@
+#include <gmock/gmock.h>
+
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
+#include "General/Panoptra/Util/Base64.h"
+#include "General/Panoptra/Util/PngDecoder.h"
+#include "support/LibraryTest.h"
+#include "support/Png.h"
+
+namespace merovanta::testing {
+namespace {
+
+using inmemory::HttpSessionInMemory;
+using inmemory::NativeView;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class AgentTest : public LibraryTest {
+ protected:
+    AgentTest() {
+        service.override = [this](const HttpRequest& request) -> std::optional<HttpReply> {
+            if (FakeService::path(request) != "api/in/i18n") return std::nullopt;
+            return HttpSessionInMemory::reply(200, texts.dump());
+        };
+    }
+
+    /// Plays the agent.
+    void say(const nlohmann::json& message) {
+        Injection::resolve<BidirectionalMessageParser>()->parse(message);
+        advance(0s);
+    }
+
+    void draw(const std::string& picture) { say({{"d", {{"u", picture}}}}); }
+
+    [[nodiscard]] std::size_t drawings() const {
+        return static_cast<std::size_t>(std::count_if(
+            screen->subviews.begin(), screen->subviews.end(),
+            [](const auto& view) { return view->classNames.front() == "PassthroughUIImageView"; }));
+    }
+
+    nlohmann::json texts = {{"ui.mobile.confirm.title", "Share?"},
+                            {"ui.mobile.confirm.message", "An agent asks."},
+                            {"ui.confirm.accept", "Yes"},
+                            {"ui.confirm.decline", "No"}};
+    std::vector<std::string> events;
+};
+
+TEST_F(AgentTest, DrawingsStackAtHalfOpacityAndLeaveOneByOne) {
+    draw("data:image/png;base64," + base64(png(4, 3, 0x80FF0000)));
+    EXPECT_EQ(drawings(), 1);
+    const auto& pixels = platform->imageOverlays().lastPixels;
+    EXPECT_EQ(pixels.width(), 4);
+    EXPECT_EQ(pixels.height(), 3);
+    EXPECT_EQ(pixels.row(2)[3], 0x80800000U);  // the colour multiplied by the alpha
+    EXPECT_EQ(platform->imageOverlays().lastOpacity, 0.5);
+    EXPECT_EQ(screen->subviews.back()->frame, screen->frame);
+    advance(2s);
+    draw(base64(png(1, 1, 0xFF00FF00)));
+    EXPECT_EQ(drawings(), 2);
+    advance(3s);
+    EXPECT_EQ(drawings(), 1);
+    advance(2s);
+    EXPECT_EQ(drawings(), 0);
+    EXPECT_EQ(timers(), 0);
+}
+
+TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
+    const std::string good = png(2, 2, 0xFFFFFFFF);
+    for (const std::string text :
+         {"", "!", "data:image/png;base64,", "iVBORw0KGgo=", "A", "AAAA=", "====", "AA=A"}) {
+        draw(text);
+    }
+    draw(base64(good) + "\n");
+    draw(base64(good.substr(0, good.size() / 2)));
+    draw(std::string(9'000'000, 'A'));
+    draw(base64(png(16385, 1024, 0)));  // one pixel row more than is allowed
+    say({{"d", "data:image/png;base64,"}});
+    say({{"d", {{"u", 7}}}});
+    EXPECT_EQ(drawings(), 0);
+    std::string prefixed;
+    for (int i = 0; i < 300'000; ++i)
+        prefixed += "data:image/png;base64,";
+    draw(prefixed + base64(good));
+    EXPECT_EQ(drawings(), 1);
+}
+
+TEST_F(AgentTest, AFloodOfDrawingsIsBounded) {
+    const std::string large = base64(png(4096, 4096, 0xFF000000));
+    for (int i = 0; i < 5; ++i)
+        draw(large);
+    EXPECT_EQ(drawings(), 2);
+    EXPECT_THAT(log.lines("[WARNING] Drawings: Too many drawings"), SizeIs(3));
+    advance(5s);
+    for (int i = 0; i < 200; ++i)
+        draw(base64(png(1, 1, 0)));
+    EXPECT_EQ(drawings(), 100);
+    platform->app.root.reset();
+    advance(5s);
+    draw(base64(png(1, 1, 0)));
+    EXPECT_EQ(drawings(), 0);
+    EXPECT_TRUE(log.contains("[WARNING] Drawings: Cannot show drawing"));
+    EXPECT_EQ(timers(), 0);
+}
+
+TEST_F(AgentTest, ClicksReachTheDeepestViewThatTakesThem) {
+    platform->app.screen.scale = 3;
+    const auto card = screen->add(NativeView::make({100, 100, 100, 100}, 0));
+    const auto button = card->add(NativeView::make({10, 10, 20, 20}, 0));
+    card->add(NativeView::make({0, 0, 100, 100}, 0));  // lets touches through
+    card->onTap = [this] { events.emplace_back("card"); };
+    button->onTap = [this] { events.emplace_back("button"); };
+    say({{"x", 345}, {"y", 345}});
+    say({{"x", 306.9}, {"y", 591}});
+    EXPECT_THAT(events, ElementsAre("button", "card"));
+    const auto misses = [this] { return log.lines("[WARNING] ClickUtil: View not found").size(); };
+    say({{"x", 10}, {"y", 10}});
+    say({{"x", -5}, {"y", 345}});
+    say({{"x", 9e15}, {"y", 345}});
+    EXPECT_EQ(misses(), 3);
+    platform->app.root.reset();
+    say({{"x", 345}, {"y", 345}});
+    EXPECT_EQ(misses(), 4);
+
+    say({{"x", 345}});
+    say({{"y", 345}});
+    say({{"x", "345"}, {"y", 345}});
+    say({{"x", 1e300}, {"y", 345}});
+    EXPECT_EQ(misses(), 4);
+}
+
+TEST_F(AgentTest, AllPartsOfAMessageAreFollowedInOrder) {
+    startSession();
+    screen->onTap = [this] { events.emplace_back("click"); };
+    Merovanta::panoptra().registerCallbacks({}, [this] {
+        events.emplace_back("stop");
+        EXPECT_TRUE(Merovanta::panoptra().connected());
+        EXPECT_FALSE(config().panoptraConfig->increasedPollingFrequency.has_value());
+    });
+    Injection::resolve<BidirectionalMessageParser>()->parse(
+        {{"d", {{"u", base64(png(1, 1, 0))}}},
+         {"x", 1},
+         {"y", 1},
+         {"a", "c"},
+         {"co", {{"s", true}, {"b", false}, {"opt", true}}}});
+    EXPECT_TRUE(config().panoptraConfig->increasedPollingFrequency.value_or(false));
+    advance(1s);
+    EXPECT_THAT(events, ElementsAre("click", "stop"));
+    EXPECT_EQ(drawings(), 1);
+    EXPECT_THAT(platform->alerts().presented, SizeIs(1));
+    // The session was closed, then started anew by force.
+    const auto inits = service.requests("POST", "api/in/im/c");
+    ASSERT_THAT(inits, SizeIs(2));
+    EXPECT_NE(inits[1].body.find(R"("init":true)"), std::string::npos);
+    EXPECT_THAT(service.requests("DELETE", "api/ix/m"), SizeIs(1));
+}
+
+TEST_F(AgentTest, TheVisitorIsAskedOnceAtATimeAndConsentIsReported) {
+    startSession();
+    const auto accepted = [this] {
+        std::size_t count = 0;
+        for (const auto& entry : service.requests("POST", "api/in/io/l"))
+            count += entry.body.find(R"("t":"ca")") != std::string::npos ? 1 : 0;
+        return count;
+    };
+    for (int i = 0; i < 3; ++i)
+        say({{"co", {{"opt", true}}}});
+    advance(1s);
+    const auto& alerts = platform->alerts().presented;
+    ASSERT_THAT(alerts, SizeIs(1));
+    EXPECT_EQ(alerts[0].title, "Share?");
+    EXPECT_EQ(alerts[0].message, "An agent asks.");
+    EXPECT_EQ(alerts[0].accept, "Yes");
+    EXPECT_EQ(alerts[0].decline, "No");
+    platform->alerts().answer(false);
+    advance(1s);
+    EXPECT_EQ(config().panoptraConfig->optIn, false);
+    EXPECT_EQ(accepted(), 1);  // that of the start
+
+    say({{"co", {{"opt", false}}}});
+    EXPECT_THAT(alerts, SizeIs(1));
+    say({{"co", {{"opt", true}}}});
+    ASSERT_THAT(alerts, SizeIs(2));
+    platform->alerts().answer(true);
+    advance(1s);
+    EXPECT_EQ(config().panoptraConfig->optIn, true);
+    EXPECT_EQ(accepted(), 2);
+}
+
+TEST_F(AgentTest, NobodyConsentsToAnEmptyQuestion) {
+    texts.erase("ui.confirm.accept");
+    say({{"co", {{"opt", true}}}});
+    advance(1s);
+    EXPECT_THAT(platform->alerts().presented, IsEmpty());
+    EXPECT_TRUE(log.contains("[WARNING] ConsentDialog: Cannot ask for consent"));
+    say({{"co", {{"opt", true}}}});
+    EXPECT_THAT(log.lines("[WARNING] ConsentDialog: Cannot ask for consent"), SizeIs(2));
+}
+
+TEST_F(AgentTest, Base64KnowsItsThreeEndings) {
+    for (const std::string text : {"", "f", "fo", "foo", "foob", std::string("\0\xFF\x7F\x80", 4).c_str()})
+        EXPECT_EQ(decodeBase64(base64(text)), text);
+    EXPECT_EQ(decodeBase64("Zg=="), "f");
+    EXPECT_EQ(PngDecoder::pixelCount(png(7, 5, 0)), 35);
+}
+
+}  // namespace
+}  // namespace merovanta::testing
