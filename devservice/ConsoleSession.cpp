@@ -30,8 +30,8 @@ json nowMilliseconds() {
 
 }  // namespace
 
-ConsoleSession::ConsoleSession(beast::tcp_stream stream, std::shared_ptr<void> slot,
-                               VisitorRegistry& visitors, const InitReply& initReply, const Faults& faults)
+ConsoleSession::ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
+                               const InitReply& initReply, const Faults& faults)
     : socket_(std::move(stream)),
       slot_(std::move(slot)),
       visitors_(visitors),

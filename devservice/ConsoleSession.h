@@ -3,7 +3,6 @@
 #include <array>
 #include <boost/beast/core/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/websocket/stream.hpp>
@@ -12,6 +11,7 @@
 #include <set>
 #include <string>
 
+#include "ClientStream.h"
 #include "Faults.h"
 #include "InitReply.h"
 #include "VisitorRegistry.h"
@@ -23,7 +23,7 @@ namespace merovanta::devservice {
 /// the current state.
 class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
  public:
-    ConsoleSession(boost::beast::tcp_stream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
+    ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
                    const InitReply& initReply, const Faults& faults);
 
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake);
@@ -51,7 +51,7 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     bool prepareFrame();
     void onSent(ErrorCode error);
 
-    boost::beast::websocket::stream<boost::beast::tcp_stream> socket_;
+    boost::beast::websocket::stream<ClientStream> socket_;
     std::shared_ptr<void> slot_;
     VisitorRegistry& visitors_;
     const InitReply& initReply_;

@@ -2,6 +2,7 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <cstdint>
 #include <optional>
@@ -46,6 +47,7 @@ class Server {
     boost::asio::io_context& context() { return context_; }
 
  private:
+    std::optional<std::string> loadCertificate();
     void accept();
     void retryAccept();
     void tick();
@@ -61,6 +63,7 @@ class Server {
     VisitorApi visitorApi_;
     ConsoleApi consoleApi_;
     ConnectionSlots slots_;
+    std::optional<boost::asio::ssl::context> tls_;
     std::uint16_t port_ = 0;
     // Connections live in the context's pending operations, so it goes before all that they refer to.
     boost::asio::io_context context_{1};

@@ -20,7 +20,7 @@ constexpr std::size_t kMaxIncomingBytes = 8U << 20U;
 constexpr std::size_t kMaxFrames = 64;
 }  // namespace
 
-VisitorSocket::VisitorSocket(beast::tcp_stream stream, std::shared_ptr<void> slot, Request opening,
+VisitorSocket::VisitorSocket(ClientStream stream, std::shared_ptr<void> slot, Request opening,
                              VisitorStreams& streams)
     : socket_(std::move(stream)), slot_(std::move(slot)), opening_(std::move(opening)), streams_(streams) {
     opening_.body = {};
