@@ -14,6 +14,7 @@
 #include "ClientStream.h"
 #include "Faults.h"
 #include "InitReply.h"
+#include "PresenceRegistry.h"
 #include "VisitorRegistry.h"
 
 namespace merovanta::devservice {
@@ -24,7 +25,7 @@ namespace merovanta::devservice {
 class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
  public:
     ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
-                   const InitReply& initReply, const Faults& faults);
+                   const PresenceRegistry& presences, const InitReply& initReply, const Faults& faults);
 
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake);
 
@@ -54,6 +55,7 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     boost::beast::websocket::stream<ClientStream> socket_;
     std::shared_ptr<void> slot_;
     VisitorRegistry& visitors_;
+    const PresenceRegistry& presences_;
     const InitReply& initReply_;
     const Faults& faults_;
     boost::beast::http::request<boost::beast::http::string_body> handshake_;

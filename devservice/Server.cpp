@@ -19,17 +19,18 @@ Server::Server(Options options, std::ostream& log)
     : options_(std::move(options)),
       hub_(options_.initReply, options_.faults),
       visitors_(hub_),
+      presences_([this] { hub_.visitorsChanged(); }),
       streams_(visitors_, recorder_),
       sockets_(streams_),
       log_(log, options_.logRequests),
-      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_),
-      consoleApi_(visitors_, sockets_, options_.initReply, options_.faults, hub_, OriginPolicy(options_.host),
-                  ConsoleAssets(options_.consoleDirectory)),
+      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_),
+      consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_,
+                  OriginPolicy(options_.host), ConsoleAssets(options_.consoleDirectory)),
       slots_(kMaxConnections),
       acceptor_(context_),
       tickTimer_(context_),
       acceptTimer_(context_) {
-    hub_.attach(visitors_);
+    hub_.attach(visitors_, presences_);
     options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
     consoleApi_.addRoutes(router_);
@@ -122,7 +123,8 @@ void Server::tick() {
     tickTimer_.expires_after(std::chrono::seconds(1));
     tickTimer_.async_wait([this](ErrorCode error) {
         if (error) return;
-        hub_.tick();
+        presences_.expire(currentMoment());
+        hub_.visitorsChanged();
         tick();
     });
 }

@@ -13,6 +13,7 @@
 #include "ConsoleApi.h"
 #include "ConsoleHub.h"
 #include "Options.h"
+#include "PresenceRegistry.h"
 #include "Recorder.h"
 #include "RequestLog.h"
 #include "Router.h"
@@ -56,6 +57,7 @@ class Server {
     Recorder recorder_;
     ConsoleHub hub_;
     VisitorRegistry visitors_;
+    PresenceRegistry presences_;
     VisitorStreams streams_;
     VisitorSockets sockets_;
     RequestLog log_;

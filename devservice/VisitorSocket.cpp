@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "SocketTimeouts.h"
-#include "Text.h"
 
 namespace merovanta::devservice {
 
@@ -82,9 +81,9 @@ bool VisitorSocket::takeNext() {
     }
     Visitor* visitor = replaced_ ? nullptr : streams_.find(opening_);
     if (visitor == nullptr) return false;
-    const auto message = visitor->takeAgentMessage();
+    auto message = visitor->takeAgentMessage();
     if (!message) return false;
-    current_ = {.payload = std::make_shared<const std::string>(toText(*message))};
+    current_ = {.payload = std::make_shared<const std::string>(std::move(*message))};
     return true;
 }
 
