@@ -73,6 +73,11 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
     };
 }
 
+void reportState(Qt::ApplicationState state) {
+    std::puts(state == Qt::ApplicationActive ? "in front" : "not in front");
+    std::fflush(stdout);
+}
+
 void startTour(Tour& tour) {
     QObject::connect(&tour, &Tour::roundFinished, [](int round) {
         std::printf("merovanta-bank: tour round %d finished\n", round);
@@ -114,7 +119,11 @@ int main(int argc, char** argv) {
     }
     std::optional<StallMeter> stalls;
     std::optional<Control> control;
-    if (options.control) control.emplace(controlCommands(*window, stalls.emplace()));
+    if (options.control) {
+        control.emplace(controlCommands(*window, stalls.emplace()));
+        reportState(QGuiApplication::applicationState());
+        QObject::connect(&app, &QGuiApplication::applicationStateChanged, reportState);
+    }
     if (options.exitAfter)
         QTimer::singleShot(*options.exitAfter, window, [window] { exitGracefully(*window); });
     return QGuiApplication::exec();
