@@ -2,17 +2,25 @@
 
 #include <nlohmann/json.hpp>
 
+#include "JsonBody.h"
 #include "Upgrade.h"
 
 namespace merovanta::devservice {
 
 using nlohmann::json;
 
-void ConsoleApi::add(Router& router, const char* method, const std::string& path, Router::Handler handler) {
-    router.add(method, path, [this, handler = std::move(handler)](const Request& request) {
+namespace {
+// Room for a drawing over a large screen.
+constexpr std::size_t kMaxMessageBytes = 4U << 20U;
+}  // namespace
+
+void ConsoleApi::add(Router& router, const char* method, const std::string& path, Router::Handler handler,
+                     std::size_t bodyLimit) {
+    const auto guarded = [this, handler = std::move(handler)](const Request& request) {
         if (!policy_.allows(request)) return Response::error(403, "the console answers only its own page");
         return handler(request);
-    });
+    };
+    router.add(method, path, guarded, bodyLimit);
 }
 
 void ConsoleApi::addRoutes(Router& router) {
@@ -28,6 +36,7 @@ void ConsoleApi::addRoutes(Router& router) {
         [this](const Request&) { return Response::json(visitors_.summaries(currentMoment())); });
     addFaultRoutes(router);
     addVisitorRoutes(router);
+    addPresenceRoutes(router);
     router.addWebSocket("/console/ws", [this](Upgrade& upgrade) -> std::optional<Response> {
         if (!policy_.allows(upgrade.request))
             return Response::error(403, "the console answers only its own page");
@@ -50,11 +59,13 @@ void ConsoleApi::addFaultRoutes(Router& router) {
 }
 
 void ConsoleApi::addVisitorRoutes(Router& router) {
-    const auto addForVisitor = [&](const char* method, const std::string& path, auto handler) {
-        add(router, method, "/console/api/visitors/*" + path, [this, handler](const Request& request) {
+    const auto addForVisitor = [&](const char* method, const std::string& path, auto handler,
+                                   std::size_t bodyLimit = Router::kDefaultBodyLimit) {
+        const auto forVisitor = [this, handler](const Request& request) {
             Visitor* visitor = visitors_.find(request.wildcards.front());
             return visitor == nullptr ? Response::error(404, "no such visitor") : handler(*visitor, request);
-        });
+        };
+        add(router, method, "/console/api/visitors/*" + path, forVisitor, bodyLimit);
     };
     addForVisitor("GET", "", [](Visitor& visitor, const Request&) {
         return Response::json(visitor.summary(currentMoment()));
@@ -67,11 +78,24 @@ void ConsoleApi::addVisitorRoutes(Router& router) {
         return Response{
             200, "image/jpeg", visitor.lastFrame()->jpeg, {{"Cross-Origin-Resource-Policy", "same-origin"}}};
     });
-    addForVisitor("POST", "/messages", [this](Visitor& visitor, const Request& request) {
+    const auto message = [this](Visitor& visitor, const Request& request) {
         return queueMessage(visitor, request);
-    });
+    };
+    addForVisitor("POST", "/messages", message, kMaxMessageBytes);
     addForVisitor("POST", "/frames",
                   [this](Visitor& visitor, const Request& request) { return sendFrame(visitor, request); });
+}
+
+void ConsoleApi::addPresenceRoutes(Router& router) {
+    const std::string path = "/console/api/present";
+    add(router, "GET", path, [this](const Request&) { return Response::json(presences_.toJson()); });
+    add(router, "POST", path + "/*/invitation", [this](const Request& request) {
+        Presence* presence = presences_.find(request.wildcards.front());
+        if (presence == nullptr) return Response::error(404, "the visitor has left");
+        if (!presence->listens) return Response::error(409, "the visitor's app takes no invitations");
+        presences_.invite(*presence, currentMoment());
+        return Response::json({{"queued", true}}, 202);
+    });
 }
 
 Response ConsoleApi::changeSettings(const Request& request) {
@@ -82,10 +106,11 @@ Response ConsoleApi::changeSettings(const Request& request) {
 }
 
 Response ConsoleApi::queueMessage(Visitor& visitor, const Request& request) {
-    json message = json::parse(request.body.begin(), request.body.end(), nullptr, false);
-    if (!message.is_object()) return Response::error(400, "the body is no JSON object");
+    const json message = parseObject(request.body);
+    if (message.is_discarded())
+        return Response::error(400, "the body is no JSON object, or nested too deeply");
     if (visitor.state() != Visitor::State::Live) return Response::error(409, "the visitor is not streaming");
-    if (!visitor.queueAgentMessage(std::move(message), currentMoment())) {
+    if (!visitor.queueAgentMessage(message, currentMoment())) {
         return Response::error(429, "too many messages are waiting for this visitor");
     }
     if (const auto socket = sockets_.find(visitor)) socket->sendNext();

@@ -11,7 +11,7 @@ std::optional<Response> ConsoleHub::open(Upgrade& upgrade) {
     std::erase_if(sessions_, [](const auto& session) { return session.expired(); });
     if (sessions_.size() >= kMaxSessions) return Response::error(503, "too many consoles are open");
     auto session = std::make_shared<ConsoleSession>(std::move(upgrade.stream), upgrade.slot, *visitors_,
-                                                    initReply_, faults_);
+                                                    *presences_, initReply_, faults_);
     sessions_.push_back(session);
     session->start(std::move(upgrade.handshake));
     return std::nullopt;
@@ -21,7 +21,7 @@ void ConsoleHub::settingsChanged() {
     forEach([](ConsoleSession& session) { session.settingsChanged(); });
 }
 
-void ConsoleHub::tick() {
+void ConsoleHub::visitorsChanged() {
     forEach([](ConsoleSession& session) { session.visitorsChanged(); });
 }
 

@@ -14,6 +14,7 @@
 namespace merovanta::devservice {
 
 class ConsoleSession;
+class PresenceRegistry;
 class VisitorRegistry;
 struct Upgrade;
 
@@ -24,16 +25,19 @@ class ConsoleHub : public VisitorObserver {
 
     ConsoleHub(const InitReply& initReply, const Faults& faults) : initReply_(initReply), faults_(faults) {}
 
-    /// To be called once before the first session; the registry itself needs the hub as its observer.
-    void attach(VisitorRegistry& visitors) { visitors_ = &visitors; }
+    /// To be called once before the first session; the registries themselves report to the hub.
+    void attach(VisitorRegistry& visitors, const PresenceRegistry& presences) {
+        visitors_ = &visitors;
+        presences_ = &presences;
+    }
 
     /// Takes the connection over, or answers why not.
     std::optional<Response> open(Upgrade& upgrade);
 
     /// The initialisation reply or the faults.
     void settingsChanged();
-    /// Sends fresh figures; to be called about once a second.
-    void tick();
+    /// Sends the whole list with fresh figures; to be called about once a second.
+    void visitorsChanged();
 
     void visitorChanged(const Visitor& visitor) override;
     void frameArrived(const Visitor& visitor) override;
@@ -45,6 +49,7 @@ class ConsoleHub : public VisitorObserver {
     const InitReply& initReply_;
     const Faults& faults_;
     VisitorRegistry* visitors_ = nullptr;
+    const PresenceRegistry* presences_ = nullptr;
     std::vector<std::weak_ptr<ConsoleSession>> sessions_;
 };
 

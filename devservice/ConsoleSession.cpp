@@ -30,11 +30,13 @@ json nowMilliseconds() {
 
 }  // namespace
 
-ConsoleSession::ConsoleSession(beast::tcp_stream stream, std::shared_ptr<void> slot,
-                               VisitorRegistry& visitors, const InitReply& initReply, const Faults& faults)
+ConsoleSession::ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
+                               const PresenceRegistry& presences, const InitReply& initReply,
+                               const Faults& faults)
     : socket_(std::move(stream)),
       slot_(std::move(slot)),
       visitors_(visitors),
+      presences_(presences),
       initReply_(initReply),
       faults_(faults) {}
 
@@ -130,8 +132,10 @@ bool ConsoleSession::prepareText() {
         message = {{"type", "settings"}, {"settings", initReply_.settings()}, {"faults", faults_.toJson()}};
     } else if (std::exchange(listDirty_, false)) {
         dirtyVisitors_.clear();
-        message = {
-            {"type", "visitors"}, {"complete", true}, {"visitors", visitors_.summaries(currentMoment())}};
+        message = {{"type", "visitors"},
+                   {"complete", true},
+                   {"visitors", visitors_.summaries(currentMoment())},
+                   {"present", presences_.toJson()}};
     } else if (!dirtyVisitors_.empty()) {
         message = {{"type", "visitors"}, {"complete", false}, {"visitors", json::array()}};
         for (const std::uint32_t number : std::exchange(dirtyVisitors_, {})) {

@@ -3,7 +3,6 @@
 #include <array>
 #include <boost/beast/core/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/websocket/stream.hpp>
@@ -12,8 +11,10 @@
 #include <set>
 #include <string>
 
+#include "ClientStream.h"
 #include "Faults.h"
 #include "InitReply.h"
+#include "PresenceRegistry.h"
 #include "VisitorRegistry.h"
 
 namespace merovanta::devservice {
@@ -23,8 +24,8 @@ namespace merovanta::devservice {
 /// the current state.
 class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
  public:
-    ConsoleSession(boost::beast::tcp_stream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
-                   const InitReply& initReply, const Faults& faults);
+    ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
+                   const PresenceRegistry& presences, const InitReply& initReply, const Faults& faults);
 
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake);
 
@@ -51,9 +52,10 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     bool prepareFrame();
     void onSent(ErrorCode error);
 
-    boost::beast::websocket::stream<boost::beast::tcp_stream> socket_;
+    boost::beast::websocket::stream<ClientStream> socket_;
     std::shared_ptr<void> slot_;
     VisitorRegistry& visitors_;
+    const PresenceRegistry& presences_;
     const InitReply& initReply_;
     const Faults& faults_;
     boost::beast::http::request<boost::beast::http::string_body> handshake_;

@@ -40,9 +40,9 @@ Response faultStatus(unsigned status) {
 
 }  // namespace
 
-HttpConnection::HttpConnection(asio::ip::tcp::socket socket, std::shared_ptr<void> slot, const Router& router,
+HttpConnection::HttpConnection(ClientStream stream, std::shared_ptr<void> slot, const Router& router,
                                Faults& faults, RequestLog& log, HttpTimeouts timeouts)
-    : stream_(std::move(socket)),
+    : stream_(std::move(stream)),
       slot_(std::move(slot)),
       router_(router),
       faults_(faults),
@@ -51,6 +51,13 @@ HttpConnection::HttpConnection(asio::ip::tcp::socket socket, std::shared_ptr<voi
       buffer_(kMaxHeadBytes),
       delay_(stream_.get_executor()) {}
 
+void HttpConnection::start() {
+    stream_.tcp().expires_after(timeouts_.head);
+    stream_.open([self = shared_from_this()](ErrorCode error) {
+        if (!error) self->readHead();
+    });
+}
+
 void HttpConnection::readHead() {
     parser_.emplace();
     parser_->header_limit(kMaxHeadBytes * 3);
@@ -58,7 +65,7 @@ void HttpConnection::readHead() {
     request_ = {};
     fault_.reset();
     distortion_ = {};
-    stream_.expires_after(timeouts_.head);
+    stream_.tcp().expires_after(timeouts_.head);
     asio::async_read_until(
         stream_, beast::ref(buffer_), "\r\n\r\n",
         [self = shared_from_this()](ErrorCode error, std::size_t bytes) { self->onHead(error, bytes); });
@@ -79,7 +86,7 @@ void HttpConnection::onHead(ErrorCode error, std::size_t bytes) {
     const auto expect = parser_->get()[http::field::expect];
     if (!beast::iequals(expect, "100-continue")) return readBody();
     static constexpr std::string_view proceed = "HTTP/1.1 100 Continue\r\n\r\n";
-    stream_.expires_after(timeouts_.reply);
+    stream_.tcp().expires_after(timeouts_.reply);
     asio::async_write(stream_, asio::buffer(proceed),
                       [self = shared_from_this()](ErrorCode failure, std::size_t) {
                           if (!failure) self->readBody();
@@ -103,14 +110,15 @@ bool HttpConnection::parseHead(std::size_t bytes) {
     request_.host = headerText(message, "Host");
     request_.origin = headerText(message, "Origin");
     request_.session = headerText(message, "X-QD-SSID");
+    request_.encrypted = stream_.isEncrypted();
     ErrorCode ignored;
-    const auto endpoint = stream_.socket().remote_endpoint(ignored);
+    const auto endpoint = stream_.tcp().socket().remote_endpoint(ignored);
     if (!ignored) request_.remoteAddress = endpoint.address().to_string();
     return true;
 }
 
 void HttpConnection::readBody() {
-    stream_.expires_after(timeouts_.body);
+    stream_.tcp().expires_after(timeouts_.body);
     http::async_read(stream_, buffer_, *parser_,
                      [self = shared_from_this()](ErrorCode error, std::size_t) { self->onBody(error); });
 }
@@ -146,7 +154,7 @@ void HttpConnection::serve() {
 }
 
 void HttpConnection::serveLate(std::chrono::milliseconds delay) {
-    stream_.expires_never();
+    stream_.tcp().expires_never();
     delay_.expires_after(delay);
     delay_.async_wait([self = shared_from_this()](ErrorCode error) {
         if (!error) self->answer();
@@ -155,7 +163,7 @@ void HttpConnection::serveLate(std::chrono::milliseconds delay) {
 
 void HttpConnection::drop() {
     log_.write(request_, request_.body.size(), 0);
-    stream_.close();
+    stream_.tcp().close();
 }
 
 void HttpConnection::answer() {
@@ -170,7 +178,7 @@ void HttpConnection::answer() {
 void HttpConnection::upgrade() {
     auto handshake = parser_->release();
     Upgrade upgrade{request_, handshake, stream_, slot_};
-    stream_.expires_never();
+    stream_.tcp().expires_never();
     auto refused = (*upgradeHandler_)(upgrade);
     if (refused) return reply(std::move(*refused), false);
     log_.write(request_, 0, 101);
@@ -197,7 +205,7 @@ void HttpConnection::reply(Response response, bool keepAlive) {
     if (distortion_.padding + distortion_.missing > 0) {
         response_.content_length(response_.body().size() + distortion_.padding + distortion_.missing);
     }
-    stream_.expires_after(timeouts_.reply);
+    stream_.tcp().expires_after(timeouts_.reply);
     http::async_write(stream_, response_,
                       [self = shared_from_this()](ErrorCode error, std::size_t) { self->onReply(error); });
 }
@@ -206,18 +214,16 @@ void HttpConnection::onReply(ErrorCode error) {
     if (error) return;
     if (distortion_.padding > 0) return sendPadding();
     if (response_.keep_alive()) return readHead();
-    stream_.socket().shutdown(asio::ip::tcp::socket::shutdown_send, error);
-    if (error) return;
-    stream_.expires_after(timeouts_.linger);
+    stream_.tcp().expires_after(timeouts_.linger);
     buffer_.clear();
-    linger();
+    stream_.finish([self = shared_from_this()](ErrorCode) { self->linger(); });
 }
 
 void HttpConnection::sendPadding() {
     static const std::string spaces(64U << 10U, ' ');
     const std::size_t bytes = std::min(distortion_.padding, spaces.size());
     distortion_.padding -= bytes;
-    stream_.expires_after(timeouts_.reply);
+    stream_.tcp().expires_after(timeouts_.reply);
     asio::async_write(stream_, asio::buffer(spaces.data(), bytes),
                       [self = shared_from_this()](ErrorCode error, std::size_t) { self->onReply(error); });
 }
@@ -225,11 +231,11 @@ void HttpConnection::sendPadding() {
 // Closing a socket with unread bytes resets it, and the client may never see the reply; so what it is still
 // sending is read and thrown away for a moment.
 void HttpConnection::linger() {
-    stream_.async_read_some(buffer_.prepare(kMaxHeadBytes),
-                            [self = shared_from_this()](ErrorCode error, std::size_t bytes) {
-                                self->lingered_ += bytes;
-                                if (!error && self->lingered_ < kMaxLingerBytes) self->linger();
-                            });
+    stream_.tcp().async_read_some(buffer_.prepare(kMaxHeadBytes),
+                                  [self = shared_from_this()](ErrorCode error, std::size_t bytes) {
+                                      self->lingered_ += bytes;
+                                      if (!error && self->lingered_ < kMaxLingerBytes) self->linger();
+                                  });
 }
 
 }  // namespace merovanta::devservice

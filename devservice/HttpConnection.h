@@ -1,10 +1,8 @@
 #pragma once
 
-#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
@@ -13,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+#include "ClientStream.h"
 #include "Faults.h"
 #include "HttpTimeouts.h"
 #include "Request.h"
@@ -26,10 +25,10 @@ namespace merovanta::devservice {
 /// pending.
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
  public:
-    HttpConnection(boost::asio::ip::tcp::socket socket, std::shared_ptr<void> slot, const Router& router,
-                   Faults& faults, RequestLog& log, HttpTimeouts timeouts);
+    HttpConnection(ClientStream stream, std::shared_ptr<void> slot, const Router& router, Faults& faults,
+                   RequestLog& log, HttpTimeouts timeouts);
 
-    void start() { readHead(); }
+    void start();
 
  private:
     using ErrorCode = boost::beast::error_code;
@@ -52,7 +51,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
     void sendPadding();
     void linger();
 
-    boost::beast::tcp_stream stream_;
+    ClientStream stream_;
     std::shared_ptr<void> slot_;
     const Router& router_;
     Faults& faults_;

@@ -13,10 +13,12 @@ constexpr std::string_view kHelp = R"(Usage: merovanta-devservice [OPTION]...
 
 The Merovanta development service: the endpoints that the library calls, and an
 agent console at "/", in one process. For demos and end-to-end tests only; it
-has no accounts, no encryption and no storage.
+has no accounts and no storage, and encryption only when asked.
 
   --host ADDRESS             listen on this address (127.0.0.1)
   --port PORT                listen on this port (8480); 0 chooses a free one
+  --tls-cert FILE            serve HTTPS and WSS only, with this certificate chain
+  --tls-key FILE             and this key, both PEM
   --log-requests             print a line for each request
   --record DIR               write each received picture and event to DIR
   --console-dir DIR          serve the console page from DIR, not the built-in one
@@ -102,6 +104,8 @@ const std::map<std::string_view, Setter>& valueOptions() {
         {"--host", [](Options& o, std::string_view v) { return set(o.host, v); }},
         {"--port", [](Options& o, std::string_view v) { return set(o.port, v); }},
         {"--record", [](Options& o, std::string_view v) { return set(o.recordDirectory, v); }},
+        {"--tls-cert", [](Options& o, std::string_view v) { return set(o.tlsCertificate, v); }},
+        {"--tls-key", [](Options& o, std::string_view v) { return set(o.tlsKey, v); }},
         {"--console-dir", [](Options& o, std::string_view v) { return set(o.consoleDirectory, v); }},
         {"--fault", [](Options& o, std::string_view v) { return o.faults.set(v); }},
         {"--reply-s", [](Options& o, std::string_view v) { return set(o.initReply.startMonitoring, v); }},
@@ -144,6 +148,9 @@ std::variant<Options, Options::Exit> Options::parse(int argc, const char* const*
         if (!option->second(options, *value)) {
             return mistake("option " + std::string(name) + " does not take \"" + std::string(*value) + "\"");
         }
+    }
+    if (options.tlsCertificate.empty() != options.tlsKey.empty()) {
+        return mistake("--tls-cert and --tls-key go together");
     }
     return options;
 }

@@ -18,6 +18,8 @@ struct Options {
     bool logRequests = false;
     std::filesystem::path consoleDirectory;
     std::filesystem::path recordDirectory;
+    /// PEM files; both empty without encryption.
+    std::filesystem::path tlsCertificate, tlsKey;
     InitReply initReply;
     Faults faults;
     HttpTimeouts timeouts;

@@ -22,7 +22,8 @@ bool OriginPolicy::allows(const Request& request) const {
     boost::system::error_code noAddress;
     boost::asio::ip::make_address(name, noAddress);
     if (noAddress && name != "localhost" && name != host_) return false;
-    return request.origin.empty() || request.origin == "http://" + request.host;
+    return request.origin.empty() ||
+           request.origin == (request.encrypted ? "https://" : "http://") + request.host;
 }
 
 }  // namespace merovanta::devservice

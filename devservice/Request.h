@@ -20,6 +20,7 @@ struct Request {
     /// The header X-QD-SSID.
     std::string session;
     std::string remoteAddress;
+    bool encrypted = false;
     /// Valid during the handler's call.
     std::string_view body;
 };

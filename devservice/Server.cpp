@@ -19,17 +19,18 @@ Server::Server(Options options, std::ostream& log)
     : options_(std::move(options)),
       hub_(options_.initReply, options_.faults),
       visitors_(hub_),
+      presences_([this] { hub_.visitorsChanged(); }),
       streams_(visitors_, recorder_),
       sockets_(streams_),
       log_(log, options_.logRequests),
-      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_),
-      consoleApi_(visitors_, sockets_, options_.initReply, options_.faults, hub_, OriginPolicy(options_.host),
-                  ConsoleAssets(options_.consoleDirectory)),
+      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_),
+      consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_,
+                  OriginPolicy(options_.host), ConsoleAssets(options_.consoleDirectory)),
       slots_(kMaxConnections),
       acceptor_(context_),
       tickTimer_(context_),
       acceptTimer_(context_) {
-    hub_.attach(visitors_);
+    hub_.attach(visitors_, presences_);
     options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
     consoleApi_.addRoutes(router_);
@@ -38,6 +39,9 @@ Server::Server(Options options, std::ostream& log)
 std::optional<std::string> Server::open() {
     if (!options_.recordDirectory.empty()) {
         if (auto problem = recorder_.open(options_.recordDirectory)) return problem;
+    }
+    if (!options_.tlsCertificate.empty()) {
+        if (auto problem = loadCertificate()) return problem;
     }
     const std::string where = options_.host + " port " + std::to_string(options_.port);
     ErrorCode error;
@@ -56,10 +60,23 @@ std::optional<std::string> Server::open() {
     return std::nullopt;
 }
 
+std::optional<std::string> Server::loadCertificate() {
+    using Context = asio::ssl::context;
+    tls_.emplace(Context::tls_server);
+    tls_->set_options(Context::default_workarounds | Context::no_sslv2 | Context::no_sslv3 |
+                      Context::no_tlsv1 | Context::no_tlsv1_1);
+    ErrorCode error;
+    tls_->use_certificate_chain_file(options_.tlsCertificate.string(), error);
+    if (error) return "cannot use certificate " + options_.tlsCertificate.string() + ": " + error.message();
+    tls_->use_private_key_file(options_.tlsKey.string(), Context::pem, error);
+    if (error) return "cannot use key " + options_.tlsKey.string() + ": " + error.message();
+    return std::nullopt;
+}
+
 std::string Server::url() const {
     const bool bracketed = options_.host.find(':') != std::string::npos;
     const std::string host = bracketed ? "[" + options_.host + "]" : options_.host;
-    return "http://" + host + ":" + std::to_string(port_) + "/";
+    return (tls_ ? "https://" : "http://") + host + ":" + std::to_string(port_) + "/";
 }
 
 void Server::run() {
@@ -85,8 +102,9 @@ void Server::accept() {
         socket.set_option(tcp::no_delay(true), ignored);
         // Beyond the bound the socket is closed as it goes out of scope.
         if (auto slot = slots_.acquire()) {
-            std::make_shared<HttpConnection>(std::move(socket), std::move(slot), router_, options_.faults,
-                                             log_, options_.timeouts)
+            std::make_shared<HttpConnection>(ClientStream(std::move(socket), tls_ ? &*tls_ : nullptr),
+                                             std::move(slot), router_, options_.faults, log_,
+                                             options_.timeouts)
                 ->start();
         }
         accept();
@@ -105,7 +123,8 @@ void Server::tick() {
     tickTimer_.expires_after(std::chrono::seconds(1));
     tickTimer_.async_wait([this](ErrorCode error) {
         if (error) return;
-        hub_.tick();
+        presences_.expire(currentMoment());
+        hub_.visitorsChanged();
         tick();
     });
 }

@@ -2,6 +2,7 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <cstdint>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "ConsoleApi.h"
 #include "ConsoleHub.h"
 #include "Options.h"
+#include "PresenceRegistry.h"
 #include "Recorder.h"
 #include "RequestLog.h"
 #include "Router.h"
@@ -46,6 +48,7 @@ class Server {
     boost::asio::io_context& context() { return context_; }
 
  private:
+    std::optional<std::string> loadCertificate();
     void accept();
     void retryAccept();
     void tick();
@@ -54,6 +57,7 @@ class Server {
     Recorder recorder_;
     ConsoleHub hub_;
     VisitorRegistry visitors_;
+    PresenceRegistry presences_;
     VisitorStreams streams_;
     VisitorSockets sockets_;
     RequestLog log_;
@@ -61,6 +65,7 @@ class Server {
     VisitorApi visitorApi_;
     ConsoleApi consoleApi_;
     ConnectionSlots slots_;
+    std::optional<boost::asio::ssl::context> tls_;
     std::uint16_t port_ = 0;
     // Connections live in the context's pending operations, so it goes before all that they refer to.
     boost::asio::io_context context_{1};

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <memory>
 
+#include "ClientStream.h"
 #include "Request.h"
 
 namespace merovanta::devservice {
@@ -14,7 +14,7 @@ namespace merovanta::devservice {
 struct Upgrade {
     const Request& request;
     boost::beast::http::request<boost::beast::http::string_body>& handshake;
-    boost::beast::tcp_stream& stream;
+    ClientStream& stream;
     /// Counts the connection; kept as long as the connection lives.
     std::shared_ptr<void> slot;
 };

@@ -19,6 +19,7 @@ constexpr std::size_t kMaxIdentifierBytes = 128;
 constexpr std::size_t kMaxPageBytes = 512;
 constexpr std::size_t kMaxPictureBytes = 2U << 20U;
 constexpr std::size_t kMaxQueuedMessages = 64;
+constexpr std::size_t kMaxQueuedBytes = 8U << 20U;
 constexpr int kMaxLabels = 20;
 constexpr std::chrono::seconds kWarningPause{10};
 
@@ -28,6 +29,16 @@ void take(std::string& target, const std::string& value) {
 
 json milliseconds(const std::optional<Moment>& moment) {
     return moment ? json(moment->time_since_epoch().count()) : json();
+}
+
+// A drawing as the timeline shows it: how large it is, in place of the picture itself.
+json withoutPicture(json message) {
+    const auto drawing = message.find("d");
+    if (drawing == message.end() || !drawing->is_object()) return message;
+    const auto picture = drawing->find("u");
+    if (picture == drawing->end() || !picture->is_string()) return message;
+    *picture = std::to_string(picture->get_ref<const std::string&>().size()) + " bytes";
+    return message;
 }
 
 const char* name(Visitor::State state) {
@@ -111,6 +122,7 @@ void Visitor::ended(Moment now) {
     state_ = State::Ended;
     endedAt_ = now;
     agentMessages_.clear();
+    agentMessageBytes_ = 0;
     add("end", "", now);
 }
 
@@ -133,25 +145,32 @@ void Visitor::identify(const std::string& visitorId, const std::string& visitId,
     take(shareId_, shareId);
 }
 
-bool Visitor::queueAgentMessage(json message, Moment now) {
+void Visitor::agentActed(const std::string& text, Moment now) {
+    add("agent", text, now);
+}
+
+bool Visitor::queueAgentMessage(const json& message, Moment now) {
+    std::string text = toText(message);
     if (agentMessages_.size() >= kMaxQueuedMessages) return false;
-    add("agent", toText(message), now);
-    agentMessages_.push_back(std::move(message));
+    if (text.size() > kMaxQueuedBytes - agentMessageBytes_) return false;
+    add("agent", toText(withoutPicture(message)), now);
+    agentMessageBytes_ += text.size();
+    agentMessages_.push_back(std::move(text));
     return true;
 }
 
-json Visitor::takeAgentMessages() {
-    json result = json::array();
-    for (json& message : agentMessages_)
-        result.push_back(std::move(message));
-    agentMessages_.clear();
+std::vector<std::string> Visitor::takeAgentMessages() {
+    std::vector<std::string> result;
+    while (auto message = takeAgentMessage())
+        result.push_back(std::move(*message));
     return result;
 }
 
-std::optional<json> Visitor::takeAgentMessage() {
+std::optional<std::string> Visitor::takeAgentMessage() {
     if (agentMessages_.empty()) return std::nullopt;
-    std::optional<json> result(std::move(agentMessages_.front()));
+    std::string result = std::move(agentMessages_.front());
     agentMessages_.pop_front();
+    agentMessageBytes_ -= result.size();
     return result;
 }
 

@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Frame.h"
 #include "InitRecord.h"
@@ -56,12 +57,14 @@ class Visitor {
     /// Takes over the identifiers that a stream request carries; empty ones change nothing.
     void identify(const std::string& visitorId, const std::string& visitId, const std::string& shareId);
 
-    /// Queues an agent's message; false when the queue is full.
-    bool queueAgentMessage(nlohmann::json message, Moment now);
-    /// The queued messages, removed from the queue.
-    nlohmann::json takeAgentMessages();
+    /// Notes what the agent did for this visitor, apart from messages.
+    void agentActed(const std::string& text, Moment now);
+    /// Queues an agent's message; false when the queue is full, by number or by bytes.
+    bool queueAgentMessage(const nlohmann::json& message, Moment now);
+    /// The queued messages as JSON texts, removed from the queue.
+    std::vector<std::string> takeAgentMessages();
     /// The oldest queued message, removed from the queue; nothing when none waits.
-    std::optional<nlohmann::json> takeAgentMessage();
+    std::optional<std::string> takeAgentMessage();
 
     std::uint32_t number() const { return number_; }
     const std::string& sessionId() const { return sessionId_; }
@@ -98,7 +101,8 @@ class Visitor {
     Timeline timeline_;
     std::shared_ptr<const Frame> lastFrame_;
     nlohmann::json userTag_;
-    std::deque<nlohmann::json> agentMessages_;
+    std::deque<std::string> agentMessages_;
+    std::size_t agentMessageBytes_ = 0;
     std::string lastWarning_;
     Moment lastWarningAt_{};
     VisitorObserver& observer_;

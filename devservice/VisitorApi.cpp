@@ -2,7 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "ChannelPoll.h"
 #include "InterfaceTexts.h"
+#include "JsonBody.h"
 #include "Text.h"
 
 namespace merovanta::devservice {
@@ -12,26 +14,15 @@ using nlohmann::json;
 
 constexpr std::size_t kMaxEventBytes = 8U << 20U;
 
-// Discarded when the body is no JSON object.
-json parseObject(std::string_view body) {
-    json value = json::parse(body.begin(), body.end(), nullptr, false);
-    return value.is_object() ? value : json(json::value_t::discarded);
-}
-
-std::string text(const json& object, const char* key) {
-    const auto found = object.find(key);
-    return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
-}
-
 std::string activityText(const json& record) {
-    const std::string type = text(record, "t");
+    const std::string type = textMember(record, "t");
     if (type == "cs") return "Co-browsing started";
     if (type == "ce") return "Co-browsing stopped";
     if (type == "ca") return "Co-browsing accepted";
     if (type == "cd") return "Co-browsing declined";
     std::string result = "Other activity";
     for (const char* key : {"t", "cc", "v"}) {
-        if (const std::string value = text(record, key); !value.empty()) result += ", " + value;
+        if (const std::string value = textMember(record, key); !value.empty()) result += ", " + value;
     }
     return result;
 }
@@ -51,6 +42,7 @@ void VisitorApi::addRoutes(Router& router) {
     router.add("POST", "/api/ix/m", to(&VisitorApi::receiveEvents), kMaxEventBytes);
     router.add("DELETE", "/api/ix/m", to(&VisitorApi::closeStream));
     router.add("POST", "/api/in/io/l", to(&VisitorApi::logActivity));
+    router.add("POST", "/api/in/co", to(&VisitorApi::pollChannels));
     router.add("GET", "/api/in/i18n", [](const Request& request) {
         return Response::json(interfaceTexts(request.target.value("lang")));
     });
@@ -65,6 +57,9 @@ Response VisitorApi::initialise(const Request& request) {
     const InitRecord record = InitRecord::parse(body);
     Visitor& visitor = visitors_.obtain(record.tenantId, record.sessionId, now);
     visitor.initialised(record, now);
+    if (presences_.takeDelivered(record.tenantId, record.visitorId, now)) {
+        visitor.agentActed("Invited to co-browse", now);
+    }
     VisitorStreams::checkSessionHeader(visitor, request, record.sessionId, now);
     recorder_.record(visitor, "init", request.body, now);
     return Response::json(initReply_.body(request.remoteAddress));
@@ -84,9 +79,11 @@ Response VisitorApi::receiveEvents(const Request& request) {
         case VisitorStreams::Receipt::Taken:
             break;
     }
-    const json messages = streams_.find(request)->takeAgentMessages();
+    std::string messages;
+    for (const std::string& message : streams_.find(request)->takeAgentMessages())
+        messages += (messages.empty() ? "[" : ",") + message;
     // Each element of the reply is a string that holds a JSON array of its own.
-    return Response::json(messages.empty() ? json::array() : json::array({toText(messages)}));
+    return Response::json(messages.empty() ? json::array() : json::array({messages + "]"}));
 }
 
 Response VisitorApi::closeStream(const Request& request) {
@@ -99,15 +96,24 @@ Response VisitorApi::logActivity(const Request& request) {
     const auto meta = body.find("m");
     const json none = json::object();
     const json& ids = meta != body.end() && meta->is_object() ? *meta : none;
-    const std::string sessionId = text(ids, "sId");
+    const std::string sessionId = textMember(ids, "sId");
     if (sessionId.empty()) return Response::json(none);
     // The first report of a session may come before its initialisation.
     const Moment now = currentMoment();
-    Visitor& visitor = visitors_.obtain(text(ids, "tId"), sessionId, now);
-    visitor.identify(text(ids, "vId"), "", "");
+    Visitor& visitor = visitors_.obtain(textMember(ids, "tId"), sessionId, now);
+    visitor.identify(textMember(ids, "vId"), "", "");
     visitor.activity(activityText(body), now);
     recorder_.record(visitor, "activity", request.body, now);
     return Response::json(none);
+}
+
+Response VisitorApi::pollChannels(const Request& request) {
+    const auto poll = ChannelPoll::parse(request.body);
+    if (!poll) return Response::error(400, "the body is no poll of channels");
+    const std::string visitorId = request.target.value("vId");
+    // Nobody whom a message could be meant for.
+    if (visitorId.empty()) return Response::json(json::array());
+    return Response::json(presences_.poll(request.target.value("tId"), visitorId, *poll, currentMoment()));
 }
 
 }  // namespace merovanta::devservice

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "InitReply.h"
+#include "PresenceRegistry.h"
 #include "Recorder.h"
 #include "Router.h"
 #include "VisitorRegistry.h"
@@ -13,12 +14,13 @@ namespace merovanta::devservice {
 class VisitorApi {
  public:
     VisitorApi(VisitorRegistry& visitors, const InitReply& initReply, Recorder& recorder,
-               VisitorStreams& streams, VisitorSockets& sockets)
+               VisitorStreams& streams, VisitorSockets& sockets, PresenceRegistry& presences)
         : visitors_(visitors),
           initReply_(initReply),
           recorder_(recorder),
           streams_(streams),
-          sockets_(sockets) {}
+          sockets_(sockets),
+          presences_(presences) {}
 
     void addRoutes(Router& router);
 
@@ -28,12 +30,14 @@ class VisitorApi {
     Response receiveEvents(const Request& request);
     Response closeStream(const Request& request);
     Response logActivity(const Request& request);
+    Response pollChannels(const Request& request);
 
     VisitorRegistry& visitors_;
     const InitReply& initReply_;
     Recorder& recorder_;
     VisitorStreams& streams_;
     VisitorSockets& sockets_;
+    PresenceRegistry& presences_;
 };
 
 }  // namespace merovanta::devservice

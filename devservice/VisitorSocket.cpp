@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "SocketTimeouts.h"
-#include "Text.h"
 
 namespace merovanta::devservice {
 
@@ -20,7 +19,7 @@ constexpr std::size_t kMaxIncomingBytes = 8U << 20U;
 constexpr std::size_t kMaxFrames = 64;
 }  // namespace
 
-VisitorSocket::VisitorSocket(beast::tcp_stream stream, std::shared_ptr<void> slot, Request opening,
+VisitorSocket::VisitorSocket(ClientStream stream, std::shared_ptr<void> slot, Request opening,
                              VisitorStreams& streams)
     : socket_(std::move(stream)), slot_(std::move(slot)), opening_(std::move(opening)), streams_(streams) {
     opening_.body = {};
@@ -82,9 +81,9 @@ bool VisitorSocket::takeNext() {
     }
     Visitor* visitor = replaced_ ? nullptr : streams_.find(opening_);
     if (visitor == nullptr) return false;
-    const auto message = visitor->takeAgentMessage();
+    auto message = visitor->takeAgentMessage();
     if (!message) return false;
-    current_ = {.payload = std::make_shared<const std::string>(toText(*message))};
+    current_ = {.payload = std::make_shared<const std::string>(std::move(*message))};
     return true;
 }
 

@@ -2,7 +2,6 @@
 
 #include <boost/beast/core/error.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/message.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/websocket/stream.hpp>
@@ -10,6 +9,7 @@
 #include <functional>
 #include <memory>
 
+#include "ClientStream.h"
 #include "Request.h"
 #include "SocketFrame.h"
 #include "VisitorStreams.h"
@@ -22,8 +22,7 @@ namespace merovanta::devservice {
 class VisitorSocket : public std::enable_shared_from_this<VisitorSocket> {
  public:
     /// `opening` is the request of the handshake.
-    VisitorSocket(boost::beast::tcp_stream stream, std::shared_ptr<void> slot, Request opening,
-                  VisitorStreams& streams);
+    VisitorSocket(ClientStream stream, std::shared_ptr<void> slot, Request opening, VisitorStreams& streams);
 
     /// Answers the handshake; `onOpen` runs when that is done, before anything is received.
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake,
@@ -57,7 +56,7 @@ class VisitorSocket : public std::enable_shared_from_this<VisitorSocket> {
     void onSent(ErrorCode error);
     void closed(ErrorCode error);
 
-    boost::beast::websocket::stream<boost::beast::tcp_stream> socket_;
+    boost::beast::websocket::stream<ClientStream> socket_;
     std::shared_ptr<void> slot_;
     Request opening_;
     VisitorStreams& streams_;

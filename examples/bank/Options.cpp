@@ -57,7 +57,13 @@ Options Options::parse(const QCoreApplication& app) {
     const QCommandLineOption screenshotDir(QStringLiteral("screenshot-dir"),
                                            QStringLiteral("Save a picture of each screen of the tour there."),
                                            QStringLiteral("DIR"));
-    parser.addOptions({server, tenant, token, start, tour, sentinel, exitAfter, screenshotDir});
+    const QCommandLineOption control(
+        QStringLiteral("control"),
+        QStringLiteral(
+            "Obey lines on standard input: start and stop share the screen or no longer, hide and show "
+            "send the app to the background and back, stalls tells for how long the GUI thread was "
+            "busy at most since the last time, quit ends the app."));
+    parser.addOptions({server, tenant, token, start, tour, sentinel, control, exitAfter, screenshotDir});
     parser.process(app);
 
     if (!parser.positionalArguments().isEmpty())
@@ -68,6 +74,7 @@ Options Options::parse(const QCoreApplication& app) {
     options.start = parser.isSet(start);
     options.tour = parser.isSet(tour);
     options.sentinel = parser.isSet(sentinel);
+    options.control = parser.isSet(control);
     if (parser.isSet(server)) options.server = parseServer(parser.value(server));
     if (parser.isSet(exitAfter)) options.exitAfter = parseSeconds(parser.value(exitAfter));
     if (parser.isSet(screenshotDir)) options.screenshotDir = parser.value(screenshotDir);

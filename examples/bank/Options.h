@@ -14,6 +14,7 @@ struct Options {
     bool start = false;
     bool tour = false;
     bool sentinel = false;
+    bool control = false;
     std::optional<std::chrono::milliseconds> exitAfter;
     std::optional<QString> screenshotDir;
 

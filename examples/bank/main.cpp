@@ -9,8 +9,10 @@
 #include <QTimer>
 #include <cstdio>
 
+#include "Control.h"
 #include "Options.h"
 #include "ServiceProbe.h"
+#include "StallMeter.h"
 #include "Tour.h"
 
 using namespace std::chrono_literals;
@@ -44,12 +46,36 @@ QString configureMerovanta(const Options& options) {
 }
 
 // A running session says goodbye to the service by a request, which needs the event loop a moment longer.
-void exitGracefully(const QObject& window) {
+void exitGracefully(QObject& window) {
     if (!window.property("sharing").toBool()) return QCoreApplication::quit();
-    merovanta::Merovanta::panoptra().stop();
+    QMetaObject::invokeMethod(&window, "stopSharing");
     auto* farewell = new QTimer(qApp);
     QObject::connect(farewell, &QTimer::timeout, qApp, &QCoreApplication::quit);
     farewell->start(250ms);
+}
+
+QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallMeter& meter) {
+    return {
+        {"start", [&window] { QMetaObject::invokeMethod(&window, "startSharing"); }},
+        {"stop", [&window] { QMetaObject::invokeMethod(&window, "stopSharing"); }},
+        {"hide", [&window] { window.hide(); }},
+        {"show",
+         [&window] {
+             window.show();
+             window.requestActivate();
+         }},
+        {"stalls",
+         [&meter] {
+             std::printf("longest stall %lld ms\n", static_cast<long long>(meter.takeLongest().count()));
+             std::fflush(stdout);
+         }},
+        {"quit", [&window] { exitGracefully(window); }},
+    };
+}
+
+void reportState(Qt::ApplicationState state) {
+    std::puts(state == Qt::ApplicationActive ? "in front" : "not in front");
+    std::fflush(stdout);
 }
 
 void startTour(Tour& tour) {
@@ -90,6 +116,13 @@ int main(int argc, char** argv) {
     if (options.tour) {
         tour.emplace(window, options.screenshotDir);
         startTour(*tour);
+    }
+    std::optional<StallMeter> stalls;
+    std::optional<Control> control;
+    if (options.control) {
+        control.emplace(controlCommands(*window, stalls.emplace()));
+        reportState(QGuiApplication::applicationState());
+        QObject::connect(&app, &QGuiApplication::applicationStateChanged, reportState);
     }
     if (options.exitAfter)
         QTimer::singleShot(*options.exitAfter, window, [window] { exitGracefully(*window); });

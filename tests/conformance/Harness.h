@@ -86,6 +86,22 @@ class Harness {
     /// A URL where nobody listens.
     [[nodiscard]] virtual std::string deadUrl() = 0;
 
+    /// Starts a peer for sockets that takes every connection; its URL, without a path.
+    [[nodiscard]] virtual std::string serveSockets() = 0;
+    // What the peer does on its newest connection; without a code that one breaks.
+    virtual void sendText(const std::string& text) = 0;
+    virtual void sendData(const std::string& data) = 0;
+    virtual void endSocket(std::optional<int> closeCode) = 0;
+    /// The newest connection's request; of the URL at least the path.
+    [[nodiscard]] virtual HttpRequest socketRequest() = 0;
+    [[nodiscard]] virtual std::vector<std::string> socketReceived() = 0;
+    /// The code with which the newest connection was closed from here.
+    [[nodiscard]] virtual std::optional<int> socketCloseCode() = 0;
+
+    /// The user turns to the application, and to something else.
+    virtual void becomeActive() = 0;
+    virtual void resignActive() = 0;
+
     /// All that the user defaults have on the disk, in any form.
     [[nodiscard]] virtual std::string savedDefaults() = 0;
 };

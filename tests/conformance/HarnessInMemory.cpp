@@ -23,7 +23,11 @@ class HarnessInMemory : public Harness {
             pass(1ms);
         return condition();
     }
-    void pass(std::chrono::milliseconds duration) override { mPlatform.time->advance(duration); }
+    void pass(std::chrono::milliseconds duration) override {
+        for (const auto& peer : mPlatform.webSockets().peers)
+            peer->accept();
+        mPlatform.time->advance(duration);
+    }
     std::chrono::nanoseconds now() const override { return mPlatform.time->now(); }
     void stall(std::chrono::milliseconds /*duration*/) override {}
 
@@ -62,6 +66,19 @@ class HarnessInMemory : public Harness {
     std::vector<HttpRequest> received() override { return mPlatform.httpSession().requests; }
     std::string deadUrl() override { return "http://nobody.example"; }
 
+    std::string serveSockets() override { return "ws://peer.example"; }
+    void sendText(const std::string& text) override { socketPeer().sendText(text); }
+    void sendData(const std::string& data) override { socketPeer().sendData(data); }
+    void endSocket(std::optional<int> closeCode) override {
+        socketPeer().fail({.code = closeCode, .description = "ended"});
+    }
+    HttpRequest socketRequest() override { return socketPeer().request; }
+    std::vector<std::string> socketReceived() override { return socketPeer().received; }
+    std::optional<int> socketCloseCode() override { return socketPeer().closeCode; }
+
+    void becomeActive() override { mPlatform.app.becomeActive(); }
+    void resignActive() override { mPlatform.app.resignActive(); }
+
     std::string savedDefaults() override {
         std::string all;
         for (const auto& [key, value] : mPlatform.userDefaults().synchronized())
@@ -86,6 +103,8 @@ class HarnessInMemory : public Harness {
         }
         return nullptr;
     }
+
+    inmemory::WebSocketPeerInMemory& socketPeer() { return *mPlatform.webSockets().peers.back(); }
 
     inmemory::PlatformInMemory mPlatform;
     std::shared_ptr<NativeController> mHidden;

@@ -12,6 +12,7 @@
 
 #include "Harness.h"
 #include "HttpPeerQt.h"
+#include "qt/SocketPeerQt.h"
 
 namespace merovanta::conformance {
 
@@ -129,6 +130,31 @@ class HarnessQuick : public Harness {
     std::vector<HttpRequest> received() override { return mPeer->received(); }
     std::string deadUrl() override { return HttpPeerQt(200, {}).url(); }
 
+    std::string serveSockets() override {
+        mSocketPeer = std::make_unique<test::SocketPeerQt>();
+        return mSocketPeer->url();
+    }
+    void sendText(const std::string& text) override { mSocketPeer->sendText(text); }
+    void sendData(const std::string& data) override { mSocketPeer->sendData(data); }
+    void endSocket(std::optional<int> closeCode) override { mSocketPeer->end(closeCode); }
+    HttpRequest socketRequest() override {
+        HttpRequest request{.url = mSocketPeer->request.url().toEncoded().toStdString()};
+        const auto names = mSocketPeer->request.rawHeaderList();
+        for (const auto& name : names) {
+            request.headers.emplace_back(name.toStdString(),
+                                         mSocketPeer->request.rawHeader(name).toStdString());
+        }
+        return request;
+    }
+    std::vector<std::string> socketReceived() override { return mSocketPeer->received; }
+    std::optional<int> socketCloseCode() override { return mSocketPeer->closeCode; }
+
+    void becomeActive() override { Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive); }
+    void resignActive() override {
+        for (const auto state : {Qt::ApplicationInactive, Qt::ApplicationHidden, Qt::ApplicationSuspended})
+            Q_EMIT qGuiApp->applicationStateChanged(state);
+    }
+
     std::string savedDefaults() override {
         QFile file(QSettings().fileName());
         return file.open(QFile::ReadOnly) ? file.readAll().toStdString() : std::string();
@@ -140,6 +166,7 @@ class HarnessQuick : public Harness {
     QQmlEngine mEngine;
     std::unique_ptr<QQuickWindow> mWindow;
     std::unique_ptr<HttpPeerQt> mPeer;
+    std::unique_ptr<test::SocketPeerQt> mSocketPeer;
 };
 
 }  // namespace

@@ -38,7 +38,8 @@ TEST(Options, MistakesEndTheProgram) {
                                                       {"--port", "65536"},
                                                       {"--port", "12x"},
                                                       {"--reply-s", "yes"},
-                                                      {"--fault", "co=boom"}}) {
+                                                      {"--fault", "co=boom"},
+                                                      {"--tls-cert", "x.pem"}}) {
         EXPECT_EQ(exitCode(mistake), 2) << mistake.front();
     }
 }

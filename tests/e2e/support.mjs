@@ -68,8 +68,9 @@ class Process {
 
   constructor(t, command, args, env = {}) {
     this.child = spawn(command, args, {
-      detached: true, stdio: ['ignore', 'pipe', 'pipe'], env: { ...process.env, ...env },
+      detached: true, stdio: ['pipe', 'pipe', 'pipe'], env: { ...process.env, ...env },
     });
+    this.child.stdin.on('error', () => {});  // Ended before it read everything: seen elsewhere.
     this.ended = new Promise((resolve) => {
       this.child.once('error', (error) => resolve(error.message));
       this.child.once('close', (code, signal) => resolve(code ?? signal));
@@ -87,12 +88,16 @@ class Process {
     return this.ended;
   }
 
-  line(pattern, seconds) {
+  line(pattern, seconds, from = 0) {
     return eventually(`a line ${pattern}`, () => {
-      const found = this.out.find((line) => pattern.test(line));
+      const found = this.out.slice(from).find((line) => pattern.test(line));
       if (!found) this.assertRunning();
       return found;
     }, seconds);
+  }
+
+  say(command) {
+    this.child.stdin.write(`${command}\n`);
   }
 
   assertRunning() {
@@ -159,19 +164,49 @@ export class Service extends Process {
   visitor(seconds) {
     return eventually('a visitor', async () => (await this.visitors()).at(0), seconds);
   }
+
+  /** Makes endpoints misbehave; those not named behave well. */
+  async setFaults(faults) {
+    const url = new URL('console/api/faults', this.url);
+    await fetch(url, { method: 'DELETE' });
+    const reply = await fetch(url, { method: 'PUT', body: JSON.stringify(faults) });
+    assert.equal(reply.status, 200, await reply.text());
+  }
 }
 
 /** The example app. */
 export class App extends Process {
-  /** @param display "offscreen" or "opengl": a virtual screen with the threaded render loop */
-  static start(t, host, args, display = 'offscreen') {
+  static start(t, host, args, display) {
+    return App.open(t, host, ['--start', ...args], display);
+  }
+
+  /**
+   * Without a session.
+   * @param display "offscreen" or "opengl": a virtual screen with the threaded render loop
+   */
+  static open(t, host, args, display = 'offscreen') {
     const home = temporaryDirectory(t);
-    const options = ['--server', host, '--start', '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
+    const options = ['--server', host, '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
     const env = { HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
     if (display === 'offscreen') return new App(t, process.env.BANK, options, { ...env, ...OFFSCREEN });
     return new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
       ...env, QT_QPA_PLATFORM: 'xcb', QSG_RENDER_LOOP: 'threaded', QSG_INFO: '1',
     });
+  }
+
+  /** Forgets the lines so far: what is asked for next is about those that follow. */
+  turnPage() {
+    this.out.length = 0;
+    this.err.length = 0;
+  }
+
+  /** For how many milliseconds the GUI thread was busy at most since the last question. */
+  async longestStall() {
+    const pattern = /^longest stall (\d+) ms$/;
+    const asked = this.out.length;
+    this.say('stalls');
+    const answer = await this.line(pattern, undefined, asked);
+    return Number(answer.match(pattern)[1]);
   }
 
   /** Lines that tell of something that went wrong, except those expected. */

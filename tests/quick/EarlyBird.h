@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "Platform/Timer.h"
+#include "Platform/WebSocket.h"
 
 namespace merovanta::test {
 
@@ -12,7 +13,9 @@ struct EarlyBird {
     std::atomic<bool> task = false;
     std::atomic<bool> timer = false;
     std::atomic<bool> completion = false;
+    std::atomic<bool> socketError = false;
     std::unique_ptr<Timer> handle;
+    std::unique_ptr<WebSocket> socket;
 };
 
 [[nodiscard]] EarlyBird& earlyBird();

@@ -13,7 +13,7 @@ namespace {
 
 TEST(Life, WhatWasAskedBeforeTheApplicationHappensInIt) {
     const auto& bird = merovanta::test::earlyBird();
-    EXPECT_TRUE(eventually([&] { return bird.task && bird.timer && bird.completion; }));
+    EXPECT_TRUE(eventually([&] { return bird.task && bird.timer && bird.completion && bird.socketError; }));
 }
 
 TEST(Life, TheEndIsQuiet) {

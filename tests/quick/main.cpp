@@ -4,11 +4,13 @@
 #include <QtCore/QSettings>
 #include <QtCore/QTemporaryDir>
 #include <QtGui/QGuiApplication>
+#include <cstdlib>
 #include <cstring>
 
 #include "EarlyBird.h"
 #include "RogueServer.h"
 #include "Scene.h"
+#include "qt/SocketPeerQt.h"
 
 using merovanta::platform::current;
 using merovanta::test::RogueServer;
@@ -29,6 +31,10 @@ void askEarly() {
     current().mainQueue().async([&] { bird.task = true; });
     bird.handle =
         current().timers().schedule(std::chrono::milliseconds(1), false, [&] { bird.timer = true; });
+    bird.socket = current().webSockets().create({.url = "nowhere"}, {.didDisconnect = [&](const auto& error) {
+                                                    bird.socketError = error.has_value();
+                                                }});
+    bird.socket->connect();
     current().httpSession().execute({.url = "nowhere"},
                                     [&](const merovanta::HttpReply&) { bird.completion = true; });
 }
@@ -37,6 +43,9 @@ void useEverything() {
     current().mainQueue().async([] {});
     current().workQueue().async([] { QThread::msleep(50); });
     current().httpSession().execute({.url = "http://127.0.0.1:1/"}, [](const merovanta::HttpReply&) {});
+    const auto resign = current().application().observeWillResignActive([] {});
+    const auto dropped = current().webSockets().create({.url = "ws://127.0.0.1:1/"}, {});
+    dropped->connect();
     current().userDefaults().set("key", "value");
     current().userDefaults().synchronize();
     current().application().keyWindowRootViewController();
@@ -50,6 +59,7 @@ int endInTheMiddle(int argc, char** argv) {
     std::unique_ptr<merovanta::Timer> timer;
     std::shared_ptr<merovanta::View> view;
     std::unique_ptr<merovanta::TapRecognizer> recognizer;
+    std::unique_ptr<merovanta::WebSocket> socket;
     {
         const QGuiApplication application(argc, argv);
         merovanta::test::Scene scene("ApplicationWindow {}");
@@ -60,12 +70,21 @@ int endInTheMiddle(int argc, char** argv) {
         recognizer->attach(*view);
         timer = current().timers().schedule(std::chrono::milliseconds(1), true, [] {});
         current().httpSession().execute({.url = server.url()}, [](const merovanta::HttpReply&) {});
+        const merovanta::test::SocketPeerQt peer;
+        bool isOpen = false;
+        socket = current().webSockets().create(
+            {.url = peer.url()},
+            {.didConnect = [&] { isOpen = true; }, .didDisconnect = [](const auto&) { std::abort(); }});
+        socket->connect();
+        if (!merovanta::test::eventually([&] { return isOpen; })) return 1;
         QTest::qWait(50);
         useEverything();
         current().screenCapture().capture(
             view, {}, [] { return std::vector<merovanta::MaskArea>(); },
             [](const std::optional<merovanta::CapturedFrame>&) {});
     }
+    socket->write("late");
+    socket->disconnect(1000);
     useEverything();
     current().screenCapture().capture(
         view, {}, [] { return std::nullopt; }, [](const auto&) {});

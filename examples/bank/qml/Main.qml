@@ -18,10 +18,18 @@ ApplicationWindow {
     title: qsTr("Alderbrook Bank")
     color: Theme.background
 
+    function startSharing(): void {
+        shareSession.start();
+    }
+
+    function stopSharing(): void {
+        shareSession.stop();
+    }
+
     Component.onCompleted: {
         Privacy.sentinel = sentinel;
         if (shareAtOnce)
-            shareSession.start();
+            startSharing();
     }
 
     // Transitions run on the GUI thread, where the masks are computed.

@@ -26,7 +26,9 @@ nlohmann::ordered_json VisitorMetadata::toJson() const {
 
 Result<VisitorMetadata> VisitorMetadata::decode(const nlohmann::json& json) {
     VisitorMetadata metadata;
-    metadata.tenantId = metadata.visitorId = metadata.sessionId = std::nullopt;
+    metadata.tenantId.reset();
+    metadata.visitorId.reset();
+    metadata.sessionId.reset();
     JsonFields fields(json);
     fields.optional("tId", metadata.tenantId);
     fields.optional("vId", metadata.visitorId);

@@ -1,25 +1,17 @@
 #include "Qt/Foundation/HttpExchangeQt.h"
 
-#include <QtCore/QUrl>
 #include <QtNetwork/QNetworkRequest>
-#include <algorithm>
 #include <chrono>
 #include <utility>
+#include <variant>
+
+#include "Qt/Foundation/RequestQt.h"
 
 namespace merovanta::qt {
 
 namespace {
 
 constexpr const char* tooLarge = "Reply is too large";
-
-QByteArray bytesOf(const std::string& text) {
-    return {text.data(), static_cast<qsizetype>(text.size())};
-}
-
-/// A line break in a header would smuggle in others, or a second request.
-bool isHeaderSafe(const std::string& text) {
-    return std::none_of(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
-}
 
 QNetworkReply* send(QNetworkAccessManager& manager, const QNetworkRequest& request, const HttpRequest& from) {
     const QByteArray body = bytesOf(from.body);
@@ -45,19 +37,13 @@ HttpExchangeQt::HttpExchangeQt(QObject* parent, HttpSession::Completion completi
     : QObject(parent), mCompletion(std::move(completion)) {}
 
 void HttpExchangeQt::start(QNetworkAccessManager& manager, const HttpRequest& request) {
-    const QUrl url = QUrl::fromEncoded(bytesOf(request.url), QUrl::StrictMode);
-    const bool isHttp = url.scheme() == u"http" || url.scheme() == u"https";
-    if (!url.isValid() || !isHttp || url.host().isEmpty()) return fail("Unsupported URL");
-
-    QNetworkRequest native(url);
+    auto checked = nativeRequest(request, {u"http", u"https"});
+    if (auto* const refusal = std::get_if<StringError>(&checked)) return fail(std::move(refusal->mMsg));
+    auto& native = std::get<QNetworkRequest>(checked);
     native.setTransferTimeout(
         static_cast<int>(std::chrono::duration_cast<std::chrono::milliseconds>(request.timeout).count()));
     native.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     native.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    for (const auto& [name, value] : request.headers) {
-        if (name.empty() || !isHeaderSafe(name) || !isHeaderSafe(value)) return fail("Malformed header");
-        native.setRawHeader(bytesOf(name), bytesOf(value));
-    }
 
     mReply = send(manager, native, request);
     mReply->setParent(this);

@@ -1,68 +1,37 @@
 #include "Qt/Foundation/HttpSessionQt.h"
 
-#include <QtCore/QMetaObject>
+#include <QtNetwork/QNetworkAccessManager>
 #include <utility>
 
-#include "Qt/Foundation/HttpWorkerQt.h"
+#include "Qt/Foundation/ApplicationLifeQt.h"
+#include "Qt/Foundation/HttpExchangeQt.h"
+#include "Qt/Foundation/NetworkThreadQt.h"
+#include "Qt/Foundation/ProxyFactoryQt.h"
 
 namespace merovanta::qt {
 
-HttpSessionQt::HttpSessionQt() {
-    ApplicationLifeQt::instance().add(*this);
+namespace {
+
+QNetworkAccessManager& managerOf(QObject& owner) {
+    auto* manager = owner.findChild<QNetworkAccessManager*>({}, Qt::FindDirectChildrenOnly);
+    if (manager == nullptr) {
+        manager = new QNetworkAccessManager(&owner);
+        manager->setProxyFactory(new ProxyFactoryQt());
+    }
+    return *manager;
 }
 
-HttpSessionQt::~HttpSessionQt() {
-    ApplicationLifeQt::instance().remove(*this);
-    if (mThread) applicationEnding();
-}
+}  // namespace
 
 void HttpSessionQt::execute(HttpRequest request, Completion completion) {
-    const std::scoped_lock lock(mMutex);
-    if (mWorker) {
-        post(std::move(request), std::move(completion));
-    } else if (ApplicationLifeQt::instance().phase() == ApplicationLifeQt::Phase::before) {
-        mEarly.emplace_back([this, request = std::move(request), completion = std::move(completion)] {
-            post(request, completion);
-        });
-    }
-}
-
-void HttpSessionQt::post(HttpRequest request, Completion completion) {
-    if (!mThread->isRunning()) mThread->start();
-    QMetaObject::invokeMethod(
-        mWorker,
-        [worker = mWorker, request = std::move(request), completion = std::move(completion)] {
-            worker->execute(request, completion);
-        },
-        Qt::QueuedConnection);
-}
-
-void HttpSessionQt::applicationStarted() {
-    const std::scoped_lock lock(mMutex);
-    mThread = std::make_unique<QThread>();
-    mThread->setObjectName(QStringLiteral("Merovanta HTTP"));
-    mWorker = new HttpWorkerQt();
-    mWorker->moveToThread(mThread.get());
-    QObject::connect(mThread.get(), &QThread::finished, mWorker, &QObject::deleteLater);
-    for (const auto& request : std::exchange(mEarly, {}))
-        request();
-}
-
-void HttpSessionQt::applicationEnding() {
-    std::unique_ptr<QThread> thread;
-    HttpWorkerQt* worker = nullptr;
-    {
-        const std::scoped_lock lock(mMutex);
-        thread = std::move(mThread);
-        worker = std::exchange(mWorker, nullptr);
-    }
-    if (!thread->isRunning()) {
-        delete worker;
-        return;
-    }
-    worker->stop();
-    thread->quit();
-    thread->wait();
+    auto complete = [completion = std::move(completion)](HttpReply reply) {
+        const auto phase = ApplicationLifeQt::instance().phase();
+        if (phase == ApplicationLifeQt::Phase::running) completion(std::move(reply));
+    };
+    mThread.post([request = std::move(request), complete = std::move(complete)](QObject& owner) {
+        auto* const exchange = new HttpExchangeQt(&owner, complete);
+        exchange->start(managerOf(owner), request);
+    });
 }
 
 }  // namespace merovanta::qt

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QUrl>
 #include <QtNetwork/QNetworkProxyFactory>
 
 namespace merovanta::qt {
@@ -8,6 +9,9 @@ namespace merovanta::qt {
 class ProxyFactoryQt final : public QNetworkProxyFactory {
  public:
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override;
+
+    /// The proxy that leads a connection of the URL's kind ("ws:" or "wss:") through to its host.
+    [[nodiscard]] static QNetworkProxy tunnelTo(QUrl url);
 };
 
 }  // namespace merovanta::qt

@@ -4,6 +4,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickWindow>
+#include <utility>
 
 #include "Qt/Foundation/VendorQt.h"
 #include "Qt/Quick/ClassNamesQuick.h"
@@ -29,7 +30,29 @@ QQuickWindow* keyWindow() {
     return nullptr;
 }
 
+class ObservationQuick final : public Observation {
+ public:
+    ObservationQuick(const ActivityQuick& activity, void (ActivityQuick::*signal)(),
+                     std::function<void()> observer) {
+        // The connection keeps the observer while it runs, also when it destroys its own observation.
+        QObject::connect(&activity, signal, &mContext, std::move(observer));
+    }
+
+ private:
+    QObject mContext;
+};
+
 }  // namespace
+
+std::unique_ptr<Observation> ApplicationQuick::observeWillResignActive(std::function<void()> observer) {
+    return std::make_unique<ObservationQuick>(mActivity, &ActivityQuick::willResignActive,
+                                              std::move(observer));
+}
+
+std::unique_ptr<Observation> ApplicationQuick::observeDidBecomeActive(std::function<void()> observer) {
+    return std::make_unique<ObservationQuick>(mActivity, &ActivityQuick::didBecomeActive,
+                                              std::move(observer));
+}
 
 std::shared_ptr<ViewController> ApplicationQuick::keyWindowRootViewController() {
     QQuickWindow* const window = keyWindow();

@@ -1,16 +1,24 @@
 #pragma once
 
 #include "Platform/Application.h"
+#include "Qt/Quick/ActivityQuick.h"
 
 namespace merovanta::quick {
 
 class ApplicationQuick final : public Application {
  public:
+    [[nodiscard]] std::unique_ptr<Observation> observeWillResignActive(
+        std::function<void()> observer) override;
+    [[nodiscard]] std::unique_ptr<Observation> observeDidBecomeActive(
+        std::function<void()> observer) override;
     [[nodiscard]] std::shared_ptr<ViewController> keyWindowRootViewController() override;
     [[nodiscard]] Screen mainScreen() override;
     [[nodiscard]] std::vector<std::string> preferredLanguages() override;
     [[nodiscard]] std::optional<std::string> identifierForVendor() override;
     [[nodiscard]] bool classExists(std::string_view name) override;
+
+ private:
+    ActivityQuick mActivity;
 };
 
 }  // namespace merovanta::quick

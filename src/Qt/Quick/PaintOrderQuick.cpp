@@ -14,4 +14,12 @@ QList<QQuickItem*> inPaintOrder(const QQuickItem& item) {
     return children;
 }
 
+double zInFrontOfAll(const QQuickItem& item) {
+    double front = zBehindPopups + 1;
+    const auto children = item.childItems();
+    for (const QQuickItem* child : children)
+        front = std::max(front, child->z());
+    return front + 1;
+}
+
 }  // namespace merovanta::quick

@@ -9,4 +9,10 @@ namespace merovanta::quick {
 /// The children of an item, back to front.
 [[nodiscard]] QList<QQuickItem*> inPaintOrder(const QQuickItem& item);
 
+/// Where Controls puts the layer of its popups is one higher.
+constexpr double zBehindPopups = 1'000'000;
+
+/// Of a further child of this item that is to cover all others, popups too.
+[[nodiscard]] double zInFrontOfAll(const QQuickItem& item);
+
 }  // namespace merovanta::quick

@@ -5,9 +5,11 @@
 #include "Qt/Foundation/ClockQt.h"
 #include "Qt/Foundation/HttpSessionQt.h"
 #include "Qt/Foundation/MainQueueQt.h"
+#include "Qt/Foundation/NetworkThreadQt.h"
 #include "Qt/Foundation/RandomQt.h"
 #include "Qt/Foundation/TimerFactoryQt.h"
 #include "Qt/Foundation/UserDefaultsQt.h"
+#include "Qt/Foundation/WebSocketFactoryQt.h"
 #include "Qt/Foundation/WorkQueueQt.h"
 #include "Qt/Quick/ApplicationQuick.h"
 #include "Qt/Quick/ScreenCaptureQuick.h"
@@ -27,6 +29,7 @@ class PlatformQuick final : public Platform {
     Clock& clock() override { return mClock; }
     Random& random() override { return mRandom; }
     HttpSession& httpSession() override { return mHttpSession; }
+    WebSocketFactory& webSockets() override { return mWebSockets; }
     UserDefaults& userDefaults() override { return mUserDefaults; }
     Bundle& bundle() override { return mBundle; }
 
@@ -35,7 +38,9 @@ class PlatformQuick final : public Platform {
     qt::MainQueueQt mMainQueue;
     qt::UserDefaultsQt mUserDefaults;
     qt::WorkQueueQt mWorkQueue;
-    qt::HttpSessionQt mHttpSession;
+    qt::NetworkThreadQt mNetworkThread;
+    qt::HttpSessionQt mHttpSession{mNetworkThread};
+    qt::WebSocketFactoryQt mWebSockets{mNetworkThread, mMainQueue};
     qt::TimerFactoryQt mTimers;
     qt::BundleQt mBundle;
     qt::ClockQt mClock;

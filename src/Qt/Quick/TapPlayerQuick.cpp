@@ -1,0 +1,102 @@
+#include "Qt/Quick/TapPlayerQuick.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
+#include <QtCore/QScopedValueRollback>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPointingDevice>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <algorithm>
+#include <chrono>
+// The public interface does not show an item's handlers.
+#include <private/qquickitem_p.h>
+#include <private/qquickpointerdevicehandler_p.h>
+
+#include "Qt/Quick/AlertQuick.h"
+#include "Qt/Quick/PaintOrderQuick.h"
+#include "Qt/Quick/PopupsQuick.h"
+#include "Qt/Quick/ViewQuick.h"
+
+namespace merovanta::quick {
+
+namespace {
+
+/// A device of its own keeps the taps apart from what the visitor's mouse is doing. It stays for good:
+/// handlers remember the device of the last tap.
+const QPointingDevice& device() {
+    static const auto* const device =
+        new QPointingDevice(QStringLiteral("agent"), 0, QInputDevice::DeviceType::Mouse,
+                            QPointingDevice::PointerType::Generic, QInputDevice::Capability::Position, 1, 1);
+    return *device;
+}
+
+bool takesTouches(const QQuickPointerHandler& handler) {
+    const auto* const ofDevices = qobject_cast<const QQuickPointerDeviceHandler*>(&handler);
+    return ofDevices != nullptr && handler.enabled() &&
+           ofDevices->acceptedDevices().testFlag(QInputDevice::DeviceType::Mouse) &&
+           ofDevices->acceptedButtons().testFlag(Qt::LeftButton) && !handler.inherits("QQuickWheelHandler");
+}
+
+bool takesTouches(const QQuickItem& item, const QQuickWindow& window) {
+    // The layer of the popups lets through what hits no popup, unless one of them is modal.
+    if (item.inherits("QQuickOverlay")) return topmostModalPopup(window) != nullptr;
+    // Some classes have an "enabled" of their own beside the item's.
+    if (item.acceptedMouseButtons().testFlag(Qt::LeftButton) && item.property("enabled").toBool())
+        return true;
+    const auto& extra = QQuickItemPrivate::get(&item)->extra;
+    if (!extra.isAllocated()) return false;
+    const auto& handlers = extra->pointerHandlers;
+    return std::any_of(handlers.begin(), handlers.end(),
+                       [](const QQuickPointerHandler* handler) { return takesTouches(*handler); });
+}
+
+/// Goes the way of the window's own delivery: front to back.
+bool findsTaker(const QQuickItem& item, QPointF scene, const QQuickWindow& window) {
+    if (!item.isVisible() || !item.isEnabled()) return false;
+    const QPointF place = item.mapFromScene(scene);
+    if (item.clip() && !item.clipRect().contains(place)) return false;
+    const auto children = inPaintOrder(item);
+    return std::any_of(children.rbegin(), children.rend(),
+                       [&](const QQuickItem* child) { return findsTaker(*child, scene, window); }) ||
+           (item.contains(place) && takesTouches(item, window));
+}
+
+bool isOnlyForVisitor(const QQuickWindow& window) {
+    const QWindow* const modal = QGuiApplication::modalWindow();
+    if (modal != nullptr && modal != &window && !modal->isAncestorOf(&window)) return true;
+    const QObject* const popup = topmostModalPopup(window);
+    return popup != nullptr && AlertQuick::isAlert(*popup);
+}
+
+void send(QQuickWindow& window, QEvent::Type type, QPointF scene) {
+    const auto buttons = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    // The source tells recognisers that it was not the visitor.
+    QMouseEvent event(type, scene, scene, window.mapToGlobal(scene), Qt::LeftButton, buttons, Qt::NoModifier,
+                      Qt::MouseEventSynthesizedByApplication, &device());
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    event.setTimestamp(
+        static_cast<quint64>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()));
+    QCoreApplication::sendEvent(&window, &event);
+}
+
+}  // namespace
+
+bool TapPlayerQuick::tap(const View& root, const Point& point) {
+    const QQuickItem* const item = ViewQuick::itemOf(root);
+    QQuickWindow* const window = item == nullptr ? nullptr : item->window();
+    if (mIsTapping || window == nullptr || !window->isVisible() || isOnlyForVisitor(*window)) return false;
+    // True for no NaN.
+    const bool isInside = point.x >= 0 && point.x < item->width() && point.y >= 0 && point.y < item->height();
+    if (!isInside) return false;
+    const QPointF scene = item->mapToScene({point.x, point.y});
+    if (!findsTaker(*window->contentItem(), scene, *window)) return false;
+    const QScopedValueRollback tapping(mIsTapping, true);
+    const QPointer<QQuickWindow> alive(window);
+    send(*window, QEvent::MouseButtonPress, scene);
+    if (alive) send(*window, QEvent::MouseButtonRelease, scene);
+    return true;
+}
+
+}  // namespace merovanta::quick
