@@ -32,6 +32,11 @@ PanoptraQuick* MerovantaQuick::panoptra() {
     return mPanoptra;
 }
 
+CoBrowsingQuick* MerovantaQuick::coBrowsing() {
+    if (mCoBrowsing == nullptr) mCoBrowsing = new CoBrowsingQuick(this);
+    return mCoBrowsing;
+}
+
 ConfigurationQuick* MerovantaQuick::configuration() {
     if (mConfiguration == nullptr) mConfiguration = new ConfigurationQuick(this);
     return mConfiguration;

@@ -4,6 +4,7 @@
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 
+#include "Qt/Quick/CoBrowsingQuick.h"
 #include "Qt/Quick/ConfigurationQuick.h"
 #include "Qt/Quick/PanoptraQuick.h"
 
@@ -17,6 +18,7 @@ class MerovantaQuick final : public QObject {
     QML_ATTACHED(MerovantaQuick)
     Q_PROPERTY(int tag READ tag WRITE setTag NOTIFY tagChanged FINAL)
     Q_PROPERTY(merovanta::quick::PanoptraQuick* panoptra READ panoptra CONSTANT FINAL)
+    Q_PROPERTY(merovanta::quick::CoBrowsingQuick* coBrowsing READ coBrowsing CONSTANT FINAL)
     Q_PROPERTY(merovanta::quick::ConfigurationQuick* configuration READ configuration CONSTANT FINAL)
 
  public:
@@ -30,6 +32,7 @@ class MerovantaQuick final : public QObject {
     [[nodiscard]] int tag() const { return mTag; }
     void setTag(int tag);
     [[nodiscard]] PanoptraQuick* panoptra();
+    [[nodiscard]] CoBrowsingQuick* coBrowsing();
     [[nodiscard]] ConfigurationQuick* configuration();
 
     Q_INVOKABLE void initConfig(const QString& tenantId, const QString& token);
@@ -40,6 +43,7 @@ class MerovantaQuick final : public QObject {
  private:
     int mTag = 0;
     PanoptraQuick* mPanoptra = nullptr;
+    CoBrowsingQuick* mCoBrowsing = nullptr;
     ConfigurationQuick* mConfiguration = nullptr;
 };
 

@@ -11,9 +11,13 @@
 #include "Qt/Foundation/UserDefaultsQt.h"
 #include "Qt/Foundation/WebSocketFactoryQt.h"
 #include "Qt/Foundation/WorkQueueQt.h"
+#include "Qt/Quick/AlertFactoryQuick.h"
 #include "Qt/Quick/ApplicationQuick.h"
+#include "Qt/Quick/ImageOverlayFactoryQuick.h"
 #include "Qt/Quick/ScreenCaptureQuick.h"
+#include "Qt/Quick/TapPlayerQuick.h"
 #include "Qt/Quick/TapRecognizerFactoryQuick.h"
+#include "Qt/Quick/WidgetViewFactoryQuick.h"
 
 namespace merovanta::quick {
 
@@ -23,6 +27,10 @@ class PlatformQuick final : public Platform {
     Application& application() override { return mApplication; }
     ScreenCapture& screenCapture() override { return mScreenCapture; }
     TapRecognizerFactory& tapRecognizers() override { return mTapRecognizers; }
+    TapPlayer& tapPlayer() override { return mTapPlayer; }
+    ImageOverlayFactory& imageOverlays() override { return mImageOverlays; }
+    AlertFactory& alerts() override { return mAlerts; }
+    WidgetViewFactory& widgets() override { return mWidgets; }
     MainQueue& mainQueue() override { return mMainQueue; }
     WorkQueue& workQueue() override { return mWorkQueue; }
     TimerFactory& timers() override { return mTimers; }
@@ -47,6 +55,10 @@ class PlatformQuick final : public Platform {
     qt::RandomQt mRandom;
     ApplicationQuick mApplication;
     TapRecognizerFactoryQuick mTapRecognizers;
+    TapPlayerQuick mTapPlayer;
+    ImageOverlayFactoryQuick mImageOverlays;
+    AlertFactoryQuick mAlerts;
+    WidgetViewFactoryQuick mWidgets;
     ScreenCaptureQuick mScreenCapture{mMainQueue};
 };
 
