@@ -37,11 +37,8 @@ struct Fault {
     static std::optional<Fault> make(std::string_view kind, std::optional<std::size_t> value,
                                      std::optional<std::size_t> count);
 
-    /// Whether the request does not reach its handler at all.
-    bool replacesReply() const { return kind == Kind::Drop || kind == Kind::Status; }
-
     /// Whether the reply's body is not what it should be.
-    bool changesBody() const { return !replacesReply() && kind != Kind::Delay; }
+    bool changesBody() const { return kind != Kind::Delay && kind != Kind::Drop && kind != Kind::Status; }
 
     /// Makes the body what the kind says.
     Distortion distort(Response& response) const;

@@ -119,7 +119,10 @@ void VisitorSocket::onSent(ErrorCode error) {
 void VisitorSocket::closed(ErrorCode error) {
     open_ = false;
     if (replaced_) return;
-    const bool handshake = error == websocket::error::closed;
+    // A client that does not wait for the answer to its close frame makes that fail; the frame came all the
+    // same.
+    const bool handshake =
+        error == websocket::error::closed || socket_.reason().code != websocket::close_code::none;
     streams_.disconnected(opening_,
                           handshake ? "Code " + std::to_string(socket_.reason().code) : "Connection lost");
 }

@@ -2,8 +2,6 @@ import { byId, element } from './dom.js';
 import { shareCode, visitorState } from './visitorState.js';
 import * as format from './format.js';
 
-// The picture is one third of the captured screen, and taps are in the screen's device pixels.
-const DEVICE_PIXELS_PER_PICTURE_PIXEL = 3;
 const TAP_SHOWN_MS = 2600;
 const MOST_TAPS = 24;
 
@@ -59,13 +57,15 @@ export class PhoneView {
     this.#veil.hidden = this.#phone.dataset.state !== 'ended';
   }
 
-  /** Draws a tap: {x, y} in device pixels, `picture` the size of the picture it was made on. */
-  tap({ x, y }, picture) {
-    if (!picture) return;
-    const left = x / DEVICE_PIXELS_PER_PICTURE_PIXEL / picture.width;
-    const top = y / DEVICE_PIXELS_PER_PICTURE_PIXEL / picture.height;
+  /** The shown picture's size, null while there is none. */
+  get picture() {
+    return this.#hasPicture ? { width: this.#canvas.width, height: this.#canvas.height } : null;
+  }
+
+  /** Marks a tap at a place given as fractions of the screen. */
+  mark({ left, top }, className = '') {
     if (left < 0 || left > 1 || top < 0 || top > 1) return;
-    const mark = element('span', 'tap');
+    const mark = element('span', `tap ${className}`);
     mark.style.left = `${left * 100}%`;
     mark.style.top = `${top * 100}%`;
     this.#taps.append(mark);

@@ -55,6 +55,5 @@ export class SessionHead {
     byId('transport').hidden = visitor.transport !== 'websocket';
     for (const [key, , value] of FACTS) setText(this.#values.get(key), value(visitor, now));
     this.#values.get('session').title = visitor.sessionId;
-    for (const id of ['faster', 'force']) byId(id).disabled = visitor.state !== 'live';
   }
 }

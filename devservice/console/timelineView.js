@@ -1,3 +1,4 @@
+import { describe } from './agentMessages.js';
 import { byId, element } from './dom.js';
 import * as format from './format.js';
 
@@ -7,6 +8,7 @@ const FILTERS = [
   ['all', 'All', () => true],
   ['pages', 'Pages', (kind) => ['page', 'init', 'connect', 'disconnect', 'end'].includes(kind)],
   ['taps', 'Taps', (kind) => kind === 'tap'],
+  ['agent', 'Agent', (kind) => kind === 'agent'],
   ['tags', 'Tags', (kind) => ['tag', 'userTag', 'activity'].includes(kind)],
   ['warnings', 'Warnings', (kind) => kind === 'warning'],
 ];
@@ -15,11 +17,6 @@ function userTag(detail) {
   const name = [detail.firstname, detail.lastname].filter(Boolean).join(' ');
   const rest = [detail.email, detail.id && `id ${detail.id}`, detail.assignedUser && `agent ${detail.assignedUser}`];
   return [name, ...rest, ...(detail.label ?? []).map((label) => `#${label}`)].filter(Boolean).join(' · ');
-}
-
-function agentMessage(text) {
-  const known = { '{"co":{"b":true}}': 'Faster polling', '{"co":{"s":true}}': 'Force start' };
-  return known[text] ?? text;
 }
 
 // Kind to [title, text].
@@ -34,7 +31,7 @@ const WORDING = {
   userTag: (e) => ['Visitor identified', userTag(e.detail)],
   picture: (e) => ['Picture', `${e.text} px`],
   activity: (e) => ['Activity', e.text],
-  agent: (e) => ['Sent by agent', agentMessage(e.text)],
+  agent: (e) => ['Agent', describe(e.text)],
   warning: (e) => ['Warning', e.text],
 };
 

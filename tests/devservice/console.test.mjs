@@ -136,6 +136,138 @@ test('a visitor who comes back under new ids is followed', async () => {
   await shown(240, 180, 20);
 });
 
+/** A visitor on view whose screen is 1170 by 2532 pixels, and what it gets when it fetches next. */
+async function watched(shareId, on = page) {
+  const visitor = new FakeVisitor(url, { shareId });
+  await visitor.start();
+  await visitor.send(event.screenshot(0, await picture('rgb(240, 240, 240)')));
+  await on.getByRole('button', { name: new RegExp(shareId) }).click();
+  await on.locator('.surface:not([data-mode="off"])').waitFor();
+  const next = async () => {
+    for (;;) {
+      const messages = await visitor.send(event.ping(1000));
+      if (messages.length > 0) return messages;
+    }
+  };
+  return { visitor, next };
+}
+
+/** A drawing's size and its pixels at places given as fractions. */
+function drawn([{ d }], ...places) {
+  return page.evaluate(async ([source, spots]) => {
+    const image = await createImageBitmap(new Blob([Uint8Array.from(atob(source.split(',')[1]), (c) => c.charCodeAt(0))]));
+    const context = new OffscreenCanvas(image.width, image.height).getContext('2d', { willReadFrequently: true });
+    context.drawImage(image, 0, 0);
+    const pixels = spots.map(([x, y]) => [...context.getImageData(x * image.width, y * image.height, 1, 1).data]);
+    return { size: [image.width, image.height], pixels };
+  }, [d.u, places]);
+}
+
+async function drag(on, from, to) {
+  const box = await on.locator('#surface').boundingBox();
+  const at = ([x, y]) => [box.x + x * box.width, box.y + y * box.height];
+  await on.mouse.move(...at(from));
+  await on.mouse.down();
+  await on.mouse.move(...at(to), { steps: 6 });
+  await on.mouse.up();
+}
+
+test('device pixels follow from the picture and the announced points', async () => {
+  const sizes = await page.evaluate(async () => {
+    const { deviceSize } = await import('/console/screenGeometry.js');
+    const size = (pw, ph, w, h) => Object.values(deviceSize({ width: pw, height: ph }, { width: w, height: h }));
+    // Exact, rounded down, turned, of another screen than announced, and not announced.
+    return [size(390, 844, 390, 844), size(333, 600, 500, 900), size(844, 390, 390, 844), size(300, 200, 800, 800), size(10, 20, 0, 0)];
+  });
+  assert.deepEqual(sizes, [[1170, 2532], [1000, 1800], [2532, 1170], [900, 600], [30, 60]]);
+});
+
+test('the agent taps in the app by mouse and by keyboard', async () => {
+  const { next } = await watched('61001');
+  const box = await page.locator('#surface').boundingBox();
+  const [x, y] = [Math.round(box.x + box.width * 0.25), Math.round(box.y + box.height * 0.75)];
+  await page.mouse.click(x, y);
+  await page.locator('.tap-agent').waitFor({ state: 'attached' });
+  const tap = { x: Math.floor(((x - box.x) / box.width) * 1170), y: Math.floor(((y - box.y) / box.height) * 2532) };
+  assert.deepEqual(await next(), [tap]);
+  await entry(`Tap at ${tap.x}, ${tap.y} px`).waitFor();
+
+  await page.getByRole('application', { name: 'Touch surface' }).focus();
+  await page.keyboard.press('Enter');
+  for (const key of ['ArrowRight', 'ArrowRight', 'Shift+ArrowDown']) await page.keyboard.press(key);
+  await page.getByText(/Crosshair at 602, \d+ px/).waitFor();
+  await page.keyboard.press('Enter');
+  const [{ x: across, y: down }] = await next();
+  assert.equal(across, 602);
+  assert.ok(Math.abs(down - (1266 + 0.08 * 1170)) <= 3, `${down}`);
+  await drag(page, [0.2, 0.2], [0.6, 0.6]);
+  await page.getByRole('button', { name: 'Ask for consent' }).click();
+  assert.deepEqual(await next(), [{ co: { opt: true } }], 'a drag is no tap');
+});
+
+test('the agent draws over the app', async () => {
+  const { next } = await watched('61002');
+  await page.getByRole('radio', { name: 'Draw' }).check();
+  await page.getByRole('radio', { name: 'Blue' }).check();
+  await drag(page, [0.2, 0.5], [0.8, 0.5]);
+  const blue = await drawn(await next(), [0.5, 0.5], [0.1, 0.5], [0.5, 0.6]);
+  assert.deepEqual(blue, { size: [1170, 2532], pixels: [[29, 111, 242, 255], [0, 0, 0, 0], [0, 0, 0, 0]] });
+  await entry(/Drawing, \d+ bytes/).waitFor();
+
+  await page.getByLabel('Send on release').uncheck();
+  await page.getByRole('radio', { name: 'Red' }).check();
+  await drag(page, [0.2, 0.2], [0.8, 0.2]);
+  await drag(page, [0.2, 0.7], [0.8, 0.7]);
+  await page.getByRole('button', { name: 'Undo' }).click();
+  await drag(page, [0.2, 0.9], [0.8, 0.9]);
+  await page.getByRole('button', { name: 'Send drawing' }).click();
+  const red = await drawn(await next(), [0.5, 0.2], [0.5, 0.7], [0.5, 0.9], [0.5, 0.5]);
+  assert.deepEqual(red.pixels.map((pixel) => pixel[3]), [255, 0, 255, 0]);
+  assert.equal(await page.getByRole('button', { name: 'Send drawing' }).isDisabled(), true);
+  await page.getByLabel('Send on release').check();
+  await page.getByRole('radio', { name: 'Tap' }).check();
+});
+
+test('closing a session is confirmed first', async () => {
+  const { next } = await watched('61003');
+  const dialog = page.getByRole('dialog', { name: 'Close the session?' });
+  await page.getByRole('button', { name: 'Close', exact: true }).click();
+  await dialog.getByRole('button', { name: 'Cancel' }).click();
+  await page.getByRole('button', { name: 'Force start' }).click();
+  await page.getByRole('button', { name: 'Close', exact: true }).click();
+  await dialog.getByRole('button', { name: 'Close session' }).click();
+  await entry('Close session').waitFor();
+  assert.deepEqual(await next(), [{ co: { s: true } }, { a: 'c' }]);
+});
+
+test('a visitor is joined by its share code', async () => {
+  const code = page.getByLabel('Join by share code');
+  const join = page.getByRole('button', { name: 'Join' });
+  await code.fill('9999x9');
+  assert.equal(await code.inputValue(), '99999');
+  await join.click();
+  await page.getByRole('alert').getByText('No visitor has the share code 99999.').waitFor();
+  await code.fill('11 111');
+  await code.press('Enter');
+  await page.locator('.session-head').getByText('11111').waitFor();
+  assert.equal(await page.locator('#join-error').isHidden(), true);
+});
+
+test('a present visitor is invited and its session opens', async () => {
+  const visitor = Object.assign(new FakeVisitor(url, { shareId: '62001', page: 'HomePage' }), { customerId: 'ada' });
+  assert.deepEqual(await visitor.poll(), []);
+  await page.getByText(/HomePage · Here since/).waitFor();
+  await page.getByRole('button', { name: 'Invite: visitor ada' }).click();
+  await page.getByText('Waits for the next poll').waitFor();
+  assert.deepEqual(await visitor.poll(), [{ c: 'SCB', p: '{}' }]);
+  await page.getByText('Invitation delivered').waitFor();
+  assert.deepEqual(await visitor.poll(), []);
+  await visitor.start();
+  await page.locator('.session-head').getByText('62001').waitFor();
+  await entry('Invited to co-browse').waitFor();
+  await page.getByRole('heading', { name: /Present, no session/ }).waitFor({ state: 'hidden' });
+});
+
 test('what the service replies can be set', async () => {
   await page.getByRole('button', { name: 'Start reply' }).click();
   await page.getByLabel('Ignore the visitor').check();
@@ -175,11 +307,30 @@ test('faults are set, counted down and cleared', async () => {
   assert.equal(await health(), 200);
 });
 
-test('it fits a phone', async () => {
-  await page.setViewportSize({ width: 390, height: 844 });
-  const overflow = await page.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
+test('it fits a phone and takes touches', async () => {
+  const phone = await browser.newPage({ viewport: { width: 390, height: 844 }, hasTouch: true, isMobile: true });
+  await phone.goto(url);
+  const { next } = await watched('63001', phone);
+  const surface = phone.locator('#surface');
+  await surface.scrollIntoViewIfNeeded();
+  await surface.tap();
+  const [{ x }] = await next();
+  assert.ok(Math.abs(x - 585) <= 4, `${x}`);
+
+  await phone.getByRole('radio', { name: 'Draw' }).tap();
+  const overflow = await phone.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
   assert.ok(overflow <= 0, `the page is ${overflow} pixels too wide`);
-  await page.getByRole('button', { name: 'Start reply' }).waitFor();
+  const box = await surface.boundingBox();
+  const devtools = await phone.context().newCDPSession(phone);
+  const touch = (type, ...places) => devtools.send('Input.dispatchTouchEvent', {
+    type, touchPoints: places.map((top) => ({ x: box.x + box.width / 2, y: box.y + box.height * top })),
+  });
+  await touch('touchStart', 0.3);
+  for (const top of [0.4, 0.5, 0.6]) await touch('touchMove', top);
+  await touch('touchEnd');
+  const { pixels } = await drawn(await next(), [0.5, 0.45], [0.5, 0.7]);
+  assert.deepEqual(pixels.map((pixel) => pixel[3]), [255, 0]);
+  await phone.close();
 });
 
 test('nothing went wrong in the browser', () => {

@@ -86,6 +86,14 @@ export class FakeVisitor {
     return reply.flatMap((text) => JSON.parse(text));
   }
 
+  /** Polls the channels; returns the messages on them. */
+  poll(channels = ['S', 'SCB']) {
+    const status = JSON.stringify({ u: this.page, t: 'CONFERENCE', dT: 'MOBILE', cId: this.customerId, sId: this.sessionId });
+    const query = new URLSearchParams({ tId: this.tenant, vId: this.visitorId, sId: this.sessionId, cId: '' });
+    const body = JSON.stringify({ c: channels, m: [{ c: 'S', p: status }], ad: `joinedTimestamp=${this.started}` });
+    return this.request(`${this.service}api/in/co?${query}`, { method: 'POST', body });
+  }
+
   stop() {
     return this.request(this.streamUrl, { method: 'DELETE' });
   }

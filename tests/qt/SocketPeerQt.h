@@ -25,6 +25,8 @@ class SocketPeerQt {
         mSocket->flush();
         return mSocket->bytesToWrite() > 0;
     }
+    /// A frame is taken off only when it is there as a whole, which it will not be.
+    void stopReading() { mSocket->setReadBufferSize(1); }
     /// Without a code the connection breaks.
     void end(std::optional<int> closeCode);
 

@@ -48,6 +48,15 @@ void expectBroken(HttpRequest request, const std::string& description) {
     EXPECT_THAT(connection.error->description, HasSubstr(description));
 }
 
+void expectEndWhenNothingIsTaken(const Connection& connection, SocketPeerQt& peer) {
+    peer.stopReading();
+    for (int count = 0; count < 12; ++count)
+        connection.socket->write(std::string(8 << 20, 'x'));
+    ASSERT_TRUE(eventually([&] { return connection.error.has_value(); }));
+    EXPECT_EQ(connection.error->code, std::nullopt);
+    EXPECT_EQ(connection.error->description, "The other side takes no data");
+}
+
 std::string socketUrl(const RogueServer& server) {
     return "ws" + server.url().substr(4);
 }
@@ -83,18 +92,19 @@ TEST(WebSockets, RefuseCertificatesThatNobodyVouchesFor) {
     trusting.addCaCertificate(certificate);
     QSslConfiguration::setDefaultConfiguration(trusting);
     const Connection trusted({.url = peer.url()});
-    const bool isOpen = eventually([&] { return trusted.isOpen && peer.connections == 1; });
-    QSslConfiguration::setDefaultConfiguration(before);
-    ASSERT_TRUE(isOpen);
-    trusted.socket->write("secret");
+    ASSERT_TRUE(eventually([&] { return trusted.isOpen && peer.connections == 1; }));
     peer.sendText("hello");
     peer.end(4000);
     ASSERT_TRUE(eventually([&] { return trusted.error.has_value(); }));
     EXPECT_EQ(trusted.messages, 1);
     EXPECT_THAT(trusted.error->code, Optional(4000));
+    const Connection stuck({.url = peer.url()});
+    ASSERT_TRUE(eventually([&] { return stuck.isOpen && peer.connections == 2; }));
+    expectEndWhenNothingIsTaken(stuck, peer);
+    QSslConfiguration::setDefaultConfiguration(before);
 }
 
-TEST(WebSockets, EndAFloodThatTheMainThreadCannotFollow) {
+TEST(WebSockets, BoundWhatWaitsOnBothSides) {
     SocketPeerQt peer;
     const Connection connection({.url = peer.url()});
     ASSERT_TRUE(eventually([&] { return connection.isOpen && peer.connections == 1; }));
@@ -110,6 +120,9 @@ TEST(WebSockets, EndAFloodThatTheMainThreadCannotFollow) {
         QTest::qSleep(1);
     ASSERT_TRUE(eventually([&] { return connection.error.has_value(); }));
     EXPECT_THAT(connection.error->code, Optional(1008));
+    const Connection stuck({.url = peer.url()});
+    ASSERT_TRUE(eventually([&] { return stuck.isOpen && peer.connections == 2; }));
+    expectEndWhenNothingIsTaken(stuck, peer);
 }
 
 TEST(WebSockets, GoThroughTheProxyExceptToThisMachine) {

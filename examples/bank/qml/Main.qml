@@ -28,8 +28,17 @@ ApplicationWindow {
 
     Component.onCompleted: {
         Privacy.sentinel = sentinel;
+        // Without a window manager nobody gives the window the focus.
         if (shareAtOnce)
+            requestActivate();
+    }
+
+    // Not before the app is in front: the library opens a session anew that is running at that moment.
+    onActiveChanged: {
+        if (active && shareAtOnce) {
+            shareAtOnce = false;
             startSharing();
+        }
     }
 
     // Transitions run on the GUI thread, where the masks are computed.

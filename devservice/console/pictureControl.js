@@ -1,0 +1,75 @@
+import * as messages from './agentMessages.js';
+import { PictureSurface } from './pictureSurface.js';
+import { PictureTools } from './pictureTools.js';
+import { devicePixel, deviceSize } from './screenGeometry.js';
+import { Sketch } from './sketch.js';
+
+/** Turns what the agent does on the picture into taps and drawings in the visitor's app. */
+export class PictureControl {
+  #phone;
+  #channel;
+  #size = null;
+  #sketch = new Sketch();
+  #tools = new PictureTools({
+    onMode: () => this.#refresh(),
+    onUndo: () => this.#undo(),
+    onClear: () => this.clear(),
+    onSend: () => this.#send(),
+  });
+  #surface = new PictureSurface({
+    onTap: (place) => this.#tap(place),
+    onCrosshair: (place) => this.#tools.crosshair(place && devicePixel(place, this.#size)),
+    onStroke: (place) => this.#sketch.begin(place, this.#tools.pen),
+    onStrokeMove: (places) => this.#sketch.extend(places),
+    onStrokeEnd: () => this.#strokeEnded(),
+    onStrokeCancel: () => this.#sketch.abandon(),
+    onUndo: () => this.#undo(),
+  });
+
+  constructor(phone, channel) {
+    this.#phone = phone;
+    this.#channel = channel;
+  }
+
+  /** Follows the visitor and the picture shown. */
+  update(visitor) {
+    const picture = visitor.state === 'live' ? this.#phone.picture : null;
+    this.#size = picture && deviceSize(picture, visitor.screen);
+    if (this.#size) this.#sketch.resize(this.#size);
+    this.#refresh();
+  }
+
+  /** Forgets what is drawn, for another visitor. */
+  clear() {
+    this.#sketch.clear();
+    this.#refresh();
+  }
+
+  #refresh() {
+    this.#tools.update(this.#size !== null, this.#sketch.strokes);
+    this.#surface.update(this.#tools.mode, this.#size !== null);
+  }
+
+  #tap(place) {
+    const pixel = devicePixel(place, this.#size);
+    this.#phone.mark(place, 'tap-agent');
+    this.#channel.send(messages.tap(pixel), true);
+  }
+
+  #strokeEnded() {
+    if (!this.#sketch.finish()) return;
+    if (this.#tools.sendsOnRelease) this.#send();
+    this.#refresh();
+  }
+
+  #undo() {
+    this.#sketch.undo();
+    this.#refresh();
+  }
+
+  async #send() {
+    const url = this.#sketch.toPng();
+    this.clear();
+    await this.#channel.send(messages.drawing(url), true);
+  }
+}

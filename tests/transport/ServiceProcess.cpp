@@ -1,0 +1,65 @@
+#include "ServiceProcess.h"
+
+#include <gtest/gtest.h>
+
+#include <QtNetwork/QNetworkReply>
+#include <fstream>
+#include <memory>
+#include <utility>
+
+namespace merovanta::test {
+
+using nlohmann::json;
+
+ServiceProcess::ServiceProcess(EventLoop& loop, QStringList options)
+    : mLoop(loop), mOptions(std::move(options)) {
+    mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // The certificate is for this name.
+    mUrl = mOptions.contains(QStringLiteral("--tls-cert")) ? "https://localhost:" : "http://localhost:";
+    start();
+}
+
+ServiceProcess::~ServiceProcess() {
+    mProcess.terminate();
+    mProcess.waitForFinished();
+}
+
+void ServiceProcess::start() {
+    const QStringList always{"--port", QString::fromStdString(mPort), "--record", mRecord.path()};
+    mProcess.start(QStringLiteral(MEROVANTA_DEVSERVICE), always + mOptions);
+    ASSERT_TRUE(mLoop.runUntil([this] { return mProcess.canReadLine(); })) << "The service does not start";
+    const std::string line = mProcess.readLine().trimmed().toStdString();
+    mPort = line.substr(line.rfind(':') + 1);
+    mPort.pop_back();
+}
+
+int ServiceProcess::stop() {
+    mProcess.terminate();
+    mLoop.runUntil([this] { return mProcess.state() == QProcess::NotRunning; });
+    return mProcess.exitStatus() == QProcess::NormalExit ? mProcess.exitCode() : -1;
+}
+
+json ServiceProcess::request(const char* method, const std::string& path, const json& body) {
+    QNetworkRequest request(QUrl(QString::fromStdString(mUrl + mPort + "/console/api/" + path)));
+    request.setHeader(QNetworkRequest::ContentTypeHeader, "application/json");
+    const auto content = body.is_null() ? QByteArray() : QByteArray::fromStdString(body.dump());
+    const std::unique_ptr<QNetworkReply> reply(mNetwork.sendCustomRequest(request, method, content));
+    EXPECT_TRUE(mLoop.runUntil([&] { return reply->isFinished(); }));
+    return json::parse(reply->readAll().toStdString(), nullptr, false);
+}
+
+void ServiceProcess::expectQueued(const std::string& what, const json& body) {
+    EXPECT_EQ(request("POST", visitorPath(what), body), json({{"queued", true}}));
+}
+
+std::vector<std::string> ServiceProcess::recordedTags() const {
+    std::vector<std::string> tags;
+    std::ifstream events(mRecord.filePath("events.jsonl").toStdString());
+    for (std::string line; std::getline(events, line);) {
+        const json event = json::parse(line);
+        if (event.at("kind") == "tag") tags.push_back(event.at("tag"));
+    }
+    return tags;
+}
+
+}  // namespace merovanta::test
