@@ -45,10 +45,11 @@ export class PresentList {
   #update(row, presence) {
     row.presence = presence;
     const name = presence.customerId || presence.visitorId;
-    const here = `Here since ${format.time(presence.joinedAt ?? presence.firstSeenAt)}`;
+    const joined = format.time(presence.joinedAt ?? presence.firstSeenAt);
     setText(row.name, name);
     row.name.title = presence.visitorId;
-    setText(row.note, NOTE[presence.invitation] || [presence.page, here].filter(Boolean).join(' · '));
+    setText(row.note, NOTE[presence.invitation] || [presence.page, joined].filter(Boolean).join(' · '));
+    row.note.title = `Here since ${joined}`;
     row.item.dataset.invitation = presence.invitation;
     row.button.disabled = !presence.listens || presence.invitation === 'waiting';
     row.button.title = presence.listens ? '' : 'This app takes no invitations at present';
