@@ -47,6 +47,7 @@ class PassthroughUIImageView final : public QQuickItem {
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* /*data*/) override {
         auto* node = static_cast<QSGImageNode*>(old);
         if (node == nullptr) {
+            if (mImage.isNull()) return nullptr;
             QSGTexture* const texture = window()->createTextureFromImage(mImage);
             if (texture == nullptr) return nullptr;
             node = window()->createImageNode();

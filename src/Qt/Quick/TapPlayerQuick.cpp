@@ -10,9 +10,6 @@
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <chrono>
-// The public interface does not show an item's handlers.
-#include <private/qquickitem_p.h>
-#include <private/qquickpointerdevicehandler_p.h>
 
 #include "Qt/Quick/AlertQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
@@ -32,24 +29,11 @@ const QPointingDevice& device() {
     return *device;
 }
 
-bool takesTouches(const QQuickPointerHandler& handler) {
-    const auto* const ofDevices = qobject_cast<const QQuickPointerDeviceHandler*>(&handler);
-    return ofDevices != nullptr && handler.enabled() &&
-           ofDevices->acceptedDevices().testFlag(QInputDevice::DeviceType::Mouse) &&
-           ofDevices->acceptedButtons().testFlag(Qt::LeftButton) && !handler.inherits("QQuickWheelHandler");
-}
-
 bool takesTouches(const QQuickItem& item, const QQuickWindow& window) {
     // The layer of the popups lets through what hits no popup, unless one of them is modal.
     if (item.inherits("QQuickOverlay")) return topmostModalPopup(window) != nullptr;
-    // Some classes have an "enabled" of their own beside the item's.
-    if (item.acceptedMouseButtons().testFlag(Qt::LeftButton) && item.property("enabled").toBool())
-        return true;
-    const auto& extra = QQuickItemPrivate::get(&item)->extra;
-    if (!extra.isAllocated()) return false;
-    const auto& handlers = extra->pointerHandlers;
-    return std::any_of(handlers.begin(), handlers.end(),
-                       [](const QQuickPointerHandler* handler) { return takesTouches(*handler); });
+    // An item with handlers accepts buttons for them. Some classes have an "enabled" of their own.
+    return item.acceptedMouseButtons().testFlag(Qt::LeftButton) && item.property("enabled").toBool();
 }
 
 /// Goes the way of the window's own delivery: front to back.

@@ -8,8 +8,11 @@ T.AbstractButton {
 
     implicitWidth: Math.max(96, label.implicitWidth + 40)
     implicitHeight: Math.max(48, label.height + 20)
-    Keys.onEnterPressed: click()
-    Keys.onReturnPressed: click()
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Accessible.onPressAction: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 
     background: Rectangle {
         radius: 10

@@ -57,6 +57,7 @@ FocusScope {
         Text {
             id: body
 
+            objectName: "message"
             width: message.width - (message.interactive ? 12 : 0)
             textFormat: Text.PlainText
             font.pixelSize: 16

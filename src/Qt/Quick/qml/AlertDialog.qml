@@ -10,6 +10,7 @@ T.Dialog {
     property bool canBeDeclined: true
     readonly property bool isMerovantaAlert: true
 
+    objectName: "alert"
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)
     width: Math.min(400, parent.width - 32)

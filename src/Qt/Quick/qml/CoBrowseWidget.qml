@@ -38,6 +38,7 @@ Item {
     ShareLabel {
         id: shareId
 
+        objectName: "shareId"
         y: 8
         anchors.horizontalCenter: parent.horizontalCenter
         width: implicitWidth

@@ -11,9 +11,11 @@ T.AbstractButton {
     implicitWidth: 48
     implicitHeight: 48
     focusPolicy: Qt.TabFocus
+    Accessible.role: Accessible.Button
     Accessible.name: text
-    Keys.onEnterPressed: click()
-    Keys.onReturnPressed: click()
+    Accessible.onPressAction: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 
     contentItem: Item {
         WidgetIcon {

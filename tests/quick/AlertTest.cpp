@@ -1,0 +1,142 @@
+#include "Platform/Alert.h"
+
+#include <gtest/gtest.h>
+
+#include <QtGui/QAccessible>
+#include <QtQml/QQmlComponent>
+
+#include "Qt/Quick/AlertFactoryQuick.h"
+#include "Scene.h"
+
+using merovanta::AlertTexts;
+using merovanta::quick::AlertFactoryQuick;
+using merovanta::test::eventually;
+using merovanta::test::Scene;
+
+namespace {
+
+const AlertTexts question{"Title", "<b>Message</b>", "Allow", "Not now"};
+
+/// An alert over a window, and the answers it gave.
+struct Asked {
+    explicit Asked(const AlertTexts& texts = question, QSize size = {300, 400})
+        : scene("ApplicationWindow { TextField { objectName: \"field\"; focus: true } }") {
+        scene.window().resize(size);
+        alert = AlertFactoryQuick().present(*scene.controller(), texts, [this](bool accepted) {
+            answers.push_back(accepted);
+            alert.reset();
+        });
+        EXPECT_TRUE(eventually([&] { return dialog() != nullptr && dialog()->property("opened").toBool(); }));
+    }
+    QObject* dialog() { return scene.window().findChild<QObject*>(QString("alert")); }
+    QQuickItem* item(const char* name) {
+        return dialog()->property("contentItem").value<QQuickItem*>()->findChild<QQuickItem*>(name);
+    }
+    void click(const char* name) {
+        const QPointF centre = item(name)->mapToScene(item(name)->boundingRect().center());
+        QTest::mouseClick(&scene.window(), Qt::LeftButton, {}, centre.toPoint());
+    }
+    void key(Qt::Key key) { QTest::keyClick(&scene.window(), key); }
+
+    Scene scene;
+    std::unique_ptr<merovanta::Alert> alert;
+    std::vector<bool> answers;
+};
+
+TEST(Alert, IsAnsweredOnceHoweverItCloses) {
+    const struct {
+        const char* name;
+        bool isAccepted;
+        void (*close)(Asked&);
+    } ways[] = {
+        {"accept button", true, [](Asked& asked) { asked.click("accept"); }},
+        {"decline button", false, [](Asked& asked) { asked.click("decline"); }},
+        {"return", true, [](Asked& asked) { asked.key(Qt::Key_Return); }},
+        {"space", true, [](Asked& asked) { asked.key(Qt::Key_Space); }},
+        {"tab and enter", false, [](Asked& asked) { asked.key(Qt::Key_Tab), asked.key(Qt::Key_Enter); }},
+        {"escape", false, [](Asked& asked) { asked.key(Qt::Key_Escape); }},
+        {"hidden window", false, [](Asked& asked) { asked.scene.window().close(); }},
+        {"destroyed dialog", false, [](Asked& asked) { delete asked.dialog(); }},
+        {"destroyed window", false, [](Asked& asked) { asked.scene.close(); }},
+    };
+    for (const auto& way : ways) {
+        SCOPED_TRACE(way.name);
+        Asked asked;
+        way.close(asked);
+        EXPECT_TRUE(eventually([&] { return !asked.answers.empty(); }));
+        QTest::qWait(20);
+        EXPECT_EQ(asked.answers, std::vector{way.isAccepted});
+    }
+}
+
+TEST(Alert, WithoutDeclineCanOnlyBeAccepted) {
+    Asked asked({"Title", "Message", "OK", std::nullopt});
+    asked.key(Qt::Key_Escape);
+    QTest::mouseClick(&asked.scene.window(), Qt::LeftButton, {}, {2, 2});
+    QTest::qWait(50);
+    EXPECT_TRUE(asked.answers.empty());
+    EXPECT_FALSE(asked.item("decline")->isVisible());
+    asked.click("accept");
+    EXPECT_TRUE(eventually([&] { return asked.answers == std::vector{true}; }));
+}
+
+TEST(Alert, IsTakenAwayWithoutAnAnswer) {
+    Asked asked;
+    EXPECT_NE(asked.scene.controller()->presentedViewController(), nullptr);
+    asked.alert.reset();
+    EXPECT_EQ(asked.scene.controller()->presentedViewController(), nullptr);
+    QTest::qWait(50);
+    EXPECT_TRUE(asked.answers.empty());
+    EXPECT_TRUE(asked.scene.item("field")->hasActiveFocus());
+}
+
+TEST(Alert, FitsAndTellsScreenReaders) {
+    std::string longText;
+    for (int i = 0; i < 100'000; ++i)
+        longText += "Ünïcode & <i>more</i> ";
+    for (const QSize size : {QSize(320, 480), QSize(568, 320), QSize(240, 240)}) {
+        Asked asked({longText, longText, longText, longText}, size);
+        for (const auto* name : {"accept", "decline"}) {
+            QQuickItem* const button = asked.item(name);
+            const QRectF place = button->mapRectToScene(button->boundingRect());
+            EXPECT_TRUE(QRectF({}, QSizeF(size)).contains(place)) << size.width() << name;
+            EXPECT_GE(std::min(place.width(), place.height()), 44);
+        }
+    }
+    Asked asked;
+    auto* const accept = QAccessible::queryAccessibleInterface(asked.item("accept"));
+    EXPECT_EQ(accept->role(), QAccessible::Button);
+    EXPECT_EQ(accept->text(QAccessible::Name), "Allow");
+    auto* const message = QAccessible::queryAccessibleInterface(asked.item("message"));
+    EXPECT_EQ(message->text(QAccessible::Name), "<b>Message</b>");
+}
+
+TEST(Alert, NeedsNoEngineOfTheHostAndSurvivesIts) {
+    const auto present = [](QQuickWindow& window, std::vector<bool>& answers) {
+        window.resize(300, 400);
+        window.show();
+        window.requestActivate();
+        EXPECT_TRUE(eventually([&] { return QGuiApplication::focusWindow() == &window; }));
+        return AlertFactoryQuick().present(
+            *merovanta::platform::current().application().keyWindowRootViewController(), question,
+            [&](bool accepted) { answers.push_back(accepted); });
+    };
+    std::vector<bool> answers;
+    {
+        QQuickWindow window;
+        const auto alert = present(window, answers);
+        EXPECT_TRUE(eventually([&] { return window.activeFocusItem()->objectName() == "accept"; }));
+        QTest::keyClick(&window, Qt::Key_Return);
+        EXPECT_TRUE(eventually([&] { return answers == std::vector{true}; }));
+    }
+    auto engine = std::make_unique<QQmlEngine>();
+    QQmlComponent component(engine.get());
+    component.setData("import QtQuick\nWindow {}", {});
+    const std::unique_ptr<QObject> window(component.create());
+    const auto alert = present(*qobject_cast<QQuickWindow*>(window.get()), answers);
+    engine.reset();
+    EXPECT_TRUE(eventually([&] { return answers.size() == 2; }));
+    EXPECT_FALSE(answers.back());
+}
+
+}  // namespace
