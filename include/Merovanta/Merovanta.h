@@ -5,6 +5,7 @@
 #include <Merovanta/MerovantaCoBrowsing.h>
 #include <Merovanta/MerovantaConfiguration.h>
 #include <Merovanta/MerovantaPanoptra.h>
+#include <Merovanta/MerovantaUser.h>
 
 #include <string>
 
@@ -31,6 +32,7 @@ class MEROVANTA_EXPORT Merovanta {
     [[nodiscard]] static MerovantaConfiguration& configuration();
     [[nodiscard]] static MerovantaPanoptra& panoptra();
     [[nodiscard]] static MerovantaCoBrowsing& coBrowsing();
+    [[nodiscard]] static MerovantaUser& user();
 };
 
 }  // namespace merovanta

@@ -55,6 +55,11 @@ MerovantaCoBrowsing& Merovanta::coBrowsing() {
     return *facade;
 }
 
+MerovantaUser& Merovanta::user() {
+    static auto* const facade = new MerovantaUser();
+    return *facade;
+}
+
 MerovantaPanoptra& Merovanta::panoptra() {
     static auto* const facade = new MerovantaPanoptra();
     return *facade;

@@ -13,7 +13,9 @@ WebSocketPeerInMemory::WebSocketPeerInMemory(std::shared_ptr<VirtualTime> time, 
 void WebSocketPeerInMemory::accept() {
     if (state != State::connecting) return;
     state = State::open;
-    post([](const WebSocket::Delegate& delegate) { delegate.didConnect(); });
+    post([this](const WebSocket::Delegate& delegate) {
+        if (state == State::open) delegate.didConnect();
+    });
 }
 
 void WebSocketPeerInMemory::fail(WebSocketError error) {
@@ -24,12 +26,16 @@ void WebSocketPeerInMemory::fail(WebSocketError error) {
 
 void WebSocketPeerInMemory::sendText(std::string text) {
     if (!isBounded(text)) return;
-    post([text = std::move(text)](const WebSocket::Delegate& delegate) { delegate.didReceiveText(text); });
+    post([this, text = std::move(text)](const WebSocket::Delegate& delegate) {
+        if (state == State::open) delegate.didReceiveText(text);
+    });
 }
 
 void WebSocketPeerInMemory::sendData(std::string data) {
     if (!isBounded(data)) return;
-    post([data = std::move(data)](const WebSocket::Delegate& delegate) { delegate.didReceiveData(data); });
+    post([this, data = std::move(data)](const WebSocket::Delegate& delegate) {
+        if (state == State::open) delegate.didReceiveData(data);
+    });
 }
 
 void WebSocketPeerInMemory::connect() {

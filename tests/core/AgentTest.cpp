@@ -2,6 +2,7 @@
 
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
+#include "General/Panoptra/Panoptra.h"
 #include "General/Panoptra/Util/Base64.h"
 #include "General/Panoptra/Util/PngDecoder.h"
 #include "support/LibraryTest.h"
@@ -27,7 +28,8 @@ class AgentTest : public LibraryTest {
 
     /// Plays the agent.
     void say(const nlohmann::json& message) {
-        Injection::resolve<BidirectionalMessageParser>()->parse(message);
+        const auto parser = Injection::resolve<BidirectionalMessageParser>();
+        parser->handOver({parser->read(message)});
         advance(0s);
     }
 
@@ -74,7 +76,7 @@ TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
     draw(base64(good) + "\n");
     draw(base64(good.substr(0, good.size() / 2)));
     draw(std::string(9'000'000, 'A'));
-    draw(base64(png(16385, 1024, 0)));  // one pixel row more than is allowed
+    draw(base64(png(4000, 2501, 0)));  // a row more than is allowed
     say({{"d", "data:image/png;base64,"}});
     say({{"d", {{"u", 7}}}});
     EXPECT_EQ(drawings(), 0);
@@ -86,7 +88,7 @@ TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
 }
 
 TEST_F(AgentTest, AFloodOfDrawingsIsBounded) {
-    const std::string large = base64(png(4096, 4096, 0xFF000000));
+    const std::string large = base64(png(4000, 2500, 0xFF000000));
     for (int i = 0; i < 5; ++i)
         draw(large);
     EXPECT_EQ(drawings(), 2);
@@ -131,14 +133,16 @@ TEST_F(AgentTest, ClicksReachTheDeepestViewThatTakesThem) {
 
 TEST_F(AgentTest, AllPartsOfAMessageAreFollowedInOrder) {
     startSession();
-    screen->onTap = [this] { events.emplace_back("click"); };
+    screen->onTap = [this] {
+        events.emplace_back("click");
+        EXPECT_TRUE(Injection::resolve<Panoptra>()->isRunning());
+    };
     Merovanta::panoptra().registerCallbacks({}, [this] {
         events.emplace_back("stop");
         EXPECT_TRUE(Merovanta::panoptra().connected());
         EXPECT_FALSE(config().panoptraConfig->increasedPollingFrequency.has_value());
     });
-    Injection::resolve<BidirectionalMessageParser>()->parse(
-        {{"d", {{"u", base64(png(1, 1, 0))}}},
+    say({{"d", {{"u", base64(png(1, 1, 0))}}},
          {"x", 1},
          {"y", 1},
          {"a", "c"},
@@ -187,6 +191,49 @@ TEST_F(AgentTest, TheVisitorIsAskedOnceAtATimeAndConsentIsReported) {
     EXPECT_EQ(accepted(), 2);
 }
 
+TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
+    startSession();
+    say({{"co", {{"opt", true}}}});
+    advance(1s);
+    ASSERT_THAT(platform->alerts().presented, SizeIs(1));
+    Merovanta::panoptra().stop();
+    startSession();
+    platform->alerts().answer(true);
+    advance(1s);
+    EXPECT_EQ(config().panoptraConfig->optIn, false);
+}
+
+TEST_F(AgentTest, WhatIsPackedBesideThePixelsIsNotUnpacked) {
+    // A text chunk with a wrong checksum would fail the picture if it were looked at.
+    std::string picture = png(3, 3, 0xFF0000FF);
+    const std::string content("k\0\0garbage", 10);
+    std::string chunk("\0\0\0\x0AzTXt", 8);
+    chunk += content + "sum!";
+    picture.insert(33, chunk);
+    EXPECT_TRUE(PngDecoder::decode(picture).has_value());
+    picture[33] = '\x7F';  // a length beyond the end
+    EXPECT_FALSE(PngDecoder::decode(picture).has_value());
+    EXPECT_FALSE(PngDecoder::decode(picture.substr(0, 32)).has_value());
+}
+
+TEST_F(AgentTest, AFloodOfMessagesIsFollowedOneInATurnAndBounded) {
+    startSession();
+    int taps = 0;
+    screen->onTap = [&] { ++taps; };
+    const auto parser = Injection::resolve<BidirectionalMessageParser>();
+    const auto clicks = [&](std::size_t count) {
+        parser->handOver(std::vector<BidirectionalMessage>(count, parser->read({{"x", 1}, {"y", 1}})));
+    };
+    clicks(3);
+    EXPECT_EQ(taps, 1);
+    advance(0s);
+    EXPECT_EQ(taps, 3);
+    clicks(2000);
+    advance(0s);
+    EXPECT_EQ(taps, 1003);
+    EXPECT_THAT(log.lines("[WARNING] BidirectionalMessageHandler: Too many messages"), SizeIs(1));
+}
+
 TEST_F(AgentTest, NobodyConsentsToAnEmptyQuestion) {
     texts.erase("ui.confirm.accept");
     say({{"co", {{"opt", true}}}});
@@ -198,8 +245,10 @@ TEST_F(AgentTest, NobodyConsentsToAnEmptyQuestion) {
 }
 
 TEST_F(AgentTest, Base64KnowsItsThreeEndings) {
-    for (const std::string text : {"", "f", "fo", "foo", "foob", std::string("\0\xFF\x7F\x80", 4).c_str()})
+    for (const std::string& text : {std::string(), std::string("f"), std::string("fo"), std::string("foo"),
+                                    std::string("\0\xFF\x7F\x80", 4)}) {
         EXPECT_EQ(decodeBase64(base64(text)), text);
+    }
     EXPECT_EQ(decodeBase64("Zg=="), "f");
     EXPECT_EQ(PngDecoder::pixelCount(png(7, 5, 0)), 35);
 }

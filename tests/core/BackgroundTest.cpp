@@ -5,6 +5,7 @@
 #include "General/Panoptra/Panoptra.h"
 #include "support/LibraryTest.h"
 #include "support/MemoryMeter.h"
+#include "support/Png.h"
 
 namespace merovanta::testing {
 namespace {
@@ -153,11 +154,16 @@ TEST_F(BackgroundTest, AThousandCyclesLeaveOneLoopAndNoMemoryBehind) {
 }
 
 TEST_F(BackgroundTest, ADayLeavesNoMemoryBehind) {
-    const auto minute = [this](int number) {
+    const std::string drawing = base64(png(39, 84, 0x80FF0000));
+    const auto minute = [&](int number) {
         paint(0xFF000000U + static_cast<std::uint32_t>(number % 200));
         platform->tapRecognizers().tap({10, 20});
         platform->app.root->className = number % 2 == 0 ? "HomePage" : "AccountPage";
-        service.agentMessages = {{{"x", number}, {"y", 7}, {"co", {{"b", true}}}}};
+        service.agentMessages = {
+            {{"x", number}, {"y", 7}, {"co", {{"b", true}, {"opt", number % 7 == 0}, {"s", number % 50 == 0}}}},
+            {{"d", {{"u", drawing}}}, {"a", number % 100 == 99 ? "c" : "-"}}};
+        Merovanta::panoptra().tag("minute " + std::to_string(number));
+        if (number % 7 == 0) platform->alerts().answer(number % 2 == 0);
         if (number % 60 == 0) stayInBackground(10s);
         advance(1min);
         platform->httpSession().requests.clear();
@@ -165,9 +171,8 @@ TEST_F(BackgroundTest, ADayLeavesNoMemoryBehind) {
     Injection::resolve<CoBrowsing>()->startPolling();
     startSession();
     minute(0);
-    minute(1);
     const std::int64_t memory = bytesInUse();
-    for (int number = 2; number < 24 * 60; ++number)
+    for (int number = 1; number < 24 * 60; ++number)
         minute(number);
     EXPECT_LE(bytesInUse(), memory + memory / 100);
     EXPECT_EQ(timers(), timersOfASession);

@@ -47,12 +47,15 @@ TEST_F(HealthCheckTest, OnlyA200PassesAndOnlyOneCheckRuns) {
     EXPECT_EQ(timers(), 0);
 }
 
-TEST_F(HealthCheckTest, AnAddressThatIsNoneNeverPasses) {
+TEST_F(HealthCheckTest, AnAddressThatIsNoneIsTriedAgain) {
     config().hostname = "[";
     check->start([this] { ++healthy; });
     advance(5s);
     EXPECT_EQ(healthy, 0);
-    check->stop();
+    config().hostname = "service.example";
+    answerWith(HttpSessionInMemory::reply(200));
+    advance(2s);
+    EXPECT_EQ(healthy, 1);
 }
 
 TEST_F(HealthCheckTest, TheActivityLogIsKeptByKeysOfOneLetter) {

@@ -129,9 +129,13 @@ TEST_F(PollRunnerTest, ThePaceIsThatOfTheFastestClient) {
 
     communication->releaseAll();
     EXPECT_EQ(pollsDuring(60s), 0);
+    communication->release("nobody");  // nobody is left: the runner is to pause
+    registerAgentChannel();
+    EXPECT_EQ(pollsDuring(3s), 1);
+    communication->releaseAll();
     communication->registerStatus();
     advance(0s);
-    EXPECT_EQ(pollsDuring(3020s), 2);  // one at the old pace
+    EXPECT_EQ(pollsDuring(3020s), 1);  // at the pace of before
     EXPECT_EQ(timers(), 0);
     EXPECT_THAT(log.lines("[DEBUG] XhrRunner: create"), SizeIs(1));
 }

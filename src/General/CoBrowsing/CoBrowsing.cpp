@@ -108,6 +108,7 @@ void CoBrowsing::startSession(const Completion& completion) {
 }
 
 void CoBrowsing::sessionStarted() {
+    mIsSessionRunning = true;
     const ApplicationConfig& config = applicationConfig->config;
     if (view) view->setChatActivated(config.chatAvailable.value_or(false));
     setText(config.panoptraConfig ? config.panoptraConfig->shareId.value_or("") : "");
@@ -126,8 +127,22 @@ void CoBrowsing::sessionStopped() {
     isStarted = false;
 }
 
+void CoBrowsing::sessionRestarts() {
+    mIsSessionRunning = false;
+    setText(textOr(connectingString, "CONNECTING"));
+}
+
+void CoBrowsing::sessionRestarted(bool isRunning) {
+    if (!isStarted) return;
+    if (isRunning) {
+        sessionStarted();
+    } else {
+        sessionStopped();
+    }
+}
+
 void CoBrowsing::refresh() {
-    if (isStarted && panoptra->isRunning() && panoptra->messageSender()) sessionStarted();
+    if (mIsSessionRunning) sessionStarted();
 }
 
 void CoBrowsing::setText(const std::string& text) {
@@ -138,6 +153,7 @@ void CoBrowsing::setText(const std::string& text) {
 
 void CoBrowsing::removeWidget() {
     ++mRun;
+    mIsSessionRunning = false;
     ViewUtils::runOnMainQueue([widget = std::exchange(view, nullptr)] {
         if (widget) widget->removeFromSuperview();
     });

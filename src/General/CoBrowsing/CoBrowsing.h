@@ -37,6 +37,11 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     /// Takes the widget away: the session has been stopped.
     void sessionStopped();
 
+    /// The session is stopped and started anew under the same widget: shows that it connects, then the
+    /// outcome.
+    void sessionRestarts();
+    void sessionRestarted(bool isRunning);
+
     /// Shows what is known now: the share code, once the session runs.
     void refresh();
 
@@ -59,6 +64,7 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     const char* const connectingString = "ui.mobile.connecting";
     std::shared_ptr<DefaultUIView> view;
     bool isStarted = false;
+    bool mIsSessionRunning = false;
     // Counts starts and ends: what was set going before the last of them no longer has an effect.
     unsigned mRun = 0;
 };

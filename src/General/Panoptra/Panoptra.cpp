@@ -54,10 +54,12 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
     }
     mIsRunning = true;
     mIsForced = force;
+    mIsStarting = true;
     mMayReopen = false;
     ++mOpening;
     const auto start = std::make_shared<Start>(Start{++mRun, force, std::move(completion)});
     Log::debug("Start");
+    messageSenderManager->xhrSender->finishLastRound();
     auto& session = applicationConfig->config.panoptraConfig;
     if (!sessionId && session) session->optIn = false;
     applicationConfig->renewVisit(sessionId);
@@ -91,13 +93,16 @@ void Panoptra::initReplied(const std::shared_ptr<Start>& start, const InitSender
         return;
     }
     const auto& config = reply.value();
-    if (!config) {
-        Log::warning("Config is nil");
-    } else if (config->ignoreIp) {
+    if (config && !config->ignoreIp) {
+        goOn(start, *config);
+        return;
+    }
+    if (config) {
         Log::debug("Ignoring");
     } else {
-        goOn(start, *config);
+        Log::warning("Config is nil");
     }
+    startEnded();
 }
 
 void Panoptra::goOn(const std::shared_ptr<Start>& start, const MonitoringConfigDTO& reply) {
@@ -142,7 +147,7 @@ void Panoptra::storeReply(const MonitoringConfigDTO& reply) {
 
 void Panoptra::selectSender(const std::string& pageName) {
     const auto& xhrSender = messageSenderManager->xhrSender;
-    if (mMessageSender != nullptr) xhrSender->discardQueue();
+    xhrSender->finishLastRound();
     mMessageSender = xhrSender;
     Log::debug(std::string("Selected message sender: ") + mMessageSender->typeName());
     mMessageSender->connect(pageName, {}, {});
@@ -160,6 +165,12 @@ void Panoptra::finish(const std::shared_ptr<Start>& start, const std::optional<S
         if (!closingIsSetup) observeApplicationState();
     }
     start->completion(error);
+    if (start->run == mRun) startEnded();
+}
+
+void Panoptra::startEnded() {
+    mIsStarting = false;
+    if (const auto restart = std::exchange(mPendingRestart, nullptr)) restart();
 }
 
 bool Panoptra::goesOn(const std::shared_ptr<Start>& start) const {
@@ -186,19 +197,27 @@ void Panoptra::restart(Completion completion) {
         completion(StringError("Panoptra is not started"));
         return;
     }
+    if (mIsStarting) {
+        // One after the other: whoever waits for the start under way is to hear of it.
+        mPendingRestart = [this, completion = std::move(completion)] { restart(completion); };
+        return;
+    }
     end();
     networkManager->monitoringSender->logCoBrowsingStop(logged("stop"));
+    const auto coBrowsing = Injection::resolve<CoBrowsing>();
+    if (coBrowsing) coBrowsing->sessionRestarts();
     start(mIsForced, std::nullopt,
-          [completion = std::move(completion)](const std::optional<StringError>& error) {
-              if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) {
-                  error ? coBrowsing->sessionStopped() : coBrowsing->refresh();
-              }
+          [this, run = mRun + 1, coBrowsing,
+           completion = std::move(completion)](const std::optional<StringError>& error) {
+              if (coBrowsing && run == mRun) coBrowsing->sessionRestarted(!error);
               completion(error);
           });
 }
 
 void Panoptra::end() {
     ++mRun;
+    mIsStarting = false;
+    mPendingRestart = nullptr;
     ++mOpening;
     networkManager->pingSender->invalidate();
     viewMonitor->stop();
@@ -291,7 +310,7 @@ void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
 
 void Panoptra::reconnect(unsigned opening, const std::string& pageName) {
     // What was left over belongs to the visit that ended.
-    messageSenderManager->xhrSender->discardQueue();
+    messageSenderManager->xhrSender->finishLastRound();
     const auto report = [weak = weak_from_this(), opening](bool isConnected) {
         const auto self = weak.lock();
         if (!self || self->mOpening != opening) return;

@@ -67,6 +67,7 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     void goOn(const std::shared_ptr<Start>& start, const MonitoringConfigDTO& reply);
     void storeReply(const MonitoringConfigDTO& reply);
     void selectSender(const std::string& pageName);
+    void startEnded();
     void finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error);
 
     /// Whether this start is still wanted; completes it with an error if a stop has overtaken it.
@@ -94,8 +95,10 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     bool closingIsSetup = false;
     std::unique_ptr<Timer> backgroundTimeoutTimer;
 
-    // Whether the last start was forced.
+    // Whether the last start was forced, and whether it is still under way.
     bool mIsForced = false;
+    bool mIsStarting = false;
+    std::function<void()> mPendingRestart;
     // Counts starts and stops: a start that was overtaken by a stop must not go on.
     unsigned mRun = 0;
     // The running session has its sender, and may be opened again when the application comes back.

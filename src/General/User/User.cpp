@@ -43,6 +43,13 @@ void User::tag(const ActiveUser& activeUser, Callback callback) {
         });
 }
 
+void User::clear() {
+    assertMainThread();
+    applicationConfig->config.activeUserTag.reset();
+    panoptra->stop();
+    IdUtils::forgetCustomerId();
+}
+
 void User::adopt(const ActiveUser& activeUser) {
     ApplicationConfig& config = applicationConfig->config;
     config.activeUserTag = activeUser;

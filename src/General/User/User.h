@@ -24,6 +24,9 @@ class User : public std::enable_shared_from_this<User> {
     /// session is then restarted.
     void tag(const ActiveUser& activeUser, Callback callback);
 
+    /// Forgets the visitor, here and in the user defaults, and ends the session.
+    void clear();
+
  private:
     void adopt(const ActiveUser& activeUser);
     void tagged(const Callback& callback);

@@ -99,11 +99,15 @@ void XhrRunner::countFailure() {
 }
 
 void XhrRunner::handOver(const Messages& messages) {
+    std::vector<std::string> ids;
+    for (const auto& [id, client] : ClientRegistry::clients())
+        ids.push_back(id);
     for (const auto& message : messages) {
-        // Copied: a callback may change the registry.
-        const auto clients = ClientRegistry::clients();
-        for (const auto& [id, client] : clients) {
-            if (client.channel == message.channel && client.callback) client.callback(message.payload);
+        for (const auto& id : ids) {
+            // Looked up again, and copied: a callback may change the registry.
+            const auto client = ClientRegistry::clients().find(id);
+            if (client == ClientRegistry::clients().end() || client->second.channel != message.channel) continue;
+            if (const auto callback = client->second.callback) callback(message.payload);
         }
     }
 }

@@ -12,7 +12,7 @@
 namespace merovanta {
 
 /// Reads the fields of one JSON object into a record, strictly by type. The first field that is missing or of
-/// another type is remembered as the error; the record is then not to be used.
+/// another type, or too large, is remembered as the error; the record is then not to be used.
 class JsonFields {
  public:
     explicit JsonFields(const nlohmann::json& json) : mJson(json) {
@@ -77,7 +77,7 @@ class JsonFields {
     }
 
     static bool read(const nlohmann::json& field, std::string& value) {
-        if (!field.is_string()) return false;
+        if (!field.is_string() || field.get_ref<const std::string&>().size() > maximumText) return false;
         value = field.get<std::string>();
         return true;
     }
@@ -92,7 +92,7 @@ class JsonFields {
     }
 
     static bool read(const nlohmann::json& field, std::vector<std::string>& values) {
-        if (!field.is_array()) return false;
+        if (!field.is_array() || field.size() > maximumElements) return false;
         for (const auto& element : field) {
             std::string value;
             if (!read(element, value)) return false;
@@ -100,6 +100,10 @@ class JsonFields {
         }
         return true;
     }
+
+    // Whatever is larger is not what the service has to say, and would keep the main thread busy.
+    static constexpr std::size_t maximumText = 4096;
+    static constexpr std::size_t maximumElements = 1000;
 
     const nlohmann::json& mJson;
     std::optional<StringError> mError;

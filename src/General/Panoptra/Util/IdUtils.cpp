@@ -11,6 +11,12 @@
 
 namespace merovanta {
 
+namespace {
+
+constexpr auto customerIdKey = "cId";
+
+}  // namespace
+
 std::string IdUtils::newUuid() {
     Random& random = platform::current().random();
     std::uint64_t high = random();
@@ -36,16 +42,21 @@ std::string IdUtils::deviceIdentifier() {
 }
 
 std::string IdUtils::customerId() {
-    static constexpr auto key = "cId";
     UserDefaults& defaults = platform::current().userDefaults();
-    if (const auto stored = defaults.string(key); stored && !stored->empty()) return *stored;
+    if (const auto stored = defaults.string(customerIdKey); stored && !stored->empty()) return *stored;
     std::string id = newUuid();
     std::erase(id, '-');
     std::transform(id.begin(), id.end(), id.begin(), [](unsigned char digit) { return std::tolower(digit); });
-    defaults.registerDefault(key, "");
-    defaults.set(key, id);
+    defaults.registerDefault(customerIdKey, "");
+    defaults.set(customerIdKey, id);
     defaults.synchronize();
     return id;
+}
+
+void IdUtils::forgetCustomerId() {
+    UserDefaults& defaults = platform::current().userDefaults();
+    defaults.remove(customerIdKey);
+    defaults.synchronize();
 }
 
 }  // namespace merovanta

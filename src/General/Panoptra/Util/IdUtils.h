@@ -20,6 +20,9 @@ class IdUtils {
 
     /// 32 lower-case hexadecimal digits, made on first use and kept in the user defaults.
     [[nodiscard]] static std::string customerId();
+
+    /// The next customer id is a new one.
+    static void forgetCustomerId();
 };
 
 }  // namespace merovanta

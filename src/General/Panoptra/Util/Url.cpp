@@ -67,6 +67,9 @@ std::optional<std::string> parseUrl(std::string_view text) {
 }
 
 std::string encodePathSegment(std::string_view text) {
+    // These two would be taken for steps in the path.
+    if (text == ".") return "%2E";
+    if (text == "..") return "%2E%2E";
     return boost::urls::encode(text, boost::urls::pchars);
 }
 

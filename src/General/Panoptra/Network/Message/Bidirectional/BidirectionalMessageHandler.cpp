@@ -8,16 +8,45 @@
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Panoptra.h"
 #include "General/Panoptra/Util/ClickUtil.h"
+#include "Platform/Platform.h"
 
 namespace merovanta {
+
+namespace {
+
+constexpr std::size_t maximumWaiting = 1000;
+
+}  // namespace
 
 BidirectionalMessageHandler::BidirectionalMessageHandler(std::shared_ptr<ApplicationConfigWrapper> wrapper,
                                                          std::shared_ptr<UIStrings> strings)
     : applicationConfig(wrapper),
       mConsentDialog(std::make_shared<ConsentDialog>(std::move(wrapper), std::move(strings))) {}
 
-void BidirectionalMessageHandler::handle(BidirectionalMessage message) const {
+void BidirectionalMessageHandler::handle(std::vector<BidirectionalMessage> messages) {
     assertMainThread();
+    for (auto& message : messages) {
+        if (mWaiting.size() == maximumWaiting) {
+            Log::warning("Too many messages");
+            break;
+        }
+        mWaiting.push_back(std::move(message));
+    }
+    if (!mNextTurn) handleNext();
+}
+
+void BidirectionalMessageHandler::handleNext() {
+    const auto self = shared_from_this();
+    mNextTurn.reset();
+    if (mWaiting.empty()) return;
+    BidirectionalMessage message = std::move(mWaiting.front());
+    mWaiting.pop_front();
+    if (!mWaiting.empty())
+        mNextTurn = platform::current().timers().schedule(seconds(0), false, [this] { handleNext(); });
+    handle(std::move(message));
+}
+
+void BidirectionalMessageHandler::handle(BidirectionalMessage message) const {
     Log::debug("Handle message: " + message.description());
     if (message.drawing) mDrawings->show(std::move(*message.drawing));
     if (message.click) ClickUtil::playBack(*message.click);
@@ -36,7 +65,8 @@ void BidirectionalMessageHandler::closeSession() const {
     // Deliberately true, although the session is about to end.
     if (auto& session = applicationConfig->config.panoptraConfig) session->isRecordingStarted = true;
     if (const auto panoptra = Injection::resolve<Panoptra>()) panoptra->runStopCallback();
-    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) {
+    const auto coBrowsing = Injection::resolve<CoBrowsing>();
+    if (coBrowsing) {
         coBrowsing->hide();
     } else {
         Log::error("Cannot resolve CoBrowsing");

@@ -1,28 +1,37 @@
 #pragma once
 
+#include <deque>
 #include <memory>
+#include <vector>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessage.h"
 #include "General/Panoptra/Network/Message/Bidirectional/ConsentDialog.h"
 #include "General/Panoptra/Network/Message/Bidirectional/Drawings.h"
 #include "General/Panoptra/UIStrings.h"
+#include "Platform/Timer.h"
 
 namespace merovanta {
 
 /// Does what the agent's messages ask for. Thread: main.
-class BidirectionalMessageHandler {
+class BidirectionalMessageHandler : public std::enable_shared_from_this<BidirectionalMessageHandler> {
  public:
     BidirectionalMessageHandler(std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
                                 std::shared_ptr<UIStrings> uiStrings);
 
-    void handle(BidirectionalMessage message) const;
+    /// Follows the messages behind those that still wait: one in each turn of the run loop, since what the
+    /// host does on a tap may take long.
+    void handle(std::vector<BidirectionalMessage> messages);
 
  private:
+    void handleNext();
+    void handle(BidirectionalMessage message) const;
     void closeSession() const;
     static void startSession();
 
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::deque<BidirectionalMessage> mWaiting;
+    std::unique_ptr<Timer> mNextTurn;
     std::shared_ptr<Drawings> mDrawings = std::make_shared<Drawings>();
     std::shared_ptr<ConsentDialog> mConsentDialog;
 };

@@ -47,13 +47,17 @@ std::string without(std::string_view text, std::string_view part) {
 BidirectionalMessageParser::BidirectionalMessageParser(std::shared_ptr<BidirectionalMessageHandler> handler)
     : bidirectionalMessageHandler(std::move(handler)) {}
 
-void BidirectionalMessageParser::parse(const nlohmann::json& dictionary) const {
+BidirectionalMessage BidirectionalMessageParser::read(const nlohmann::json& dictionary) const {
     BidirectionalMessage message;
     readDrawing(dictionary, message);
     readConfiguration(dictionary, message);
     readAction(dictionary, message);
     readClick(dictionary, message);
-    bidirectionalMessageHandler->handle(std::move(message));
+    return message;
+}
+
+void BidirectionalMessageParser::handOver(std::vector<BidirectionalMessage> messages) const {
+    bidirectionalMessageHandler->handle(std::move(messages));
 }
 
 void BidirectionalMessageParser::readDrawing(const nlohmann::json& dictionary,

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <vector>
 
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessage.h"
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageHandler.h"
@@ -9,14 +10,17 @@
 namespace merovanta {
 
 /// Reads the agent's messages part by part and hands them to the handler. A part that is missing or not of
-/// its type is left absent. Thread: main.
+/// its type is left absent. Thread: main, unless stated.
 class BidirectionalMessageParser {
  public:
     explicit BidirectionalMessageParser(
         std::shared_ptr<BidirectionalMessageHandler> bidirectionalMessageHandler);
 
-    /// The dictionary is a JSON object.
-    void parse(const nlohmann::json& dictionary) const;
+    /// The dictionary is a JSON object. Any thread: a message may hold a large picture.
+    [[nodiscard]] BidirectionalMessage read(const nlohmann::json& dictionary) const;
+
+    /// Has the messages followed, in order and one after the other.
+    void handOver(std::vector<BidirectionalMessage> messages) const;
 
  private:
     void readDrawing(const nlohmann::json& dictionary, BidirectionalMessage& message) const;

@@ -20,6 +20,7 @@ void ConsentDialog::ask() {
     assertMainThread();
     if (mIsAsking) return;
     mIsAsking = true;
+    mAsked = applicationConfig->config.visitConfig.value_or(VisitConfig());
     uiStrings->load(applicationConfig->config.tenantId.value_or(""),
                     [weak = weak_from_this()](const std::optional<StringError>& error) {
                         if (error) Log::warning("Cannot load texts: " + error->errorDescription());
@@ -46,16 +47,27 @@ void ConsentDialog::present() {
     }
     if (!mAlert) {
         Log::warning("Cannot ask for consent");
-        mIsAsking = false;
+        finish();
     }
+}
+
+void ConsentDialog::finish() {
+    mIsAsking = false;
+    mAlert.reset();
+}
+
+bool ConsentDialog::isStillAsked() const {
+    const auto panoptra = Injection::resolve<Panoptra>();
+    const VisitConfig visit = applicationConfig->config.visitConfig.value_or(VisitConfig());
+    return panoptra && panoptra->isRunning() && visit.sessionId == mAsked.sessionId &&
+           visit.visitorId == mAsked.visitorId;
 }
 
 void ConsentDialog::answered(bool accepted) {
     assertMainThread();
     const auto self = shared_from_this();
-    mIsAsking = false;
-    mAlert.reset();
-    if (!accepted) return;
+    finish();
+    if (!accepted || !isStillAsked()) return;
     if (auto& session = applicationConfig->config.panoptraConfig) session->optIn = true;
     if (const auto panoptra = Injection::resolve<Panoptra>()) panoptra->consentGiven();
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->refresh();

@@ -14,16 +14,20 @@ class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
     ConsentDialog(std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
                   std::shared_ptr<UIStrings> uiStrings);
 
-    /// Loads the texts if need be, then presents the question; does nothing while it is asked already.
+    /// Loads the texts if need be, then presents the question; does nothing while it is asked already. The
+    /// answer counts only for the session and the visitor that were asked.
     void ask();
 
  private:
     void present();
     void answered(bool accepted);
+    void finish();
+    [[nodiscard]] bool isStillAsked() const;
 
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
     std::shared_ptr<UIStrings> uiStrings;
     bool mIsAsking = false;
+    VisitConfig mAsked;
     std::unique_ptr<Alert> mAlert;
 };
 

@@ -5,7 +5,6 @@
 #include "General/ConstantUtils.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
-#include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Util/Url.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
@@ -15,11 +14,12 @@ namespace merovanta {
 namespace {
 
 constexpr int normalClosure = 1000;
+constexpr std::size_t longestDescription = 1000;
+constexpr std::size_t maximumUnreadBytes = 2 * WebSocket::maximumMessageBytes;
 
 /// A value that is too large to be read in a log is only measured: describing one that is nested deeply
 /// would take as many stack frames.
 std::string describe(const nlohmann::json& value, std::size_t textLength) {
-    constexpr std::size_t longestDescription = 1000;
     if (textLength > longestDescription) return "a value of " + std::to_string(textLength) + " bytes";
     return value.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
@@ -134,25 +134,50 @@ void WebSocketMessageSender::didDisconnect(const std::optional<WebSocketError>& 
 }
 
 void WebSocketMessageSender::didReceiveText(std::string text) {
-    // Parsed on the work queue: a message may hold a large picture.
-    platform::current().workQueue().async([weak = weak_from_this(), text = std::move(text)] {
-        auto message = std::make_shared<const std::optional<nlohmann::json>>(parseJson(text));
-        ViewUtils::runOnMainQueue([weak, message = std::move(message), length = text.size()] {
-            const auto self = std::static_pointer_cast<WebSocketMessageSender>(weak.lock());
-            if (self) self->handle(*message, length);
+    if (text.size() > maximumUnreadBytes - mUnreadBytes) {
+        Log::error("Cannot parse WebSocket response: too many messages at once");
+        return;
+    }
+    mUnreadBytes += text.size();
+    // Read on the work queue: a message may hold a large picture.
+    platform::current().workQueue().async(
+        [weak = weak_from_this(), parser = bidirectionalMessageParser, text = std::move(text)] {
+            ViewUtils::runOnMainQueue([weak, incoming = read(text, *parser)]() mutable {
+                const auto self = std::static_pointer_cast<WebSocketMessageSender>(weak.lock());
+                if (self) self->handle(std::move(incoming));
+            });
         });
-    });
 }
 
-void WebSocketMessageSender::handle(const std::optional<nlohmann::json>& message,
-                                    std::size_t textLength) const {
-    if (!message) {
-        Log::error("Cannot parse JSON of WebSocket response: it is not JSON");
-    } else if (!message->is_object()) {
-        Log::error("Cannot convert to dict: " + describe(*message, textLength));
-    } else {
-        bidirectionalMessageParser->parse(*message);
+WebSocketMessageSender::Incoming WebSocketMessageSender::read(const std::string& text,
+                                                              const BidirectionalMessageParser& parser) {
+    Incoming incoming{.size = text.size()};
+    try {
+        const auto json = nlohmann::json::parse(text);
+        if (json.is_object()) {
+            incoming.message = parser.read(json);
+        } else {
+            incoming.error = "Cannot convert to dict: " + describe(json, text.size());
+        }
+    } catch (const nlohmann::json::exception& exception) {
+        incoming.error = "Cannot parse JSON of WebSocket response: " +
+                         std::string(exception.what()).substr(0, longestDescription);
     }
+    return incoming;
+}
+
+void WebSocketMessageSender::handle(Incoming incoming) {
+    assertMainThread();
+    mUnreadBytes -= incoming.size;
+    // Of a connection that has been closed, the agent has no more say.
+    if (!wasSuccessfulOnce) return;
+    if (!incoming.message) {
+        Log::error(incoming.error);
+        return;
+    }
+    std::vector<BidirectionalMessage> messages;
+    messages.push_back(std::move(*incoming.message));
+    bidirectionalMessageParser->handOver(std::move(messages));
 }
 
 }  // namespace merovanta

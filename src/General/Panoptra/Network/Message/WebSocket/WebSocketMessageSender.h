@@ -37,22 +37,32 @@ class WebSocketMessageSender : public MessageSender {
     [[nodiscard]] const char* typeName() const override { return "WebSocketMessageSender"; }
 
  private:
+    /// One text, read: the agent's message, or what is wrong with it.
+    struct Incoming {
+        std::size_t size = 0;
+        std::optional<BidirectionalMessage> message;
+        std::string error;
+    };
+
+    [[nodiscard]] static Incoming read(const std::string& text, const BidirectionalMessageParser& parser);
     [[nodiscard]] std::string endpointUrl(const std::string& pageUrl) const;
     [[nodiscard]] WebSocket::Delegate delegate();
     void didConnect();
     void didDisconnect(const std::optional<WebSocketError>& error);
     void didReceiveText(std::string text);
-    void handle(const std::optional<nlohmann::json>& message, std::size_t textLength) const;
+    void handle(Incoming incoming);
 
     std::unique_ptr<WebSocket> socket;
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
     std::shared_ptr<BidirectionalMessageParser> bidirectionalMessageParser;
-    // Only kept for the length of the session.
+    // Only held.
     std::shared_ptr<ViewMonitor> viewMonitor;
     std::shared_ptr<HttpUtil> httpUtil;
     std::function<void()> successCallback;
     std::function<void()> errorCallback;
     bool wasSuccessfulOnce = false;
+    // Bytes of the texts that wait to be read.
+    std::size_t mUnreadBytes = 0;
 };
 
 }  // namespace merovanta

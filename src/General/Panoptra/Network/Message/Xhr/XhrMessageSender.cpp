@@ -27,6 +27,7 @@ void XhrMessageSender::connect(const std::string& pageUrl, std::function<void()>
     stopped = false;
     mRoundTimer.reset();
     ++mLoop;
+    mIsRequesting = true;
     httpUtil->get(*url, [weak = weak_from_this(), loop = mLoop](HttpReply reply) {
         ViewUtils::runOnMainQueue([weak, loop, reply = std::move(reply)] {
             const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
@@ -38,6 +39,7 @@ void XhrMessageSender::connect(const std::string& pageUrl, std::function<void()>
 void XhrMessageSender::connected(unsigned loop, const HttpReply& reply) {
     assertMainThread();
     if (loop != mLoop) return;
+    mIsRequesting = false;
     if (reply.error) {
         Log::error("Request failed");
         return;
@@ -49,19 +51,25 @@ void XhrMessageSender::connected(unsigned loop, const HttpReply& reply) {
 void XhrMessageSender::close() {
     MessageSender::close();
     stopped = true;
+    if (!mayStillSend()) queue.clear_messages();
 }
 
-void XhrMessageSender::discardQueue() {
+void XhrMessageSender::finishLastRound() {
     assertMainThread();
+    if (stopped && mRoundTimer) sendRound();
     queue.clear_messages();
 }
 
 void XhrMessageSender::send(ProtoMessage message, const Callback& callback) {
     assertMainThread();
-    // Nothing will be sent any more after the last round; the application may stay in the background for
-    // days.
-    if (!stopped || mRoundTimer) *queue.add_messages() = std::move(message);
+    if (mayStillSend()) *queue.add_messages() = std::move(message);
     callback(std::nullopt);
+}
+
+/// A stream that is closed, has run its last round and waits for nothing takes no more messages: the
+/// application may stay in the background for days.
+bool XhrMessageSender::mayStillSend() const {
+    return !stopped || mRoundTimer || mIsRequesting;
 }
 
 void XhrMessageSender::sendRound() {
@@ -83,32 +91,44 @@ void XhrMessageSender::sendRound() {
 
 void XhrMessageSender::postQueue(std::string body) {
     if (!url) fatalError("A round of a sender that was never connected");
-    httpUtil->post(*url, std::move(body), [weak = weak_from_this(), loop = mLoop](const HttpReply& reply) {
-        // Parsed here, off the main thread: a reply may hold a large picture.
-        auto agentReply =
-            reply.error || !reply.data ? std::nullopt : std::optional(AgentReply::parse(*reply.data));
-        ViewUtils::runOnMainQueue(
-            [weak, loop, failed = reply.error.has_value(), agentReply = std::move(agentReply)] {
-                const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
-                if (self) self->roundFinished(loop, failed, agentReply);
-            });
-    });
+    mIsRequesting = true;
+    httpUtil->post(*url, std::move(body),
+                   [weak = weak_from_this(), loop = mLoop,
+                    parser = bidirectionalMessageParser](const HttpReply& reply) {
+                       AgentMessages messages;
+                       // Read here, off the main thread: a reply may hold large pictures.
+                       if (!reply.error && reply.data) {
+                           const AgentReply agentReply = AgentReply::parse(*reply.data);
+                           messages.isMalformed = agentReply.isMalformed;
+                           for (const auto& message : agentReply.messages)
+                               messages.messages.push_back(parser->read(message));
+                       }
+                       ViewUtils::runOnMainQueue([weak, loop, failed = reply.error.has_value(),
+                                                  messages = std::move(messages)]() mutable {
+                           const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
+                           if (self) self->roundFinished(loop, failed, std::move(messages));
+                       });
+                   });
 }
 
-void XhrMessageSender::roundFinished(unsigned loop, bool failed,
-                                     const std::optional<AgentReply>& agentReply) {
+void XhrMessageSender::roundFinished(unsigned loop, bool failed, AgentMessages messages) {
     assertMainThread();
+    const bool isCurrent = loop == mLoop;
+    if (isCurrent) mIsRequesting = false;
     if (failed) {
         // The loop ends here for good; recovery is for those who chose this transport.
         Log::error("Request failed");
+        if (isCurrent && stopped) queue.clear_messages();
         return;
     }
-    if (loop == mLoop) {
+    if (isCurrent) {
         // Only now, after the answer: what was queued while the request was under way goes too.
         queue.clear_messages();
         scheduleNextRound();
     }
-    if (agentReply) handOver(*agentReply);
+    if (messages.isMalformed) Log::warning("Cannot parse message");
+    // Of a stream that has been closed, the agent has no more say.
+    if (isCurrent && !stopped) bidirectionalMessageParser->handOver(std::move(messages.messages));
 }
 
 void XhrMessageSender::scheduleNextRound() {
@@ -118,12 +138,6 @@ void XhrMessageSender::scheduleNextRound() {
     if (stopped) return;
     mRoundTimer =
         platform::current().timers().schedule(seconds(currentInterval), false, [this] { sendRound(); });
-}
-
-void XhrMessageSender::handOver(const AgentReply& agentReply) {
-    for (const auto& message : agentReply.messages)
-        bidirectionalMessageParser->parse(message);
-    if (agentReply.isMalformed) Log::warning("Cannot parse message");
 }
 
 }  // namespace merovanta

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
 #include "General/Panoptra/Network/Message/MessageSender.h"
@@ -27,8 +28,9 @@ class XhrMessageSender : public MessageSender {
     void connect(const std::string& url, std::function<void()> successCallback,
                  std::function<void()> errorCallback) override;
 
-    /// Drops what an earlier session has left in the queue, so that it cannot go out under another's name.
-    void discardQueue();
+    /// Ends what an earlier session has left behind, so that it cannot go out under another's name: runs its
+    /// last round now if one is scheduled, and drops the rest. Call it before the session's ids change.
+    void finishLastRound();
 
     /// A round that is scheduled already still runs, and is the last.
     void close() override;
@@ -40,12 +42,18 @@ class XhrMessageSender : public MessageSender {
     [[nodiscard]] const char* typeName() const override { return "XhrMessageSender"; }
 
  private:
+    /// The agent's messages in a reply.
+    struct AgentMessages {
+        std::vector<BidirectionalMessage> messages;
+        bool isMalformed = false;
+    };
+
     void connected(unsigned loop, const HttpReply& reply);
     void sendRound();
     void postQueue(std::string body);
-    void roundFinished(unsigned loop, bool failed, const std::optional<AgentReply>& agentReply);
+    void roundFinished(unsigned loop, bool failed, AgentMessages messages);
     void scheduleNextRound();
-    void handOver(const AgentReply& agentReply);
+    [[nodiscard]] bool mayStillSend() const;
 
     const double queueSendingInterval = 0.1;
     const double increasedQueueSendingInterval = 0.03;
@@ -56,6 +64,7 @@ class XhrMessageSender : public MessageSender {
     double currentInterval = 0;
     ProtoMessageList queue;
     bool stopped = true;
+    bool mIsRequesting = false;
 
     std::unique_ptr<Timer> mRoundTimer;
     // Counts the loops, so that answers to requests of an earlier loop cannot start a second one.
