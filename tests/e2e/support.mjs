@@ -146,7 +146,8 @@ export class Service extends Process {
 
   /** When each POST with events came; all events of one POST bear its time. */
   postTimes(visitor) {
-    const streamed = this.events(undefined, visitor).filter(({ kind }) => !['init', 'connect', 'end'].includes(kind));
+    const streamed = this.events(undefined, visitor)
+      .filter(({ kind }) => !['activity', 'init', 'connect', 'end'].includes(kind));
     return [...new Set(streamed.map((event) => event.at))];
   }
 
