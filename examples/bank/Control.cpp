@@ -34,7 +34,9 @@ void Control::read() {
 
 void Control::carryOut(const QByteArray& line) const {
     if (line.isEmpty()) return;
-    if (const auto command = m_commands.constFind(line); command != m_commands.constEnd())
-        return (*command)();
+    const qsizetype space = line.indexOf(' ');
+    const auto command = m_commands.constFind(space < 0 ? line : line.first(space));
+    if (command != m_commands.constEnd())
+        return (*command)(space < 0 ? QString() : QString::fromUtf8(line.sliced(space + 1)));
     std::fprintf(stderr, "merovanta-bank: unknown command \"%s\"\n", line.constData());
 }

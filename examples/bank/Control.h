@@ -5,12 +5,13 @@
 #include <QSocketNotifier>
 #include <functional>
 
-// Carries out commands that come as lines on standard input, for demonstrations and tests.
+// Carries out commands that come as lines on standard input, for demonstrations and tests: a word, and after
+// a space whatever it is about.
 class Control : public QObject {
     Q_OBJECT
 
  public:
-    using Command = std::function<void()>;
+    using Command = std::function<void(const QString& argument)>;
 
     explicit Control(QHash<QByteArray, Command> commands);
 

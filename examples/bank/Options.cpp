@@ -61,8 +61,9 @@ Options Options::parse(const QCoreApplication& app) {
         QStringLiteral("control"),
         QStringLiteral(
             "Obey lines on standard input: start and stop share the screen or no longer, hide and show "
-            "send the app to the background and back, stalls tells for how long the GUI thread was "
-            "busy at most since the last time, quit ends the app."));
+            "send the app to the background and back, where and tap find and touch an item by its name, "
+            "picture saves what the window shows, stalls tells for how long the GUI thread was busy at "
+            "most since the last time, quit ends the app."));
     parser.addOptions({server, tenant, token, start, tour, sentinel, control, exitAfter, screenshotDir});
     parser.process(app);
 

@@ -2,6 +2,8 @@
 
 #include <QDir>
 
+#include "FindItem.h"
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -12,16 +14,6 @@ constexpr qint64 stepTimeoutMs = 10000;
 constexpr qint64 lookMs = 1500;
 constexpr int tapBeats = 3;
 constexpr int dragBeats = 14;
-
-QQuickItem* findVisible(QQuickItem* item, const QString& objectName) {
-    if (!item->isVisible()) return nullptr;
-    if (item->objectName() == objectName) return item;
-    const auto children = item->childItems();
-    for (auto* child : children) {
-        if (auto* found = findVisible(child, objectName)) return found;
-    }
-    return nullptr;
-}
 
 }  // namespace
 
@@ -186,13 +178,9 @@ void Tour::beat() {
     }
 }
 
-QQuickItem* Tour::find(const QString& objectName) const {
-    return findVisible(m_window->contentItem(), objectName);
-}
-
 // The middle of the target once it can be touched: enabled, inside the window, and where it was a beat ago.
 std::optional<QPointF> Tour::restingPlace(const QString& objectName) {
-    const auto* item = find(objectName);
+    const auto* item = findVisibleItem(*m_window, objectName);
     const auto before = std::exchange(m_lastPlace, std::nullopt);
     if (!item || !item->isEnabled()) return std::nullopt;
     const QPointF middle = item->mapToScene({item->width() / 2, item->height() / 2});

@@ -2,7 +2,6 @@
 
 #include <QElapsedTimer>
 #include <QObject>
-#include <QQuickItem>
 #include <QTimer>
 #include <deque>
 #include <functional>
@@ -48,7 +47,6 @@ class Tour : public QObject {
     void look(const QString& landmark);
 
     void beat();
-    QQuickItem* find(const QString& objectName) const;
     std::optional<QPointF> restingPlace(const QString& objectName);
     void saveScreenshot(const QString& name);
 

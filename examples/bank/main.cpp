@@ -5,11 +5,13 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QPointer>
 #include <QQmlApplicationEngine>
 #include <QTimer>
 #include <cstdio>
 
 #include "Control.h"
+#include "ControlCommands.h"
 #include "Options.h"
 #include "ServiceProbe.h"
 #include "StallMeter.h"
@@ -45,32 +47,11 @@ QString configureMerovanta(const Options& options) {
     return QString::fromStdString(merovanta::Merovanta::configuration().server());
 }
 
-// A running session says goodbye to the service by a request, which needs the event loop a moment longer.
-void exitGracefully(QObject& window) {
-    if (!window.property("sharing").toBool()) return QCoreApplication::quit();
-    QMetaObject::invokeMethod(&window, "stopSharing");
-    auto* farewell = new QTimer(qApp);
-    QObject::connect(farewell, &QTimer::timeout, qApp, &QCoreApplication::quit);
-    farewell->start(250ms);
-}
-
-QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallMeter& meter) {
-    return {
-        {"start", [&window] { QMetaObject::invokeMethod(&window, "startSharing"); }},
-        {"stop", [&window] { QMetaObject::invokeMethod(&window, "stopSharing"); }},
-        {"hide", [&window] { window.hide(); }},
-        {"show",
-         [&window] {
-             window.show();
-             window.requestActivate();
-         }},
-        {"stalls",
-         [&meter] {
-             std::printf("longest stall %lld ms\n", static_cast<long long>(meter.takeLongest().count()));
-             std::fflush(stdout);
-         }},
-        {"quit", [&window] { exitGracefully(window); }},
-    };
+// The library ends the session; the app's own view of it follows.
+void followEnd(QQuickWindow& window) {
+    merovanta::Merovanta::panoptra().registerCallbacks({}, [window = QPointer(&window)] {
+        if (window) QMetaObject::invokeMethod(window, "sharingEnded");
+    });
 }
 
 void reportState(Qt::ApplicationState state) {
@@ -111,6 +92,7 @@ int main(int argc, char** argv) {
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Bank/Main.qml")));
     if (engine.rootObjects().isEmpty()) return EXIT_FAILURE;
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
+    followEnd(*window);
 
     std::optional<Tour> tour;
     if (options.tour) {

@@ -17,8 +17,11 @@ const REQUEST_FAILED = /^\[ERROR\] XhrMessageSender: Request failed$/;
 const CANNOT_PARSE = /^\[WARNING\] XhrMessageSender: Cannot parse message$/;
 const DELETE_FAILED = /^\[WARNING\] MessageSender: Failed to send delete: ./;
 const LOG_FAILED = /^\[WARNING\] Panoptra: Cannot log co-browsing (acceptance|start|stop): ./;
+const POLL_FAILED = /^\[ERROR\] XhrRunner: Poll failed: ./;
+const CANNOT_PARSE_POLL = /^\[WARNING\] XhrRunner: Cannot parse poll reply$/;
 const ALREADY_STOPPED = /^\[WARNING\] Panoptra: Already stopped$/;
 const STOPPED = /(: Delete sent$|Failed to send delete: |Panoptra: Already stopped$)/;
+const ANY_TIME = [LOG_FAILED, POLL_FAILED, CANNOT_PARSE_POLL];
 
 const broken = (line) => ({ drop: line, truncate: line, large: line });
 const NO_START = {
@@ -39,9 +42,10 @@ const CASES = {
   'ix/m:post': { running: NO_STREAM },
   'ix/m:delete': { stopped: broken(DELETE_FAILED) },
   'io/l': { running: { ...broken(LOG_FAILED), status: LOG_FAILED } },
-  '*': { running: NO_START, others: [ALREADY_STOPPED, LOG_FAILED, DELETE_FAILED] },
+  co: { running: { ...broken(POLL_FAILED), status: CANNOT_PARSE_POLL, garbage: CANNOT_PARSE_POLL } },
+  '*': { running: NO_START, others: [ALREADY_STOPPED, DELETE_FAILED, ...ANY_TIME] },
   '* from the middle on': {
-    running: NO_STREAM, stopped: broken(DELETE_FAILED), others: [LOG_FAILED], fromTheMiddle: true,
+    running: NO_STREAM, stopped: broken(DELETE_FAILED), others: ANY_TIME, fromTheMiddle: true,
   },
 };
 

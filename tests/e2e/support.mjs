@@ -7,6 +7,7 @@ import { mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync } from 'node:
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { setTimeout as pause } from 'node:timers/promises';
+import { isDeepStrictEqual } from 'node:util';
 
 import { chromium } from 'playwright-core';
 
@@ -15,6 +16,7 @@ const BROWSER_FLAGS = [
   '--disable-component-update', '--disable-sync',
 ];
 const OFFSCREEN = { QT_QPA_PLATFORM: 'offscreen', QT_QUICK_BACKEND: 'software' };
+const DISPLAYS = { offscreen: OFFSCREEN, phone: { ...OFFSCREEN, QT_SCALE_FACTOR: '3' } };
 // Ends an app that no test ended, so that nothing outlives a killed test run for long.
 const LONGEST_RUN_SECONDS = 240;
 
@@ -146,7 +148,8 @@ export class Service extends Process {
 
   /** When each POST with events came; all events of one POST bear its time. */
   postTimes(visitor) {
-    const streamed = this.events(undefined, visitor).filter(({ kind }) => !['init', 'connect', 'end'].includes(kind));
+    const streamed = this.events(undefined, visitor)
+      .filter(({ kind }) => !['activity', 'init', 'connect', 'end'].includes(kind));
     return [...new Set(streamed.map((event) => event.at))];
   }
 
@@ -182,13 +185,14 @@ export class App extends Process {
 
   /**
    * Without a session.
-   * @param display "offscreen" or "opengl": a virtual screen with the threaded render loop
+   * @param display "offscreen", "phone": with three device pixels a point, so that pictures have one, or "opengl": a
+   * virtual screen with the threaded render loop
    */
   static open(t, host, args, display = 'offscreen') {
     const home = temporaryDirectory(t);
     const options = ['--server', host, '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
     const env = { HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
-    if (display === 'offscreen') return new App(t, process.env.BANK, options, { ...env, ...OFFSCREEN });
+    if (DISPLAYS[display]) return new App(t, process.env.BANK, options, { ...env, ...DISPLAYS[display] });
     return new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
       ...env, QT_QPA_PLATFORM: 'xcb', QSG_RENDER_LOOP: 'threaded', QSG_INFO: '1',
     });
@@ -198,6 +202,33 @@ export class App extends Process {
   turnPage() {
     this.out.length = 0;
     this.err.length = 0;
+  }
+
+  /** Where a visible item is, in points; null without one. */
+  async where(name) {
+    const asked = this.out.length;
+    this.say(`where ${name}`);
+    const answer = await this.line(new RegExp(`^${name} (at |is not there$)`), undefined, asked);
+    if (!answer.startsWith(`${name} at `)) return null;
+    const [x, y, width, height] = answer.split(' ').slice(2).map(Number);
+    return { x, y, width, height };
+  }
+
+  /** As where(), once the item stands still. */
+  place(name) {
+    let before;
+    return eventually(`${name} at rest`, async () => {
+      const place = await this.where(name);
+      const rests = place && isDeepStrictEqual(place, before);
+      before = place;
+      return rests && place;
+    });
+  }
+
+  /** The visitor's own touch. */
+  async tap(name) {
+    await this.place(name);
+    this.say(`tap ${name}`);
   }
 
   /** For how many milliseconds the GUI thread was busy at most since the last question. */

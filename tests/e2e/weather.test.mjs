@@ -35,7 +35,8 @@ describe('bad weather', { concurrency: true }, () => {
     await app.line(/^\[ERROR\] XhrMessageSender: Request failed$/);
     await eventually('the tour going on', () => countFiles(screens) >= before + 2);
     assert.equal(await app.exitCode(60), 0);
-    assert.equal(app.out.filter((line) => line.startsWith('[ERROR]')).length, 1);
-    assert.deepEqual(app.problems(/XhrMessageSender: Request failed$/, /MessageSender: Failed to send delete: /), []);
+    assert.equal(app.out.filter((line) => /Request failed$/.test(line)).length, 1);
+    assert.deepEqual(app.problems(/XhrMessageSender: Request failed$/, /MessageSender: Failed to send delete: /,
+      /Panoptra: Cannot log co-browsing stop: /, /XhrRunner: Poll failed: /), []);
   });
 });

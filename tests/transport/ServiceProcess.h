@@ -17,8 +17,6 @@ class ServiceProcess {
  public:
     explicit ServiceProcess(EventLoop& loop, QStringList options = {});
     ~ServiceProcess();
-    ServiceProcess(const ServiceProcess&) = delete;
-    ServiceProcess& operator=(const ServiceProcess&) = delete;
 
     /// On a free port; on the same again when started anew, which then knows nothing any more.
     void start();

@@ -7,15 +7,18 @@ FocusScope {
     property bool busy: false
     signal signedIn
 
+    function signIn(): void {
+        busy = true;
+        welcome.start();
+    }
+
     function submit(): void {
         if (busy)
             return;
         userField.error = userName.text.trim() === "" ? qsTr("Enter your user name.") : "";
         passwordField.error = password.text === "" ? qsTr("Enter your password.") : "";
-        if (userField.error === "" && passwordField.error === "") {
-            busy = true;
-            welcome.start();
-        }
+        if (userField.error === "" && passwordField.error === "")
+            signIn();
     }
 
     objectName: "loginPage"
@@ -112,6 +115,14 @@ FocusScope {
                 busy: page.busy
                 enabled: !page.busy
                 onClicked: page.submit()
+            }
+            SecondaryButton {
+                objectName: "demoButton"
+                Layout.fillWidth: true
+                Layout.topMargin: 12
+                text: qsTr("Try the demo account")
+                enabled: !page.busy
+                onClicked: page.signIn()
             }
         }
 

@@ -26,6 +26,10 @@ ApplicationWindow {
         shareSession.stop();
     }
 
+    function sharingEnded(): void {
+        shareSession.ended();
+    }
+
     Component.onCompleted: {
         Privacy.sentinel = sentinel;
         // Without a window manager nobody gives the window the focus.

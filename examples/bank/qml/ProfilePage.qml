@@ -78,6 +78,23 @@ FocusScope {
 
             Surface {
                 Layout.fillWidth: true
+                implicitHeight: help.implicitHeight
+
+                ListRow {
+                    id: help
+                    objectName: "getHelp"
+                    width: parent.width
+                    title: qsTr("Get help")
+                    detail: qsTr("Go through the app with an adviser")
+                    iconName: "help"
+                    enabled: !page.session.active
+                    opacity: enabled ? 1 : 0.5
+                    onClicked: page.session.getHelp()
+                }
+            }
+
+            Surface {
+                Layout.fillWidth: true
                 implicitHeight: contact.implicitHeight
 
                 Column {
@@ -143,6 +160,7 @@ FocusScope {
 
                         Toggle {
                             id: fingerprint
+                            objectName: "fingerprintToggle"
                             name: qsTr("Fingerprint")
                         }
                     }

@@ -26,6 +26,17 @@ Item {
         active = false;
     }
 
+    // By the adviser.
+    function ended(): void {
+        active = false;
+        watched = false;
+    }
+
+    // The library shows the rest: a widget with the code, or with what went wrong.
+    function getHelp(): void {
+        Merovanta.coBrowsing.start();
+    }
+
     function note(text: string): void {
         if (active)
             Merovanta.panoptra.tag(text);

@@ -6,6 +6,7 @@ Rectangle {
 
     required property ShareSession session
 
+    objectName: "sharingPill"
     visible: session.active
     width: content.width + 24
     height: 26

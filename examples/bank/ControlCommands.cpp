@@ -1,0 +1,72 @@
+#include "ControlCommands.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <cstdio>
+
+#include "FindItem.h"
+#include "InputDriver.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+void say(const QString& line) {
+    std::puts(qPrintable(line));
+    std::fflush(stdout);
+}
+
+void tellPlace(const QQuickWindow& window, const QString& objectName) {
+    const auto* item = findVisibleItem(window, objectName);
+    if (!item || !item->isEnabled()) return say(objectName + QStringLiteral(" is not there"));
+    const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
+    say(QStringLiteral("%1 at %2 %3 %4 %5")
+            .arg(objectName)
+            .arg(place.x())
+            .arg(place.y())
+            .arg(place.width())
+            .arg(place.height()));
+}
+
+void tap(QQuickWindow& window, const QString& objectName) {
+    const auto* item = findVisibleItem(window, objectName);
+    if (!item) return say(objectName + QStringLiteral(" is not there"));
+    InputDriver input(&window);
+    const QPointF middle = item->mapToScene({item->width() / 2, item->height() / 2});
+    input.press(middle);
+    input.release(middle);
+}
+
+void savePicture(QQuickWindow& window, const QString& file) {
+    const bool isSaved = window.grabWindow().save(file);
+    say((isSaved ? QStringLiteral("saved ") : QStringLiteral("cannot save ")) + file);
+}
+
+}  // namespace
+
+QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallMeter& meter) {
+    return {
+        {"start", [&window](auto&) { QMetaObject::invokeMethod(&window, "startSharing"); }},
+        {"stop", [&window](auto&) { QMetaObject::invokeMethod(&window, "stopSharing"); }},
+        {"hide", [&window](auto&) { window.hide(); }},
+        {"show",
+         [&window](auto&) {
+             window.show();
+             window.requestActivate();
+         }},
+        {"where", [&window](auto& objectName) { tellPlace(window, objectName); }},
+        {"tap", [&window](auto& objectName) { tap(window, objectName); }},
+        {"picture", [&window](auto& file) { savePicture(window, file); }},
+        {"stalls",
+         [&meter](auto&) { say(QStringLiteral("longest stall %1 ms").arg(meter.takeLongest().count())); }},
+        {"quit", [&window](auto&) { exitGracefully(window); }},
+    };
+}
+
+void exitGracefully(QQuickWindow& window) {
+    if (!window.property("sharing").toBool()) return QCoreApplication::quit();
+    QMetaObject::invokeMethod(&window, "stopSharing");
+    auto* farewell = new QTimer(qApp);
+    QObject::connect(farewell, &QTimer::timeout, qApp, &QCoreApplication::quit);
+    farewell->start(250ms);
+}
