@@ -156,6 +156,8 @@ TEST_F(BackgroundTest, AThousandCyclesLeaveOneLoopAndNoMemoryBehind) {
 TEST_F(BackgroundTest, ADayLeavesNoMemoryBehind) {
     const std::string drawing = base64(png(39, 84, 0x80FF0000));
     const auto minute = [&](int number) {
+        // The agent closes it now and then.
+        if (!Injection::resolve<Panoptra>()->isRunning()) startSession();
         paint(0xFF000000U + static_cast<std::uint32_t>(number % 200));
         platform->tapRecognizers().tap({10, 20});
         platform->app.root->className = number % 2 == 0 ? "HomePage" : "AccountPage";

@@ -28,6 +28,11 @@ struct Asked {
         });
         EXPECT_TRUE(eventually([&] { return dialog() != nullptr && dialog()->property("opened").toBool(); }));
     }
+    /// The question takes no answer at first.
+    void waitUntilAnswerable() {
+        EXPECT_TRUE(eventually([&] { return content()->property("isAnswerable").toBool(); }));
+    }
+    QObject* content() { return dialog()->property("contentItem").value<QObject*>(); }
     QObject* dialog() { return scene.window().findChild<QObject*>(QString("alert")); }
     QQuickItem* item(const char* name) {
         return dialog()->property("contentItem").value<QQuickItem*>()->findChild<QQuickItem*>(name);
@@ -51,9 +56,9 @@ TEST(Alert, IsAnsweredOnceHoweverItCloses) {
     } ways[] = {
         {"accept button", true, [](Asked& asked) { asked.click("accept"); }},
         {"decline button", false, [](Asked& asked) { asked.click("decline"); }},
-        {"return", true, [](Asked& asked) { asked.key(Qt::Key_Return); }},
-        {"space", true, [](Asked& asked) { asked.key(Qt::Key_Space); }},
-        {"tab and enter", false, [](Asked& asked) { asked.key(Qt::Key_Tab), asked.key(Qt::Key_Enter); }},
+        {"return", false, [](Asked& asked) { asked.key(Qt::Key_Return); }},
+        {"space", false, [](Asked& asked) { asked.key(Qt::Key_Space); }},
+        {"tab and enter", true, [](Asked& asked) { asked.key(Qt::Key_Tab), asked.key(Qt::Key_Enter); }},
         {"escape", false, [](Asked& asked) { asked.key(Qt::Key_Escape); }},
         {"hidden window", false, [](Asked& asked) { asked.scene.window().close(); }},
         {"destroyed dialog", false, [](Asked& asked) { delete asked.dialog(); }},
@@ -62,11 +67,21 @@ TEST(Alert, IsAnsweredOnceHoweverItCloses) {
     for (const auto& way : ways) {
         SCOPED_TRACE(way.name);
         Asked asked;
+        asked.waitUntilAnswerable();
         way.close(asked);
         EXPECT_TRUE(eventually([&] { return !asked.answers.empty(); }));
         QTest::qWait(20);
         EXPECT_EQ(asked.answers, std::vector{way.isAccepted});
     }
+}
+
+TEST(Alert, IsNotAnsweredByWhatWasMeantForSomethingElse) {
+    Asked asked;
+    asked.click("accept");
+    asked.key(Qt::Key_Space);
+    EXPECT_FALSE(asked.content()->property("isAnswerable").toBool());
+    asked.waitUntilAnswerable();
+    EXPECT_TRUE(asked.answers.empty());
 }
 
 TEST(Alert, WithoutDeclineCanOnlyBeAccepted) {
@@ -76,6 +91,7 @@ TEST(Alert, WithoutDeclineCanOnlyBeAccepted) {
     QTest::qWait(50);
     EXPECT_TRUE(asked.answers.empty());
     EXPECT_FALSE(asked.item("decline")->isVisible());
+    asked.waitUntilAnswerable();
     asked.click("accept");
     EXPECT_TRUE(eventually([&] { return asked.answers == std::vector{true}; }));
 }
@@ -125,7 +141,9 @@ TEST(Alert, NeedsNoEngineOfTheHostAndSurvivesIts) {
     {
         QQuickWindow window;
         const auto alert = present(window, answers);
-        EXPECT_TRUE(eventually([&] { return window.activeFocusItem()->objectName() == "accept"; }));
+        EXPECT_TRUE(eventually([&] { return window.activeFocusItem()->objectName() == "decline"; }));
+        QTest::keyClick(&window, Qt::Key_Tab);
+        QTest::qWait(550);
         QTest::keyClick(&window, Qt::Key_Return);
         EXPECT_TRUE(eventually([&] { return answers == std::vector{true}; }));
     }

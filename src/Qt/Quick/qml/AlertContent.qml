@@ -12,6 +12,15 @@ FocusScope {
     // Whether there is little height to spend.
     property bool isLow
 
+    // A key or a tap that was meant for what the question covers must not answer it.
+    property bool isAnswerable: false
+
+    Timer {
+        interval: 500
+        running: true
+        onTriggered: root.isAnswerable = true
+    }
+
     readonly property real gap: 12
     readonly property real half: (width - gap) / 2
     readonly property bool isStacked: !canBeDeclined || (!isLow && Math.max(acceptButton.implicitWidth, declineButton.implicitWidth) > half)
@@ -94,8 +103,8 @@ FocusScope {
             x: root.isStacked ? 0 : root.half + root.gap
             width: root.isStacked ? root.width : root.half
             isProminent: true
-            focus: true
-            onClicked: root.accepted()
+            focus: !root.canBeDeclined
+            onClicked: if (root.isAnswerable) root.accepted()
         }
 
         AlertButton {
@@ -104,7 +113,8 @@ FocusScope {
             objectName: "decline"
             y: root.isStacked ? acceptButton.height + root.gap : 0
             width: root.isStacked ? root.width : root.half
-            onClicked: root.declined()
+            focus: root.canBeDeclined
+            onClicked: if (root.isAnswerable) root.declined()
         }
     }
 }

@@ -14,8 +14,12 @@ T.AbstractButton {
     Accessible.role: Accessible.Button
     Accessible.name: text
     Accessible.onPressAction: root.clicked()
-    Keys.onEnterPressed: root.clicked()
-    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: event => press(event)
+    Keys.onReturnPressed: event => press(event)
+
+    function press(event): void {
+        if (!event.isAutoRepeat) root.clicked();
+    }
 
     contentItem: Item {
         WidgetIcon {
