@@ -77,7 +77,8 @@ void WebSocketConnectionQt::closing() {
     // Comes a second time when the close frame is on its way. A connection that broke tells an error before
     // this, if it tells this at all; closeCode() is no help, it begins as 1000.
     if (mCloseCode) return;
-    mCloseCode = mSocket.closeCode();
+    // Converted at once: codes such as 4000 lie outside of what the enumeration may hold in memory.
+    mCloseCode = static_cast<int>(mSocket.closeCode());
     mTimer.start(closingTime);
 }
 
