@@ -44,6 +44,7 @@ export class AgentConsole {
   /** Taps in the middle of an area of the visitor's window. */
   async tap(area) {
     const { x, y } = await this.onPage(middleOf(area));
+    await this.page.locator('#surface[data-mode="tap"]').waitFor();
     await this.page.mouse.click(x, y);
   }
 
