@@ -26,11 +26,7 @@ using ::testing::IsEmpty;
 using Clock = EventLoop::Clock;
 using Lines = std::vector<std::string>;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr auto longestStall = 500ms;
-#else
 constexpr auto longestStall = 50ms;
-#endif
 
 double inMilliseconds(Clock::duration duration) {
     return std::chrono::duration<double, std::milli>(duration).count();
