@@ -5,14 +5,12 @@ import { join } from 'node:path';
 import { after, before, test } from 'node:test';
 
 import { FakeVisitor } from '../devservice/fakeVisitor.mjs';
-import { AgentConsole } from './agentConsole.mjs';
+import { AgentConsole, WIDGET_GREY } from './agentConsole.mjs';
 import { App, Service, eventually, outputDirectory } from './support.mjs';
 
 const ACCEPT_BLUE = [0x1f, 0x5b, 0xd1];
-const WIDGET_GREY = [0x38, 0x38, 0x38];
 // The blue pen, half transparent on white.
 const PALE_BLUE = [0x8e, 0xb7, 0xf9];
-const DIGIT_POINTS = 30;
 
 let endFile;
 const file = { after: (step) => { endFile = step; } };
@@ -36,17 +34,6 @@ const ended = () => agent.page.getByText(/Session ended at/).waitFor();
 const liveVisitor = (known) => eventually('a live visitor', async () =>
   (await service.visitors()).find(({ state, shareId }) => state === 'live' && !known.includes(shareId)));
 
-/** Waits for the widget in the picture, and for the code on it that the console shows too. */
-async function widgetWithCode(app) {
-  const label = await app.place('shareId');
-  await agent.shows('the widget', label, WIDGET_GREY);
-  const code = await agent.page.locator('#share-code').textContent();
-  assert.match(code, /^\d{5}$/);
-  await eventually(`the widget showing ${code}`, async () =>
-    await agent.digits(await app.place('shareId'), code.length, DIGIT_POINTS) === code);
-  return app.place('shareId');
-}
-
 test('the agent joins by the share code, taps, draws, asks for consent and closes', async (t) => {
   const other = new FakeVisitor(service.url);
   await other.start();
@@ -57,9 +44,9 @@ test('the agent joins by the share code, taps, draws, asks for consent and close
   await agent.shows('the login page', await app.place('signInButton'), [0x0d, 0x66, 0x50]);
 
   await tapOn(app, 'demoButton');
-  await agent.entry('AccountsPage').waitFor();
+  await app.line(/View changed to: AccountsPage$/);
   await tapOn(app, 'tabTransfer');
-  await agent.entry('TransferPage').waitFor();
+  await app.line(/View changed to: TransferPage$/);
   const button = await app.place('continueButton');
   const tap = await agent.entry(/Tap at/).first().textContent();
   t.diagnostic(`the agent's last tap: ${tap}`);
@@ -105,7 +92,8 @@ test('a visitor without a session is invited, or starts co-browsing in the app',
   const app = App.open(t, service.host, ['--control'], 'phone');
   await agent.page.getByRole('button', { name: /^Invite: visitor/ }).click();
   const invited = await liveVisitor(known);
-  const label = await widgetWithCode(app);
+  assert.match(await agent.showsCode(app), /^\d{5}$/);
+  const label = await app.place('shareId');
   await keep('widget');
 
   await tapOn(app, 'hideButton');
@@ -115,9 +103,9 @@ test('a visitor without a session is invited, or starts co-browsing in the app',
   await agent.shows('the widget again', label, WIDGET_GREY);
 
   await tapOn(app, 'demoButton');
-  await agent.entry('AccountsPage').waitFor();
+  await app.line(/View changed to: AccountsPage$/);
   await tapOn(app, 'tabProfile');
-  await agent.entry('ProfilePage').waitFor();
+  await app.line(/View changed to: ProfilePage$/);
   await tapOn(app, 'closeButton');
   await ended();
   assert.equal(await app.where('closeButton'), null);
@@ -125,7 +113,7 @@ test('a visitor without a session is invited, or starts co-browsing in the app',
   await app.tap('getHelp');
   const { shareId } = await liveVisitor([...known, invited.shareId]);
   await agent.join(shareId);
-  await widgetWithCode(app);
+  assert.equal(await agent.showsCode(app), shareId);
   await agent.closeSession();
   await ended();
   await eventually('the widget gone', async () => await app.where('closeButton') === null);
