@@ -134,20 +134,28 @@ class HarnessQuick : public Harness {
         mSocketPeer = std::make_unique<test::SocketPeerQt>();
         return mSocketPeer->url();
     }
-    void sendText(const std::string& text) override { mSocketPeer->sendText(text); }
-    void sendData(const std::string& data) override { mSocketPeer->sendData(data); }
-    void endSocket(std::optional<int> closeCode) override { mSocketPeer->end(closeCode); }
+    void sendText(const std::string& text) override {
+        mSocketPeer->socket().sendTextMessage(QString::fromStdString(text));
+    }
+    void sendData(const std::string& data) override {
+        mSocketPeer->socket().sendBinaryMessage(QByteArray::fromStdString(data));
+    }
+    void endSocket(std::optional<int> code) override {
+        if (!code) return mSocketPeer->socket().abort();
+        mSocketPeer->socket().close(static_cast<QWebSocketProtocol::CloseCode>(*code));
+    }
     HttpRequest socketRequest() override {
-        HttpRequest request{.url = mSocketPeer->request.url().toEncoded().toStdString()};
-        const auto names = mSocketPeer->request.rawHeaderList();
-        for (const auto& name : names) {
-            request.headers.emplace_back(name.toStdString(),
-                                         mSocketPeer->request.rawHeader(name).toStdString());
-        }
+        const auto native = mSocketPeer->socket().request();
+        HttpRequest request{.url = native.url().toEncoded().toStdString()};
+        const auto names = native.rawHeaderList();
+        for (const auto& name : names)
+            request.headers.emplace_back(name.toStdString(), native.rawHeader(name).toStdString());
         return request;
     }
     std::vector<std::string> socketReceived() override { return mSocketPeer->received; }
-    std::optional<int> socketCloseCode() override { return mSocketPeer->closeCode; }
+    std::optional<int> socketCloseCode() override {
+        return static_cast<int>(mSocketPeer->socket().closeCode());
+    }
 
     void becomeActive() override { Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive); }
     void resignActive() override {

@@ -5,6 +5,12 @@ import { eventually, openBrowser } from './support.mjs';
 /** The visitor's window in points. */
 export const SCREEN = { width: 390, height: 844 };
 
+export const WIDGET_GREY = [0x38, 0x38, 0x38];
+const DIGIT_POINTS = 30;
+const PATIENCE_MS = 6000;
+// Where the example app shows nothing that matters.
+const DOT = { x: 3, y: 740, width: 4, height: 4 };
+
 const middleOf = ({ x, y, width, height }) => ({ x: x + width / 2, y: y + height / 2 });
 
 export class AgentConsole {
@@ -43,6 +49,7 @@ export class AgentConsole {
 
   /** Taps in the middle of an area of the visitor's window. */
   async tap(area) {
+    await this.page.locator('#surface[data-mode="tap"]').waitFor();
     const { x, y } = await this.onPage(middleOf(area));
     await this.page.mouse.click(x, y);
   }
@@ -85,9 +92,34 @@ export class AgentConsole {
     }, [area, colour, tolerance, SCREEN]);
   }
 
+  /**
+   * Waits for what the picture shows. A picture is lost when the app takes it while a request is under way; a dot brings
+   * the next.
+   */
+  sees(what, probe) {
+    let since = performance.now();
+    return eventually(what, async () => {
+      if (await probe()) return true;
+      if (performance.now() - since > PATIENCE_MS) {
+        await this.encircle(DOT, 'Black');
+        since = performance.now();
+      }
+      return false;
+    });
+  }
+
   /** Waits until the picture shows an area in a colour, or no longer. */
   shows(what, area, colour, { least = 0.3, not = false } = {}) {
-    return eventually(what, async () => (await this.share(area, colour) >= least) !== not);
+    return this.sees(what, async () => (await this.share(area, colour) >= least) !== not);
+  }
+
+  /** Waits until the widget shows the code that the console names, and gives it back. */
+  async showsCode(app) {
+    await this.shows('the widget', await app.place('shareId'), WIDGET_GREY);
+    const code = await this.page.locator('#share-code').textContent();
+    await this.sees(`the widget showing ${code}`, async () =>
+      await this.digits(await app.place('shareId'), code.length, DIGIT_POINTS) === code);
+    return code;
   }
 
   /**

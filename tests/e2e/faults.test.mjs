@@ -135,5 +135,6 @@ describe('faults', () => {
   test('the app ends of its own accord', async () => {
     app.say('quit');
     assert.equal(await app.exitCode(), 0);
+    assert.deepEqual(app.err, []);
   });
 });

@@ -51,7 +51,7 @@ try {
   await agent.shows('the login page', await app.place('signInButton'), [0x0d, 0x66, 0x50]);
   await tapOn('demoButton');
   await tapOn('tabProfile');
-  await agent.entry('ProfilePage').waitFor();
+  await app.line(/View changed to: ProfilePage$/);
 
   // Where the knob is in one position and not in the other.
   const toggle = await app.place('fingerprintToggle');

@@ -24,10 +24,10 @@ PixelBuffer redAndBlue() {
     return pixels;
 }
 
-void expectColour(QColor actual, QColor expected) {
-    EXPECT_NEAR(actual.red(), expected.red(), 2);
-    EXPECT_NEAR(actual.green(), expected.green(), 2);
-    EXPECT_NEAR(actual.blue(), expected.blue(), 2);
+bool isNear(QColor actual, QColor expected) {
+    const auto differs = [](int a, int b) { return std::abs(a - b) > 2; };
+    return !differs(actual.red(), expected.red()) && !differs(actual.green(), expected.green()) &&
+           !differs(actual.blue(), expected.blue());
 }
 
 TEST(ImageOverlay, CoversTheViewAndLetsTouchesThrough) {
@@ -48,8 +48,8 @@ TEST(ImageOverlay, CoversTheViewAndLetsTouchesThrough) {
                      Qt::white);
         for (const double place : {0.08, 0.92}) {
             const int y = static_cast<int>(image.height() * place);
-            expectColour(image.pixelColor(image.width() / 15, y), QColor(255, 127, 127));
-            expectColour(image.pixelColor(image.width() * 14 / 15, y), QColor(191, 191, 255));
+            EXPECT_TRUE(isNear(image.pixelColor(image.width() / 15, y), QColor(255, 127, 127)));
+            EXPECT_TRUE(isNear(image.pixelColor(image.width() * 14 / 15, y), QColor(191, 191, 255)));
         }
     }
     QTest::mouseClick(&scene.window(), Qt::LeftButton, {}, {250, 100});
@@ -61,15 +61,11 @@ TEST(ImageOverlay, CoversTheViewAndLetsTouchesThrough) {
         return view->className() == "PassthroughUIImageView";
     }));
     overlay.reset();
-    expectColour(scene.window().grabWindow().pixelColor(250, 100), Qt::white);
-}
+    EXPECT_TRUE(isNear(scene.window().grabWindow().pixelColor(250, 100), Qt::white));
 
-TEST(ImageOverlay, GoesWithItsView) {
-    Scene scene("Window {}");
     const auto root = scene.root();
-    const auto overlay = ImageOverlayFactoryQuick().show(*root, redAndBlue(), 0.5);
     scene.close();
-    EXPECT_EQ(ImageOverlayFactoryQuick().show(*root, redAndBlue(), 0.5), nullptr);
+    EXPECT_EQ(factory.show(*root, redAndBlue(), 1), nullptr);
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <cmath>
 
-#include "Qt/Quick/AlertFactoryQuick.h"
 #include "Scene.h"
 
 using merovanta::Point;
@@ -94,17 +93,6 @@ TEST(TapPlayer, ReachesWhatTheVisitorWouldReach) {
     EXPECT_EQ(seen, 0) << "the visitor did not tap";
     QTest::mouseClick(&scene.window(), Qt::LeftButton, {}, {25, 25});
     EXPECT_EQ(seen, 1);
-}
-
-TEST(TapPlayer, LeavesAlertsToTheVisitor) {
-    Scene scene("ApplicationWindow { MouseArea { anchors.fill: parent } }");
-    TapPlayerQuick player;
-    const auto alert = merovanta::quick::AlertFactoryQuick().present(
-        *scene.controller(), {"Title", "Message", "Yes", "No"}, [](bool) { ADD_FAILURE(); });
-    QTest::qWait(300);
-    for (int y = 0; y < 400; y += 10)
-        EXPECT_FALSE(player.tap(*scene.root(), {200, static_cast<double>(y)}));
-    QTest::qWait(50);
 }
 
 TEST(TapPlayer, BearsWhatTheHostDoesMeanwhile) {

@@ -1,8 +1,10 @@
 #include "ServiceProcess.h"
 
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 
 #include <QtNetwork/QNetworkReply>
+#include <csignal>
 #include <fstream>
 #include <memory>
 #include <utility>
@@ -14,6 +16,8 @@ using nlohmann::json;
 ServiceProcess::ServiceProcess(EventLoop& loop, QStringList options)
     : mLoop(loop), mOptions(std::move(options)) {
     mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // Not to outlive a test that crashes.
+    mProcess.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     // The certificate is for this name.
     mUrl = mOptions.contains(QStringLiteral("--tls-cert")) ? "https://localhost:" : "http://localhost:";
     start();

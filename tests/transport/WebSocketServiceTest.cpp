@@ -21,16 +21,11 @@ namespace {
 using namespace std::chrono_literals;
 using nlohmann::json;
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using Clock = EventLoop::Clock;
 using Lines = std::vector<std::string>;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr auto longestStall = 500ms;
-#else
 constexpr auto longestStall = 50ms;
-#endif
 
 double inMilliseconds(Clock::duration duration) {
     return std::chrono::duration<double, std::milli>(duration).count();
@@ -225,6 +220,7 @@ TEST_F(WebSocketServiceTest, TakesWhateverTheServiceSends) {
     const auto memory = peakKilobytes();
     int connections = 1;
     const auto expectToEnd = [&](const json& frame, const std::string& how) {
+        if (HasFailure()) return;
         service->sendFrame(frame);
         ++connections;
         EXPECT_TRUE(loop.runUntil([&] { return service->counters().at("sockets") == connections; })) << frame;
@@ -239,6 +235,7 @@ TEST_F(WebSocketServiceTest, TakesWhateverTheServiceSends) {
     expectToEnd({{"drop", true}}, unknownError);
 
     const auto expectError = [&](const json& frame, const std::string& error) {
+        if (HasFailure()) return;
         service->sendFrame(frame);
         converse(json::object());
         EXPECT_THAT(takeLines(), ElementsAre("[ERROR] " + error));

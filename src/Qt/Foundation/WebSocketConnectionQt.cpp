@@ -1,6 +1,5 @@
 #include "Qt/Foundation/WebSocketConnectionQt.h"
 
-#include <QtNetwork/QSslSocket>
 #include <chrono>
 #include <utility>
 #include <variant>
@@ -60,7 +59,9 @@ void WebSocketConnectionQt::open(const HttpRequest& request) {
 
 void WebSocketConnectionQt::write(const std::string& data) {
     if (mSocket.state() != QAbstractSocket::ConnectedState) return;
-    if (unsent() > static_cast<qint64>(maximumWaitingBytes)) return end("The other side takes no data");
+    if (mSocket.bytesToWrite() > static_cast<qint64>(maximumWaitingBytes)) {
+        return end("The other side takes no data");
+    }
     mSocket.sendBinaryMessage(QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size())));
 }
 
@@ -77,7 +78,8 @@ void WebSocketConnectionQt::closing() {
     // Comes a second time when the close frame is on its way. A connection that broke tells an error before
     // this, if it tells this at all; closeCode() is no help, it begins as 1000.
     if (mCloseCode) return;
-    mCloseCode = mSocket.closeCode();
+    // Converted at once: codes such as 4000 lie outside of what the enumeration may hold in memory.
+    mCloseCode = static_cast<int>(mSocket.closeCode());
     mTimer.start(closingTime);
 }
 
@@ -92,12 +94,6 @@ void WebSocketConnectionQt::receive(std::string message, const std::function<voi
         return mSocket.close(QWebSocketProtocol::CloseCodePolicyViolated);
     }
     event(std::move(message));
-}
-
-qint64 WebSocketConnectionQt::unsent() const {
-    // The socket forgets what it has encrypted.
-    const auto* const encrypted = mSocket.findChild<QSslSocket*>();
-    return mSocket.bytesToWrite() + (encrypted == nullptr ? 0 : encrypted->encryptedBytesToWrite());
 }
 
 void WebSocketConnectionQt::end(std::string description) {

@@ -37,8 +37,8 @@ bool AlertQuick::present(QQuickWindow& window, const AlertTexts& texts) {
                                 });
     if (!mDialog) return false;
     connect(mDialog, SIGNAL(accepted()), this, SLOT(accept()));
-    connect(mDialog, SIGNAL(closed()), this, SLOT(answer()));
-    connect(mDialog, &QObject::destroyed, this, &AlertQuick::answer);
+    connect(mDialog, SIGNAL(closed()), this, SLOT(answer()), Qt::QueuedConnection);
+    connect(mDialog, &QObject::destroyed, this, &AlertQuick::answer, Qt::QueuedConnection);
     connect(&window, &QWindow::visibleChanged, mDialog, [dialog = mDialog.data()](bool isVisible) {
         if (!isVisible) QMetaObject::invokeMethod(dialog, "close");
     });
@@ -51,15 +51,9 @@ bool AlertQuick::isAlert(const QObject& popup) {
 }
 
 void AlertQuick::answer() {
-    if (std::exchange(mIsAnswered, true)) return;
-    // Later: an accepted dialog says first that it is closed, and the host may be closing its window.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            const auto answered = std::move(mAnswered);
-            answered(mIsAccepted);
-        },
-        Qt::QueuedConnection);
+    const auto answered = std::exchange(mAnswered, nullptr);
+    // May destroy this object.
+    if (answered) answered(mIsAccepted);
 }
 
 }  // namespace merovanta::quick

@@ -26,13 +26,14 @@ class AlertQuick final : public QObject, public Alert {
 
  private Q_SLOTS:
     void accept() { mIsAccepted = true; }
+    /// Comes later than all that happens while the dialog closes.
     void answer();
 
  private:
     QPointer<QObject> mDialog;
+    /// Null once called.
     std::function<void(bool accepted)> mAnswered;
     bool mIsAccepted = false;
-    bool mIsAnswered = false;
 };
 
 }  // namespace merovanta::quick

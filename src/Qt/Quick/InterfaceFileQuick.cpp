@@ -48,7 +48,7 @@ QObject* loadInterfaceFile(const QString& name, QQuickWindow& window, QObject& o
 QString boundedText(const std::string& utf8, qsizetype maximumLength) {
     // A character takes four bytes at most.
     const auto bytes = std::min(static_cast<qsizetype>(utf8.size()), 4 * maximumLength);
-    const QString text = QString::fromUtf8(utf8.data(), bytes);
+    QString text = QString::fromUtf8(utf8.data(), bytes);
     if (text.size() <= maximumLength) return text;
     const bool splitsPair = text.at(maximumLength - 1).isHighSurrogate();
     return text.left(splitsPair ? maximumLength - 1 : maximumLength) + QChar(0x2026);

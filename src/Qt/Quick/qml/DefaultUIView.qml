@@ -20,6 +20,9 @@ Item {
     readonly property real dockY: Math.round(safeArea.y + Math.max(0, (safeArea.height - widget.expandedHeight) * 0.3))
     readonly property real tabY: dockY + Math.round((widget.expandedHeight - hideButton.height) / 2)
 
+    // Whoever collapses or expands the widget by keyboard finds the focus on the button that does the opposite.
+    property bool isKeyboardUsed
+
     signal hideClicked
     signal closeClicked
     signal openChat
@@ -35,7 +38,11 @@ Item {
         visible: !root.isShowButtonHidden
         text: qsTr("Show co-browsing")
         iconPath: "M14 6 L8 12 L14 18"
-        onClicked: root.hideClicked()
+        onClicked: {
+            root.isKeyboardUsed = visualFocus;
+            root.hideClicked();
+        }
+        onVisibleChanged: if (visible && root.isKeyboardUsed) forceActiveFocus(Qt.TabFocusReason)
     }
 
     RoundedButton {
@@ -49,7 +56,11 @@ Item {
         visible: !root.isHideButtonHidden
         text: qsTr("Hide co-browsing")
         iconPath: "M10 6 L16 12 L10 18"
-        onClicked: root.hideClicked()
+        onClicked: {
+            root.isKeyboardUsed = visualFocus;
+            root.hideClicked();
+        }
+        onVisibleChanged: if (visible && root.isKeyboardUsed) forceActiveFocus(Qt.TabFocusReason)
     }
 
     CoBrowseWidget {
