@@ -7,6 +7,7 @@ export const SCREEN = { width: 390, height: 844 };
 
 export const WIDGET_GREY = [0x38, 0x38, 0x38];
 const DIGIT_POINTS = 30;
+const REST_MS = 1500;
 const PATIENCE_MS = 6000;
 // Where the example app shows nothing that matters.
 const DOT = { x: 3, y: 740, width: 4, height: 4 };
@@ -74,6 +75,19 @@ export class AgentConsole {
   async closeSession() {
     await this.button('Close').click();
     await this.button('Close session').click();
+  }
+
+  /** Waits until the picture has not changed for a while. */
+  async rests() {
+    const content = () => this.page.locator('#picture').evaluate((canvas) => canvas.toDataURL());
+    let before = await content();
+    let since = performance.now();
+    await eventually('a picture at rest', async () => {
+      const now = await content();
+      if (now !== before) since = performance.now();
+      before = now;
+      return performance.now() - since > REST_MS;
+    });
   }
 
   /** How much of an area of the visitor's window the picture shows in a colour, from 0 to 1. */

@@ -45,7 +45,8 @@ Item {
     implicitWidth: size
     implicitHeight: size
     // A shape alone is drawn outside its clip by the software backend.
-    layer.enabled: true
+    // The software backend draws smooth lines by itself, and layers only where a point is one pixel.
+    layer.enabled: GraphicsInfo.api !== GraphicsInfo.Software
     layer.samples: 4
 
     Shape {
