@@ -24,7 +24,7 @@ WebSocketConnectionQt::WebSocketConnectionQt(QObject* parent, Events events)
     mSocket.setMaxAllowedIncomingFrameSize(WebSocket::maximumMessageBytes);
     mSocket.setMaxAllowedIncomingMessageSize(WebSocket::maximumMessageBytes);
     // A frame is read when it is complete; the rest is for its header.
-    mSocket.setReadBufferSize(static_cast<qint64>(WebSocket::maximumMessageBytes + 1024));
+    mSocket.setReadBufferSize(static_cast<qint64>(WebSocket::maximumMessageBytes) + 1024);
     mTimer.setSingleShot(true);
     connect(&mTimer, &QTimer::timeout, this, [this] { end("The connection timed out"); });
 
