@@ -164,8 +164,9 @@ export class Service extends Process {
     return (await fetch(new URL('console/api/visitors', this.url))).json();
   }
 
+  /** The first visitor whose session is initialised; entries in the activity log may be there before. */
   visitor(seconds) {
-    return eventually('a visitor', async () => (await this.visitors()).at(0), seconds);
+    return eventually('a visitor', async () => (await this.visitors()).find(({ shareId }) => shareId), seconds);
   }
 
   /** Makes endpoints misbehave; those not named behave well. */
@@ -185,8 +186,8 @@ export class App extends Process {
 
   /**
    * Without a session.
-   * @param display "offscreen", "phone": with three device pixels a point, so that pictures have one, or "opengl": a
-   * virtual screen with the threaded render loop
+   * @param display "offscreen", "phone": with three device pixels a point, so that pictures have one, but masks are out
+   * of place (docs/privacy.md), or "opengl": a virtual screen with the threaded render loop
    */
   static open(t, host, args, display = 'offscreen') {
     const home = temporaryDirectory(t);
