@@ -91,12 +91,17 @@ class MeasuredPlatform : public Platform {
     Application& application() override { return mInner.application(); }
     ScreenCapture& screenCapture() override { return mInner.screenCapture(); }
     TapRecognizerFactory& tapRecognizers() override { return mInner.tapRecognizers(); }
+    TapPlayer& tapPlayer() override { return mInner.tapPlayer(); }
+    ImageOverlayFactory& imageOverlays() override { return mInner.imageOverlays(); }
+    AlertFactory& alerts() override { return mInner.alerts(); }
+    WidgetViewFactory& widgets() override { return mInner.widgets(); }
     MainQueue& mainQueue() override { return mMainQueue; }
     WorkQueue& workQueue() override { return mInner.workQueue(); }
     ManualTimers& timers() override { return mTimers; }
     Clock& clock() override { return mInner.clock(); }
     Random& random() override { return mInner.random(); }
     HttpSession& httpSession() override { return mInner.httpSession(); }
+    WebSocketFactory& webSockets() override { return mInner.webSockets(); }
     UserDefaults& userDefaults() override { return mInner.userDefaults(); }
     Bundle& bundle() override { return mInner.bundle(); }
 
@@ -114,6 +119,7 @@ class CountingSender : public MessageSender {
         pictures += message.screenshotevent_size();
         callback(std::nullopt);
     }
+    [[nodiscard]] bool reportsConnection() const override { return false; }
     [[nodiscard]] const char* typeName() const override { return "CountingSender"; }
     int pictures = 0;
 };
