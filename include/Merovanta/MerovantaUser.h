@@ -16,14 +16,14 @@ class MEROVANTA_EXPORT MerovantaUser {
     MerovantaUser(const MerovantaUser&) = delete;
     MerovantaUser& operator=(const MerovantaUser&) = delete;
 
-    /// Identifies the visitor from now on and tells the service. The visitor's consent is taken back; a visitor
-    /// without id gets new visitor, visit and session ids. When the service knows, a running session is
-    /// stopped and started again under the new identity; if that start fails, the log says so and no session
-    /// runs. The host's registered callbacks stay.
+    /// Identifies the visitor from now on and tells the service. The visitor's consent is taken back; a
+    /// visitor without id gets new visitor, visit and session ids. When the service knows, a running session
+    /// is stopped and started again under the new identity; if that start fails, the log says so and no
+    /// session runs. The host's registered callbacks stay.
     void tag(const ActiveUser& user);
 
-    /// As tag(); the callback is then called with true once the service knows. It is not called if the service
-    /// cannot be told.
+    /// As tag(); the callback is then called with true once the service knows. It is not called if the
+    /// service cannot be told.
     void tag(const ActiveUser& user, std::function<void(bool)> callback);
 
     /// Forgets who the visitor is, ends a running session and makes the next anonymous visitor a new one.

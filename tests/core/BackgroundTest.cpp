@@ -161,9 +161,10 @@ TEST_F(BackgroundTest, ADayLeavesNoMemoryBehind) {
         paint(0xFF000000U + static_cast<std::uint32_t>(number % 200));
         platform->tapRecognizers().tap({10, 20});
         platform->app.root->className = number % 2 == 0 ? "HomePage" : "AccountPage";
-        service.agentMessages = {
-            {{"x", number}, {"y", 7}, {"co", {{"b", true}, {"opt", number % 7 == 0}, {"s", number % 50 == 0}}}},
-            {{"d", {{"u", drawing}}}, {"a", number % 100 == 99 ? "c" : "-"}}};
+        service.agentMessages = {{{"x", number},
+                                  {"y", 7},
+                                  {"co", {{"b", true}, {"opt", number % 7 == 0}, {"s", number % 50 == 0}}}},
+                                 {{"d", {{"u", drawing}}}, {"a", number % 100 == 99 ? "c" : "-"}}};
         Merovanta::panoptra().tag("minute " + std::to_string(number));
         if (number % 7 == 0) platform->alerts().answer(number % 2 == 0);
         if (number % 60 == 0) stayInBackground(10s);

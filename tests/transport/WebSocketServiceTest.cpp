@@ -21,8 +21,8 @@ namespace {
 using namespace std::chrono_literals;
 using nlohmann::json;
 using ::testing::ElementsAre;
-using ::testing::StartsWith;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 using Clock = EventLoop::Clock;
 using Lines = std::vector<std::string>;
 
@@ -241,7 +241,8 @@ TEST_F(WebSocketServiceTest, TakesWhateverTheServiceSends) {
         converse(json::object());
         EXPECT_THAT(takeLines(), ElementsAre(StartsWith("[ERROR] " + error)));
     };
-    const std::string noJson = "Cannot parse JSON of WebSocket response: [json.exception.parse_error.101] parse error";
+    const std::string noJson =
+        "Cannot parse JSON of WebSocket response: [json.exception.parse_error.101] parse error";
     expectError({{"text", R"({"co":)"}}, noJson);
     expectError({{"text", "x"}, {"repeat", limit}}, noJson);
     expectError({{"text", R"([1,"a"])"}}, R"(Cannot convert to dict: [1,"a"])");

@@ -106,7 +106,8 @@ void XhrRunner::handOver(const Messages& messages) {
         for (const auto& id : ids) {
             // Looked up again, and copied: a callback may change the registry.
             const auto client = ClientRegistry::clients().find(id);
-            if (client == ClientRegistry::clients().end() || client->second.channel != message.channel) continue;
+            if (client == ClientRegistry::clients().end() || client->second.channel != message.channel)
+                continue;
             if (const auto callback = client->second.callback) callback(message.payload);
         }
     }

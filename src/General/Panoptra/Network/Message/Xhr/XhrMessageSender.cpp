@@ -92,23 +92,23 @@ void XhrMessageSender::sendRound() {
 void XhrMessageSender::postQueue(std::string body) {
     if (!url) fatalError("A round of a sender that was never connected");
     mIsRequesting = true;
-    httpUtil->post(*url, std::move(body),
-                   [weak = weak_from_this(), loop = mLoop,
-                    parser = bidirectionalMessageParser](const HttpReply& reply) {
-                       AgentMessages messages;
-                       // Read here, off the main thread: a reply may hold large pictures.
-                       if (!reply.error && reply.data) {
-                           const AgentReply agentReply = AgentReply::parse(*reply.data);
-                           messages.isMalformed = agentReply.isMalformed;
-                           for (const auto& message : agentReply.messages)
-                               messages.messages.push_back(parser->read(message));
-                       }
-                       ViewUtils::runOnMainQueue([weak, loop, failed = reply.error.has_value(),
-                                                  messages = std::move(messages)]() mutable {
-                           const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
-                           if (self) self->roundFinished(loop, failed, std::move(messages));
-                       });
-                   });
+    httpUtil->post(
+        *url, std::move(body),
+        [weak = weak_from_this(), loop = mLoop, parser = bidirectionalMessageParser](const HttpReply& reply) {
+            AgentMessages messages;
+            // Read here, off the main thread: a reply may hold large pictures.
+            if (!reply.error && reply.data) {
+                const AgentReply agentReply = AgentReply::parse(*reply.data);
+                messages.isMalformed = agentReply.isMalformed;
+                for (const auto& message : agentReply.messages)
+                    messages.messages.push_back(parser->read(message));
+            }
+            ViewUtils::runOnMainQueue(
+                [weak, loop, failed = reply.error.has_value(), messages = std::move(messages)]() mutable {
+                    const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
+                    if (self) self->roundFinished(loop, failed, std::move(messages));
+                });
+        });
 }
 
 void XhrMessageSender::roundFinished(unsigned loop, bool failed, AgentMessages messages) {
