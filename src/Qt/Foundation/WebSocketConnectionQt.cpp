@@ -1,5 +1,6 @@
 #include "Qt/Foundation/WebSocketConnectionQt.h"
 
+#include <QtNetwork/QSslSocket>
 #include <chrono>
 #include <utility>
 #include <variant>
@@ -59,7 +60,7 @@ void WebSocketConnectionQt::open(const HttpRequest& request) {
 
 void WebSocketConnectionQt::write(const std::string& data) {
     if (mSocket.state() != QAbstractSocket::ConnectedState) return;
-    if (mSocket.bytesToWrite() > static_cast<qint64>(maximumWaitingBytes)) {
+    if (unsent() > static_cast<qint64>(maximumWaitingBytes)) {
         return end("The other side takes no data");
     }
     mSocket.sendBinaryMessage(QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size())));
@@ -94,6 +95,12 @@ void WebSocketConnectionQt::receive(std::string message, const std::function<voi
         return mSocket.close(QWebSocketProtocol::CloseCodePolicyViolated);
     }
     event(std::move(message));
+}
+
+qint64 WebSocketConnectionQt::unsent() const {
+    // The socket forgets what it has encrypted, though that may wait as well.
+    const auto* const tls = mSocket.findChild<QSslSocket*>();
+    return mSocket.bytesToWrite() + (tls == nullptr ? 0 : tls->encryptedBytesToWrite());
 }
 
 void WebSocketConnectionQt::end(std::string description) {

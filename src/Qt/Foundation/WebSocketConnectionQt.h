@@ -38,6 +38,8 @@ class WebSocketConnectionQt final : public QObject {
  private:
     void closing();
     void receive(std::string message, const std::function<void(std::string)>& event);
+    /// Bytes that the network has not taken yet.
+    [[nodiscard]] qint64 unsent() const;
     void end(std::string description);
 
     Events mEvents;
