@@ -61,6 +61,7 @@ test('a session is closed in the background and opened anew on return', async (t
   assert.deepEqual(ended(), [first.sId]);
 
   const replies = await eventually('enough replies', () => {
+    app.assertRunning();
     const times = service.postTimes(visitor);
     return times.length > 8 && times;
   });
