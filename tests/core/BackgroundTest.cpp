@@ -75,7 +75,7 @@ TEST_F(BackgroundTest, ALongAbsenceClosesTheStreamAndTheReturnOpensANewOne) {
 
     // The screen has not changed, yet the new visit begins with its picture.
     EXPECT_THAT(service.screenshots(), SizeIs(2));
-    const auto& last = service.requests("POST", "api/ix/m").back();
+    const HttpRequest last = service.requests("POST", "api/ix/m").back();
     EXPECT_NE(last.url.find("?id=" + *config().visitConfig->visitId + "&"), std::string::npos);
     for (const auto& message : service.messages())
         EXPECT_NE(message.tag(), "said to nobody");
