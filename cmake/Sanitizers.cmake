@@ -1,8 +1,10 @@
 if(MEROVANTA_SANITIZE)
   add_compile_options(-fsanitize=${MEROVANTA_SANITIZE} -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${MEROVANTA_SANITIZE})
-  # GCC takes the instrumented standard library for uninitialised.
-  add_compile_options(-Wno-maybe-uninitialized)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # GCC takes the instrumented standard library for uninitialised.
+    add_compile_options(-Wno-maybe-uninitialized)
+  endif()
   if(MEROVANTA_SANITIZE MATCHES "thread")
     # The server library's fences, which the sanitizer does not model, are no fault of ours.
     add_compile_options(-Wno-tsan)
