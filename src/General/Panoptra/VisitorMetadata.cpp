@@ -2,6 +2,7 @@
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Network/JsonFields.h"
 
 namespace merovanta {
@@ -18,9 +19,9 @@ VisitorMetadata::VisitorMetadata() {
 
 nlohmann::ordered_json VisitorMetadata::toJson() const {
     auto json = nlohmann::ordered_json::object();
-    if (tenantId) json["tId"] = *tenantId;
-    if (visitorId) json["vId"] = *visitorId;
-    if (sessionId) json["sId"] = *sessionId;
+    addOptional(json, "tId", tenantId);
+    addOptional(json, "vId", visitorId);
+    addOptional(json, "sId", sessionId);
     return json;
 }
 

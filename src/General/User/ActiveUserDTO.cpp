@@ -1,18 +1,17 @@
 #include "General/User/ActiveUserDTO.h"
 
+#include "General/Panoptra/Network/Json.h"
+
 namespace merovanta {
 
 nlohmann::ordered_json ActiveUserDTO::toJson() const {
     auto json = nlohmann::ordered_json::object();
-    const auto add = [&json](const char* key, const auto& value) {
-        if (value) json[key] = *value;
-    };
-    add("id", user.id);
-    add("firstname", user.firstname);
-    add("lastname", user.lastname);
-    add("email", user.email);
-    add("tags", user.tags);
-    add("assignedUser", user.assignedUser);
+    addOptional(json, "id", user.id);
+    addOptional(json, "firstname", user.firstname);
+    addOptional(json, "lastname", user.lastname);
+    addOptional(json, "email", user.email);
+    addOptional(json, "tags", user.tags);
+    addOptional(json, "assignedUser", user.assignedUser);
     return json;
 }
 

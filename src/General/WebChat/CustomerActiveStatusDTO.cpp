@@ -1,14 +1,16 @@
 #include "General/WebChat/CustomerActiveStatusDTO.h"
 
+#include "General/Panoptra/Network/Json.h"
+
 namespace merovanta {
 
 nlohmann::ordered_json CustomerActiveStatusDTO::toJson() const {
     auto json = nlohmann::ordered_json::object();
-    if (url) json["u"] = *url;
+    addOptional(json, "u", url);
     if (type) json["t"] = rawValue(*type);
     if (deviceType) json["dT"] = rawValue(*deviceType);
-    if (callId) json["cId"] = *callId;
-    if (sessionId) json["sId"] = *sessionId;
+    addOptional(json, "cId", callId);
+    addOptional(json, "sId", sessionId);
     return json;
 }
 

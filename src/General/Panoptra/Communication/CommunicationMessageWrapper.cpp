@@ -1,5 +1,7 @@
 #include "General/Panoptra/Communication/CommunicationMessageWrapper.h"
 
+#include "General/Panoptra/Network/Json.h"
+
 namespace merovanta {
 
 CommunicationMessageWrapper::CommunicationMessageWrapper(const ClientRegistry::Clients& clients) {
@@ -23,7 +25,7 @@ nlohmann::ordered_json CommunicationMessageWrapper::toJson() const {
     for (const auto& message : messages)
         messagesJson.push_back(message.toJson());
     nlohmann::ordered_json json{{"c", std::move(channelsJson)}, {"m", std::move(messagesJson)}};
-    if (additionalProperties) json["ad"] = *additionalProperties;
+    addOptional(json, "ad", additionalProperties);
     return json;
 }
 

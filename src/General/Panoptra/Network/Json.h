@@ -12,6 +12,12 @@ namespace merovanta {
 /// Parses a text from outside; absent if it is not JSON.
 [[nodiscard]] std::optional<nlohmann::json> parseJson(std::string_view text);
 
+/// Adds a field to a record; an absent value is left out.
+template <typename Value>
+void addOptional(nlohmann::ordered_json& json, const char* key, const std::optional<Value>& value) {
+    if (value) json[key] = *value;
+}
+
 /// The object as one line; an error if a text in it is not valid UTF-8.
 [[nodiscard]] Result<std::string> encodeJson(const nlohmann::ordered_json& json);
 

@@ -1,13 +1,14 @@
 #include "General/Panoptra/Network/MonitoringLogDTO.h"
 
+#include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Network/JsonFields.h"
 
 namespace merovanta {
 
 nlohmann::ordered_json MonitoringLogDTO::toJson() const {
     nlohmann::ordered_json json{{"c", rawValue(category)}, {"t", rawValue(type)}};
-    if (value) json["v"] = *value;
-    if (customCategory) json["cc"] = *customCategory;
+    addOptional(json, "v", value);
+    addOptional(json, "cc", customCategory);
     json["m"] = meta.toJson();
     return json;
 }
