@@ -231,6 +231,10 @@ TEST_F(AgentTest, AFloodOfMessagesIsFollowedOneInATurnAndBounded) {
     clicks(2000);
     advance(0s);
     EXPECT_EQ(taps, 1003);
+    clicks(10);
+    Merovanta::panoptra().stop();
+    advance(0s);
+    EXPECT_EQ(taps, 1004);
     EXPECT_THAT(log.lines("[WARNING] BidirectionalMessageHandler: Too many messages"), SizeIs(1));
 }
 

@@ -35,6 +35,12 @@ void BidirectionalMessageHandler::handle(std::vector<BidirectionalMessage> messa
     if (!mNextTurn) handleNext();
 }
 
+void BidirectionalMessageHandler::discardWaiting() {
+    assertMainThread();
+    mWaiting.clear();
+    mNextTurn.reset();
+}
+
 void BidirectionalMessageHandler::handleNext() {
     const auto self = shared_from_this();
     mNextTurn.reset();

@@ -23,6 +23,8 @@ class BidirectionalMessageHandler : public std::enable_shared_from_this<Bidirect
     /// host does on a tap may take long.
     void handle(std::vector<BidirectionalMessage> messages);
 
+    void discardWaiting();
+
  private:
     void handleNext();
     void handle(BidirectionalMessage message) const;

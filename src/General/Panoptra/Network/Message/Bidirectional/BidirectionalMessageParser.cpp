@@ -60,6 +60,10 @@ void BidirectionalMessageParser::handOver(std::vector<BidirectionalMessage> mess
     bidirectionalMessageHandler->handle(std::move(messages));
 }
 
+void BidirectionalMessageParser::discardWaiting() const {
+    bidirectionalMessageHandler->discardWaiting();
+}
+
 void BidirectionalMessageParser::readDrawing(const nlohmann::json& dictionary,
                                              BidirectionalMessage& message) const {
     const auto* const value = find(dictionary, drawing);

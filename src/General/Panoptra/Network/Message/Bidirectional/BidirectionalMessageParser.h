@@ -22,6 +22,9 @@ class BidirectionalMessageParser {
     /// Has the messages followed, in order and one after the other.
     void handOver(std::vector<BidirectionalMessage> messages) const;
 
+    /// The stream is closed: what still waits to be followed is not followed any more.
+    void discardWaiting() const;
+
  private:
     void readDrawing(const nlohmann::json& dictionary, BidirectionalMessage& message) const;
     void readConfiguration(const nlohmann::json& dictionary, BidirectionalMessage& message) const;

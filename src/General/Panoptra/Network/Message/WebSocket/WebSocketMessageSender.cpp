@@ -103,6 +103,7 @@ void WebSocketMessageSender::send(ProtoMessage message, const Callback& callback
 void WebSocketMessageSender::close() {
     MessageSender::close();
     wasSuccessfulOnce = false;
+    bidirectionalMessageParser->discardWaiting();
     if (socket) socket->disconnect(normalClosure);
 }
 

@@ -1,12 +1,10 @@
 #include "General/Panoptra/Network/Message/Xhr/AgentReply.h"
 
-#include <utility>
-
 #include "General/Panoptra/Network/Json.h"
 
 namespace merovanta {
 
-AgentReply AgentReply::parse(const std::string& body) {
+AgentReply AgentReply::parse(const std::string& body, const BidirectionalMessageParser& parser) {
     AgentReply reply;
     const auto elements = parseJson(body);
     if (!elements || !elements->is_array()) {
@@ -15,19 +13,19 @@ AgentReply AgentReply::parse(const std::string& body) {
     }
     for (const auto& element : *elements) {
         if (!element.is_string()) continue;
-        auto messages = parseJson(element.get_ref<const std::string&>());
+        const auto messages = parseJson(element.get_ref<const std::string&>());
         if (!messages) {
             reply.isMalformed = true;
             return reply;
         }
         if (!messages->is_array()) continue;
-        for (auto& message : *messages) {
+        for (const auto& message : *messages) {
             if (!message.is_object()) continue;
             if (reply.messages.size() == maximumMessages) {
                 reply.isMalformed = true;
                 return reply;
             }
-            reply.messages.push_back(std::move(message));
+            reply.messages.push_back(parser.read(message));
         }
     }
     return reply;

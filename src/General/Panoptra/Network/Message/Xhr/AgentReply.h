@@ -1,8 +1,9 @@
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
+
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
 
 namespace merovanta {
 
@@ -12,15 +13,15 @@ struct AgentReply {
     /// More messages in one reply are no agent's.
     static constexpr std::size_t maximumMessages = 1000;
 
-    /// JSON objects, in order. Hostile ones may be nested deeply: do not copy them, copying recurses.
-    std::vector<nlohmann::json> messages;
+    /// In order.
+    std::vector<BidirectionalMessage> messages;
     /// The reply, or a text in it, is not what it should be, or holds too many messages; those before that
     /// place are kept.
     bool isMalformed = false;
 
     /// Elements that are no texts, texts that hold no array and messages that are no objects are skipped.
     /// Any thread.
-    [[nodiscard]] static AgentReply parse(const std::string& body);
+    [[nodiscard]] static AgentReply parse(const std::string& body, const BidirectionalMessageParser& parser);
 };
 
 }  // namespace merovanta

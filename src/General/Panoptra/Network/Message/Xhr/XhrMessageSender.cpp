@@ -28,19 +28,19 @@ void XhrMessageSender::connect(const std::string& pageUrl, std::function<void()>
     mRoundTimer.reset();
     ++mLoop;
     mIsRequesting = true;
-    httpUtil->get(*url, [weak = weak_from_this(), loop = mLoop](HttpReply reply) {
-        ViewUtils::runOnMainQueue([weak, loop, reply = std::move(reply)] {
+    httpUtil->get(*url, [weak = weak_from_this(), loop = mLoop](const HttpReply& reply) {
+        ViewUtils::runOnMainQueue([weak, loop, failed = reply.error.has_value()] {
             const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
-            if (self) self->connected(loop, reply);
+            if (self) self->connected(loop, failed);
         });
     });
 }
 
-void XhrMessageSender::connected(unsigned loop, const HttpReply& reply) {
+void XhrMessageSender::connected(unsigned loop, bool failed) {
     assertMainThread();
     if (loop != mLoop) return;
     mIsRequesting = false;
-    if (reply.error) {
+    if (failed) {
         Log::error("Request failed");
         return;
     }
@@ -51,6 +51,7 @@ void XhrMessageSender::connected(unsigned loop, const HttpReply& reply) {
 void XhrMessageSender::close() {
     MessageSender::close();
     stopped = true;
+    bidirectionalMessageParser->discardWaiting();
     if (!mayStillSend()) queue.clear_messages();
 }
 
@@ -95,23 +96,18 @@ void XhrMessageSender::postQueue(std::string body) {
     httpUtil->post(
         *url, std::move(body),
         [weak = weak_from_this(), loop = mLoop, parser = bidirectionalMessageParser](const HttpReply& reply) {
-            AgentMessages messages;
             // Read here, off the main thread: a reply may hold large pictures.
-            if (!reply.error && reply.data) {
-                const AgentReply agentReply = AgentReply::parse(*reply.data);
-                messages.isMalformed = agentReply.isMalformed;
-                for (const auto& message : agentReply.messages)
-                    messages.messages.push_back(parser->read(message));
-            }
+            auto agentReply =
+                reply.error || !reply.data ? AgentReply() : AgentReply::parse(*reply.data, *parser);
             ViewUtils::runOnMainQueue(
-                [weak, loop, failed = reply.error.has_value(), messages = std::move(messages)]() mutable {
+                [weak, loop, failed = reply.error.has_value(), agentReply = std::move(agentReply)]() mutable {
                     const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
-                    if (self) self->roundFinished(loop, failed, std::move(messages));
+                    if (self) self->roundFinished(loop, failed, std::move(agentReply));
                 });
         });
 }
 
-void XhrMessageSender::roundFinished(unsigned loop, bool failed, AgentMessages messages) {
+void XhrMessageSender::roundFinished(unsigned loop, bool failed, AgentReply agentReply) {
     assertMainThread();
     const bool isCurrent = loop == mLoop;
     if (isCurrent) mIsRequesting = false;
@@ -126,9 +122,9 @@ void XhrMessageSender::roundFinished(unsigned loop, bool failed, AgentMessages m
         queue.clear_messages();
         scheduleNextRound();
     }
-    if (messages.isMalformed) Log::warning("Cannot parse message");
+    if (agentReply.isMalformed) Log::warning("Cannot parse message");
     // Of a stream that has been closed, the agent has no more say.
-    if (isCurrent && !stopped) bidirectionalMessageParser->handOver(std::move(messages.messages));
+    if (isCurrent && !stopped) bidirectionalMessageParser->handOver(std::move(agentReply.messages));
 }
 
 void XhrMessageSender::scheduleNextRound() {

@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
 #include "General/Panoptra/Network/Message/MessageSender.h"
@@ -42,16 +41,10 @@ class XhrMessageSender : public MessageSender {
     [[nodiscard]] const char* typeName() const override { return "XhrMessageSender"; }
 
  private:
-    /// The agent's messages in a reply.
-    struct AgentMessages {
-        std::vector<BidirectionalMessage> messages;
-        bool isMalformed = false;
-    };
-
-    void connected(unsigned loop, const HttpReply& reply);
+    void connected(unsigned loop, bool failed);
     void sendRound();
     void postQueue(std::string body);
-    void roundFinished(unsigned loop, bool failed, AgentMessages messages);
+    void roundFinished(unsigned loop, bool failed, AgentReply agentReply);
     void scheduleNextRound();
     [[nodiscard]] bool mayStillSend() const;
 
