@@ -5,8 +5,8 @@ import { join } from 'node:path';
 import { after, before, test } from 'node:test';
 
 import { FakeVisitor } from '../devservice/fakeVisitor.mjs';
-import { AgentConsole, WIDGET_GREY } from './agentConsole.mjs';
-import { App, Service, eventually, outputDirectory } from './support.mjs';
+import { AgentConsole, WIDGET_GREY } from '../../automation/agentConsole.mjs';
+import { App, Service, eventually, outputDirectory } from '../../automation/support.mjs';
 
 const ACCEPT_BLUE = [0x1f, 0x5b, 0xd1];
 // The blue pen, half transparent on white.

@@ -3,7 +3,7 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 
-import { App, Service, eventually } from './support.mjs';
+import { App, Service, eventually } from '../../automation/support.mjs';
 
 // Two polling loops would overlap: the queue is not emptied before the reply.
 const REPLY_DELAY_MS = 300;

@@ -4,7 +4,7 @@
 import assert from 'node:assert/strict';
 import { after, before, describe, test } from 'node:test';
 
-import { App, Service, eventually } from './support.mjs';
+import { App, Service, eventually } from '../../automation/support.mjs';
 
 // What belongs to a fault is far more than the jitter of a busy machine: a time-out, a large reply read on the GUI
 // thread. Runs on a quiet machine show a tenth of this.

@@ -5,7 +5,7 @@ import { copyFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, before, describe, test } from 'node:test';
 
-import { App, MASKS, Service, eventually, openBrowser, outputDirectory } from './support.mjs';
+import { App, MASKS, Service, eventually, openBrowser, outputDirectory } from '../../automation/support.mjs';
 
 // How far red and blue must exceed green. The app itself has no purple, but JPEG gives up to 22 beside its green. The
 // sentinel loses strength behind a dialog's shade, by the shrinking, and where JPEG averages the colour of four pixels.

@@ -4,7 +4,7 @@ import assert from 'node:assert/strict';
 import { join } from 'node:path';
 import { before, after, test } from 'node:test';
 
-import { App, MASKS, Service, eventually, openBrowser, outputDirectory } from './support.mjs';
+import { App, MASKS, Service, eventually, openBrowser, outputDirectory } from '../../automation/support.mjs';
 
 // Between two POSTs at the ordinary pace lie 0.1 s; timers may be a little early.
 const ORDINARY_PAUSE_MS = 90;

@@ -4,7 +4,7 @@ import assert from 'node:assert/strict';
 import { createServer } from 'node:net';
 import { describe, test } from 'node:test';
 
-import { App, MASKS, Service, countFiles, eventually, temporaryDirectory } from './support.mjs';
+import { App, MASKS, Service, countFiles, eventually, temporaryDirectory } from '../../automation/support.mjs';
 
 /** An address at which nobody listens. */
 async function deadHost() {

@@ -1,5 +1,5 @@
 // Waits until the development service has received frames, pages and taps of a visitor, and prints how many.
-// Usage: node scripts/smoke.mjs SERVICE_URL SECONDS. Exits with 0 only if each arrived.
+// Usage: node automation/smoke.mjs SERVICE_URL SECONDS. Exits with 0 only if each arrived.
 const [url, limit] = process.argv.slice(2);
 const kinds = ['frames', 'pages', 'taps'];
 const deadline = Date.now() + Number(limit) * 1000;

@@ -16,6 +16,8 @@ const BROWSER_FLAGS = [
   '--disable-component-update', '--disable-sync',
 ];
 const OFFSCREEN = { QT_QPA_PLATFORM: 'offscreen', QT_QUICK_BACKEND: 'software' };
+// The web view's browser refuses to run as root in its sandbox.
+const AS_ROOT = process.getuid() === 0 ? { QTWEBENGINE_DISABLE_SANDBOX: '1' } : {};
 const DISPLAYS = { offscreen: OFFSCREEN, phone: { ...OFFSCREEN, QT_SCALE_FACTOR: '3' } };
 // Ends an app that no test ended, so that nothing outlives a killed test run for long.
 const LONGEST_RUN_SECONDS = 240;
@@ -192,7 +194,7 @@ export class App extends Process {
   static open(t, host, args, display = 'offscreen') {
     const home = temporaryDirectory(t);
     const options = ['--server', host, '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
-    const env = { HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
+    const env = { ...AS_ROOT, HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
     if (DISPLAYS[display]) return new App(t, process.env.BANK, options, { ...env, ...DISPLAYS[display] });
     return new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
       ...env, QT_QPA_PLATFORM: 'xcb', QSG_RENDER_LOOP: 'threaded', QSG_INFO: '1',
