@@ -34,7 +34,8 @@ std::optional<ChannelPoll::Status> statusOf(const json& message) {
     const json payload = parseObject(textMember(message, "p"));
     if (payload.is_discarded()) return std::nullopt;
     return ChannelPoll::Status{boundedText(textMember(payload, "u"), kMaxTextBytes),
-                               boundedText(textMember(payload, "cId"), kMaxTextBytes), std::nullopt};
+                               boundedText(textMember(payload, "cId"), kMaxTextBytes),
+                               boundedText(textMember(payload, "dT"), kMaxTextBytes), std::nullopt};
 }
 
 }  // namespace

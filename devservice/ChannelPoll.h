@@ -12,7 +12,7 @@ namespace merovanta::devservice {
 /// the visitor, if anything.
 struct ChannelPoll {
     struct Status {
-        std::string page, customerId;
+        std::string page, customerId, device;
         /// When the visitor joined, in milliseconds since 1970.
         std::optional<std::int64_t> joined;
     };

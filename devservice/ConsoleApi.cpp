@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 
 #include "JsonBody.h"
-#include "Upgrade.h"
 
 namespace merovanta::devservice {
 
@@ -14,58 +13,48 @@ namespace {
 constexpr std::size_t kMaxMessageBytes = 4U << 20U;
 }  // namespace
 
-void ConsoleApi::add(Router& router, const char* method, const std::string& path, Router::Handler handler,
-                     std::size_t bodyLimit) {
-    const auto guarded = [this, handler = std::move(handler)](const Request& request) {
-        if (!policy_.allows(request)) return Response::error(403, "the console answers only its own page");
-        return handler(request);
-    };
-    router.add(method, path, guarded, bodyLimit);
-}
-
-void ConsoleApi::addRoutes(Router& router) {
-    for (const std::string_view name : ConsoleAssets::names()) {
-        const std::string path = name == "index.html" ? "/" : "/console/" + std::string(name);
-        add(router, "GET", path, [this, name](const Request&) { return assets_.serve(name); });
+void ConsoleApi::addRoutes(GuardedRoutes& routes) {
+    for (const char* folder : {"console/", "shared/"}) {
+        for (const std::string_view name : PageAssets::names(folder)) {
+            const std::string file(name.substr(name.find('/') + 1));
+            routes.add("GET", file == "index.html" ? "/" : "/console/" + file,
+                       [this, name](const Request&) { return assets_.serve(name); });
+        }
     }
-    add(router, "GET", "/console/api/settings",
-        [this](const Request&) { return Response::json(initReply_.settings()); });
-    add(router, "PUT", "/console/api/settings",
-        [this](const Request& request) { return changeSettings(request); });
-    add(router, "GET", "/console/api/visitors",
-        [this](const Request&) { return Response::json(visitors_.summaries(currentMoment())); });
-    addFaultRoutes(router);
-    addVisitorRoutes(router);
-    addPresenceRoutes(router);
-    router.addWebSocket("/console/ws", [this](Upgrade& upgrade) -> std::optional<Response> {
-        if (!policy_.allows(upgrade.request))
-            return Response::error(403, "the console answers only its own page");
-        return hub_.open(upgrade);
-    });
+    routes.add("GET", "/console/api/settings",
+               [this](const Request&) { return Response::json(initReply_.settings()); });
+    routes.add("PUT", "/console/api/settings",
+               [this](const Request& request) { return changeSettings(request); });
+    routes.add("GET", "/console/api/visitors",
+               [this](const Request&) { return Response::json(visitors_.summaries(currentMoment())); });
+    addFaultRoutes(routes);
+    addVisitorRoutes(routes);
+    addPresenceRoutes(routes);
+    routes.addWebSocket("/console/ws", [this](Upgrade& upgrade) { return hub_.open(upgrade); });
 }
 
-void ConsoleApi::addFaultRoutes(Router& router) {
+void ConsoleApi::addFaultRoutes(GuardedRoutes& routes) {
     const std::string path = "/console/api/faults";
-    add(router, "GET", path, [this](const Request&) { return Response::json(faults_.toJson()); });
-    add(router, "PUT", path, [this](const Request& request) {
+    routes.add("GET", path, [this](const Request&) { return Response::json(faults_.toJson()); });
+    routes.add("PUT", path, [this](const Request& request) {
         const json changes = json::parse(request.body.begin(), request.body.end(), nullptr, false);
         if (const auto problem = faults_.apply(changes)) return Response::error(400, *problem);
         return Response::json(faults_.toJson());
     });
-    add(router, "DELETE", path, [this](const Request&) {
+    routes.add("DELETE", path, [this](const Request&) {
         faults_.clear();
         return Response::json(faults_.toJson());
     });
 }
 
-void ConsoleApi::addVisitorRoutes(Router& router) {
+void ConsoleApi::addVisitorRoutes(GuardedRoutes& routes) {
     const auto addForVisitor = [&](const char* method, const std::string& path, auto handler,
                                    std::size_t bodyLimit = Router::kDefaultBodyLimit) {
         const auto forVisitor = [this, handler](const Request& request) {
             Visitor* visitor = visitors_.find(request.wildcards.front());
             return visitor == nullptr ? Response::error(404, "no such visitor") : handler(*visitor, request);
         };
-        add(router, method, "/console/api/visitors/*" + path, forVisitor, bodyLimit);
+        routes.add(method, "/console/api/visitors/*" + path, forVisitor, bodyLimit);
     };
     addForVisitor("GET", "", [](Visitor& visitor, const Request&) {
         return Response::json(visitor.summary(currentMoment()));
@@ -86,10 +75,10 @@ void ConsoleApi::addVisitorRoutes(Router& router) {
                   [this](Visitor& visitor, const Request& request) { return sendFrame(visitor, request); });
 }
 
-void ConsoleApi::addPresenceRoutes(Router& router) {
+void ConsoleApi::addPresenceRoutes(GuardedRoutes& routes) {
     const std::string path = "/console/api/present";
-    add(router, "GET", path, [this](const Request&) { return Response::json(presences_.toJson()); });
-    add(router, "POST", path + "/*/invitation", [this](const Request& request) {
+    routes.add("GET", path, [this](const Request&) { return Response::json(presences_.toJson()); });
+    routes.add("POST", path + "/*/invitation", [this](const Request& request) {
         Presence* presence = presences_.find(request.wildcards.front());
         if (presence == nullptr) return Response::error(404, "the visitor has left");
         if (!presence->listens) return Response::error(409, "the visitor's app takes no invitations");

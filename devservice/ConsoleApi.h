@@ -1,41 +1,35 @@
 #pragma once
 
-#include "ConsoleAssets.h"
 #include "ConsoleHub.h"
 #include "Faults.h"
+#include "GuardedRoutes.h"
 #include "InitReply.h"
-#include "OriginPolicy.h"
+#include "PageAssets.h"
 #include "PresenceRegistry.h"
-#include "Router.h"
 #include "VisitorRegistry.h"
 #include "VisitorSockets.h"
 
 namespace merovanta::devservice {
 
-/// The console page and the JSON control API behind it. Every route checks who asks.
+/// The console page and the JSON control API behind it.
 class ConsoleApi {
  public:
     ConsoleApi(VisitorRegistry& visitors, PresenceRegistry& presences, const VisitorSockets& sockets,
-               InitReply& initReply, Faults& faults, ConsoleHub& hub, OriginPolicy policy,
-               ConsoleAssets assets)
+               InitReply& initReply, Faults& faults, ConsoleHub& hub, const PageAssets& assets)
         : visitors_(visitors),
           presences_(presences),
           sockets_(sockets),
           initReply_(initReply),
           faults_(faults),
           hub_(hub),
-          policy_(std::move(policy)),
-          assets_(std::move(assets)) {}
+          assets_(assets) {}
 
-    void addRoutes(Router& router);
+    void addRoutes(GuardedRoutes& routes);
 
  private:
-    /// Adds a route that answers 403 unless the policy allows the request.
-    void add(Router& router, const char* method, const std::string& path, Router::Handler handler,
-             std::size_t bodyLimit = Router::kDefaultBodyLimit);
-    void addVisitorRoutes(Router& router);
-    void addPresenceRoutes(Router& router);
-    void addFaultRoutes(Router& router);
+    void addVisitorRoutes(GuardedRoutes& routes);
+    void addPresenceRoutes(GuardedRoutes& routes);
+    void addFaultRoutes(GuardedRoutes& routes);
 
     Response changeSettings(const Request& request);
     Response queueMessage(Visitor& visitor, const Request& request);
@@ -47,8 +41,7 @@ class ConsoleApi {
     InitReply& initReply_;
     Faults& faults_;
     ConsoleHub& hub_;
-    OriginPolicy policy_;
-    ConsoleAssets assets_;
+    const PageAssets& assets_;
 };
 
 }  // namespace merovanta::devservice

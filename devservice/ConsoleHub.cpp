@@ -3,15 +3,13 @@
 #include "ConsoleSession.h"
 #include "Upgrade.h"
 #include "Visitor.h"
-#include "VisitorRegistry.h"
 
 namespace merovanta::devservice {
 
 std::optional<Response> ConsoleHub::open(Upgrade& upgrade) {
     std::erase_if(sessions_, [](const auto& session) { return session.expired(); });
     if (sessions_.size() >= kMaxSessions) return Response::error(503, "too many consoles are open");
-    auto session = std::make_shared<ConsoleSession>(std::move(upgrade.stream), upgrade.slot, *visitors_,
-                                                    *presences_, initReply_, faults_);
+    auto session = std::make_shared<ConsoleSession>(std::move(upgrade.stream), upgrade.slot, *sources_);
     sessions_.push_back(session);
     session->start(std::move(upgrade.handshake));
     return std::nullopt;
@@ -23,6 +21,10 @@ void ConsoleHub::settingsChanged() {
 
 void ConsoleHub::visitorsChanged() {
     forEach([](ConsoleSession& session) { session.visitorsChanged(); });
+}
+
+void ConsoleHub::contactsChanged() {
+    forEach([](ConsoleSession& session) { session.contactsChanged(); });
 }
 
 void ConsoleHub::visitorChanged(const Visitor& visitor) {

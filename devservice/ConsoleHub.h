@@ -6,16 +6,13 @@
 #include <optional>
 #include <vector>
 
-#include "Faults.h"
-#include "InitReply.h"
+#include "ConsoleSources.h"
 #include "Response.h"
 #include "VisitorObserver.h"
 
 namespace merovanta::devservice {
 
 class ConsoleSession;
-class PresenceRegistry;
-class VisitorRegistry;
 struct Upgrade;
 
 /// The open console pages: opens their WebSockets and tells each what has changed.
@@ -23,13 +20,8 @@ class ConsoleHub : public VisitorObserver {
  public:
     static constexpr std::size_t kMaxSessions = 16;
 
-    ConsoleHub(const InitReply& initReply, const Faults& faults) : initReply_(initReply), faults_(faults) {}
-
     /// To be called once before the first session; the registries themselves report to the hub.
-    void attach(VisitorRegistry& visitors, const PresenceRegistry& presences) {
-        visitors_ = &visitors;
-        presences_ = &presences;
-    }
+    void attach(const ConsoleSources& sources) { sources_.emplace(sources); }
 
     /// Takes the connection over, or answers why not.
     std::optional<Response> open(Upgrade& upgrade);
@@ -38,6 +30,8 @@ class ConsoleHub : public VisitorObserver {
     void settingsChanged();
     /// Sends the whole list with fresh figures; to be called about once a second.
     void visitorsChanged();
+    /// Who somebody is, or a chat.
+    void contactsChanged();
 
     void visitorChanged(const Visitor& visitor) override;
     void frameArrived(const Visitor& visitor) override;
@@ -46,10 +40,7 @@ class ConsoleHub : public VisitorObserver {
  private:
     void forEach(const std::function<void(ConsoleSession&)>& action);
 
-    const InitReply& initReply_;
-    const Faults& faults_;
-    VisitorRegistry* visitors_ = nullptr;
-    const PresenceRegistry* presences_ = nullptr;
+    std::optional<ConsoleSources> sources_;
     std::vector<std::weak_ptr<ConsoleSession>> sessions_;
 };
 

@@ -6,6 +6,7 @@
 #include <boost/beast/websocket/rfc6455.hpp>
 #include <utility>
 
+#include "JsonBody.h"
 #include "SocketTimeouts.h"
 #include "Text.h"
 
@@ -30,15 +31,8 @@ json nowMilliseconds() {
 
 }  // namespace
 
-ConsoleSession::ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
-                               const PresenceRegistry& presences, const InitReply& initReply,
-                               const Faults& faults)
-    : socket_(std::move(stream)),
-      slot_(std::move(slot)),
-      visitors_(visitors),
-      presences_(presences),
-      initReply_(initReply),
-      faults_(faults) {}
+ConsoleSession::ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, ConsoleSources sources)
+    : socket_(std::move(stream)), slot_(std::move(slot)), sources_(sources) {}
 
 void ConsoleSession::start(beast::http::request<beast::http::string_body> handshake) {
     handshake_ = std::move(handshake);
@@ -59,6 +53,11 @@ void ConsoleSession::settingsChanged() {
 
 void ConsoleSession::visitorsChanged() {
     listDirty_ = true;
+    scheduleSend();
+}
+
+void ConsoleSession::contactsChanged() {
+    contactsDirty_ = true;
     scheduleSend();
 }
 
@@ -88,11 +87,16 @@ void ConsoleSession::read() {
 }
 
 void ConsoleSession::onMessage(const std::string& text) {
-    const json message = json::parse(text, nullptr, false);
-    if (!message.is_object() || message.value("type", json()) != "watch") return;
-    const json id = message.value("visitor", json());
-    const Visitor* visitor = id.is_string() ? visitors_.find(id.get_ref<const std::string&>()) : nullptr;
-    watch(visitor == nullptr ? 0 : visitor->number());
+    const json message = parseObject(text);
+    if (message.is_discarded()) return;
+    const std::string type = textMember(message, "type");
+    if (type == "watch") {
+        const Visitor* visitor = sources_.visitors.find(textMember(message, "visitor"));
+        watch(visitor == nullptr ? 0 : visitor->number());
+    } else if (type == "chat") {
+        const Contact* contact = sources_.contacts.find(textMember(message, "contact"));
+        watchChat(contact == nullptr ? 0 : contact->number);
+    }
 }
 
 void ConsoleSession::watch(std::uint32_t number) {
@@ -100,6 +104,13 @@ void ConsoleSession::watch(std::uint32_t number) {
     timelineReset_ = true;
     timelineSent_ = 0;
     frameSent_ = 0;
+    scheduleSend();
+}
+
+void ConsoleSession::watchChat(std::uint32_t number) {
+    watchedChat_ = number;
+    chatReset_ = true;
+    chatSent_ = 0;
     scheduleSend();
 }
 
@@ -129,21 +140,25 @@ void ConsoleSession::sendNext() {
 bool ConsoleSession::prepareText() {
     json message;
     if (std::exchange(settingsDirty_, false)) {
-        message = {{"type", "settings"}, {"settings", initReply_.settings()}, {"faults", faults_.toJson()}};
+        message = {{"type", "settings"},
+                   {"settings", sources_.initReply.settings()},
+                   {"faults", sources_.faults.toJson()}};
     } else if (std::exchange(listDirty_, false)) {
         dirtyVisitors_.clear();
         message = {{"type", "visitors"},
                    {"complete", true},
-                   {"visitors", visitors_.summaries(currentMoment())},
-                   {"present", presences_.toJson()}};
+                   {"visitors", sources_.visitors.summaries(currentMoment())},
+                   {"present", sources_.presences.toJson()}};
     } else if (!dirtyVisitors_.empty()) {
         message = {{"type", "visitors"}, {"complete", false}, {"visitors", json::array()}};
         for (const std::uint32_t number : std::exchange(dirtyVisitors_, {})) {
-            const Visitor* visitor = visitors_.find(std::to_string(number));
+            const Visitor* visitor = sources_.visitors.find(std::to_string(number));
             if (visitor != nullptr) message["visitors"].push_back(visitor->summary(currentMoment()));
         }
+    } else if (std::exchange(contactsDirty_, false)) {
+        message = {{"type", "contacts"}, {"contacts", sources_.contacts.toJson()}};
     } else {
-        return prepareTimeline();
+        return prepareTimeline() || prepareChat();
     }
     message["now"] = nowMilliseconds();
     text_ = toText(message);
@@ -151,7 +166,7 @@ bool ConsoleSession::prepareText() {
 }
 
 bool ConsoleSession::prepareTimeline() {
-    const Visitor* visitor = watched_ == 0 ? nullptr : visitors_.find(std::to_string(watched_));
+    const Visitor* visitor = watched_ == 0 ? nullptr : sources_.visitors.find(std::to_string(watched_));
     if (visitor == nullptr) return false;
     const bool reset = std::exchange(timelineReset_, false);
     const std::uint64_t newest = visitor->timeline().lastSequence();
@@ -165,8 +180,23 @@ bool ConsoleSession::prepareTimeline() {
     return true;
 }
 
+bool ConsoleSession::prepareChat() {
+    const Contact* contact = sources_.contacts.find(std::to_string(watchedChat_));
+    if (contact == nullptr) return false;
+    const bool reset = std::exchange(chatReset_, false);
+    const std::uint64_t newest = contact->chat.lastSequence();
+    if (!reset && newest == chatSent_) return false;
+    text_ = toText({{"type", "chat"},
+                    {"contact", std::to_string(watchedChat_)},
+                    {"reset", reset},
+                    {"messages", contact->chat.messagesAfter(chatSent_)},
+                    {"now", nowMilliseconds()}});
+    chatSent_ = newest;
+    return true;
+}
+
 bool ConsoleSession::prepareFrame() {
-    const Visitor* visitor = watched_ == 0 ? nullptr : visitors_.find(std::to_string(watched_));
+    const Visitor* visitor = watched_ == 0 ? nullptr : sources_.visitors.find(std::to_string(watched_));
     if (visitor == nullptr || !visitor->lastFrame() || visitor->lastFrame()->number == frameSent_)
         return false;
     frame_ = visitor->lastFrame();

@@ -12,10 +12,7 @@
 #include <string>
 
 #include "ClientStream.h"
-#include "Faults.h"
-#include "InitReply.h"
-#include "PresenceRegistry.h"
-#include "VisitorRegistry.h"
+#include "ConsoleSources.h"
 
 namespace merovanta::devservice {
 
@@ -24,13 +21,13 @@ namespace merovanta::devservice {
 /// the current state.
 class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
  public:
-    ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, VisitorRegistry& visitors,
-                   const PresenceRegistry& presences, const InitReply& initReply, const Faults& faults);
+    ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, ConsoleSources sources);
 
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake);
 
     void settingsChanged();
     void visitorsChanged();
+    void contactsChanged();
     void visitorChanged(std::uint32_t number);
     void frameArrived(std::uint32_t number);
     void visitorRemoved(std::uint32_t number);
@@ -41,6 +38,7 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     void read();
     void onMessage(const std::string& text);
     void watch(std::uint32_t number);
+    void watchChat(std::uint32_t number);
 
     /// Sends what has changed, after the current turn, so that changes of one request go out together.
     void scheduleSend();
@@ -48,16 +46,14 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     /// Makes the next JSON message in `text_`; false when there is nothing to say.
     bool prepareText();
     bool prepareTimeline();
+    bool prepareChat();
     /// Makes the next binary message in `frame_`; false when the watched visitor has no new picture.
     bool prepareFrame();
     void onSent(ErrorCode error);
 
     boost::beast::websocket::stream<ClientStream> socket_;
     std::shared_ptr<void> slot_;
-    VisitorRegistry& visitors_;
-    const PresenceRegistry& presences_;
-    const InitReply& initReply_;
-    const Faults& faults_;
+    ConsoleSources sources_;
     boost::beast::http::request<boost::beast::http::string_body> handshake_;
     boost::beast::flat_buffer incoming_;
 
@@ -68,6 +64,10 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     bool timelineReset_ = false;
     std::uint64_t timelineSent_ = 0;
     std::uint64_t frameSent_ = 0;
+    bool contactsDirty_ = true;
+    std::uint32_t watchedChat_ = 0;
+    bool chatReset_ = false;
+    std::uint64_t chatSent_ = 0;
 
     bool accepted_ = false;
     bool sendScheduled_ = false;

@@ -4,7 +4,7 @@
 
 namespace merovanta::devservice {
 
-/// A file of the console page as it was when the program was built.
+/// A file of a page as it was when the program was built.
 struct EmbeddedFile {
     std::string_view name;
     std::string_view content;

@@ -17,12 +17,13 @@ constexpr std::string_view kAny = "*";
 
 struct Endpoint {
     std::string_view name;
+    /// One that ends in "/" stands for all below it.
     std::string_view path;
     /// Any when empty.
     std::string_view method;
 };
 
-constexpr std::array<Endpoint, 10> kEndpoints{{
+constexpr std::array<Endpoint, 15> kEndpoints{{
     {"im/c", "/api/in/im/c", ""},
     {"ix/m:get", "/api/ix/m", "GET"},
     {"ix/m:post", "/api/ix/m", "POST"},
@@ -32,6 +33,11 @@ constexpr std::array<Endpoint, 10> kEndpoints{{
     {"co", "/api/in/co", ""},
     {"i18n", "/api/in/i18n", ""},
     {"ic/h", "/api/ic/h", ""},
+    {"tag", "/rest/v1/customerstatus/tag/byVisitor/", ""},
+    {"wc/c", "/api/in/wc/c/", ""},
+    {"chat", "/cdn/chat/", ""},
+    {"wc/ws", "/api/in/wc/ws", ""},
+    {"wc/d", "/api/in/wc/d/", ""},
     {kAny, "", ""},
 }};
 
@@ -40,10 +46,14 @@ bool isEndpoint(std::string_view name) {
                        [&](const Endpoint& endpoint) { return endpoint.name == name; });
 }
 
+bool isAt(const std::string& path, std::string_view endpoint) {
+    return endpoint.ends_with('/') ? path.starts_with(endpoint) : path == endpoint;
+}
+
 std::string_view endpointOf(const Request& request) {
     const auto* const found =
         std::find_if(kEndpoints.begin(), kEndpoints.end(), [&](const Endpoint& endpoint) {
-            return endpoint.path == request.target.path &&
+            return isAt(request.target.path, endpoint.path) &&
                    (endpoint.method.empty() || endpoint.method == request.method);
         });
     return found == kEndpoints.end() ? kAny : found->name;

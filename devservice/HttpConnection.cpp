@@ -24,7 +24,7 @@ namespace http = boost::beast::http;
 namespace {
 
 constexpr std::size_t kMaxHeadBytes = 16U << 10U;
-constexpr std::size_t kMaxBodyBytes = 8U << 20U;
+constexpr std::size_t kMaxBodyBytes = 16U << 20U;
 constexpr std::size_t kMaxLingerBytes = 32U << 20U;
 
 std::string headerText(const http::request<http::string_body>& message, std::string_view name) {
@@ -109,6 +109,7 @@ bool HttpConnection::parseHead(std::size_t bytes) {
     request_.target = Target::parse(request_.rawTarget);
     request_.host = headerText(message, "Host");
     request_.origin = headerText(message, "Origin");
+    request_.contentType = headerText(message, "Content-Type");
     request_.session = headerText(message, "X-QD-SSID");
     request_.encrypted = stream_.isEncrypted();
     ErrorCode ignored;

@@ -21,7 +21,8 @@ has no accounts and no storage, and encryption only when asked.
   --tls-key FILE             and this key, both PEM
   --log-requests             print a line for each request
   --record DIR               write each received picture and event to DIR
-  --console-dir DIR          serve the console page from DIR, not the built-in one
+  --pages-dir DIR            serve the console and the chat page from DIR, not those
+                             built in
   --help                     print this
 
 What the service replies when a visitor initialises a session; the console can
@@ -43,7 +44,7 @@ Faults, for tests of what a visitor does then; the console can change them later
                              may be given again for other endpoints
 
 ENDPOINT is im/c, ix/m:get, ix/m:post, ix/m:delete, imws, io/l, co, i18n, ic/h,
-or * for all the others. KIND is delay:MILLISECONDS (1000), drop, truncate,
+tag, wc/c, chat, wc/ws, wc/d, or * for all the others. KIND is delay:MILLISECONDS (1000), drop, truncate,
 status:CODE (503), empty, garbage or large:BYTES (17825792).
 
 When ready it prints one line on standard output:
@@ -106,7 +107,7 @@ const std::map<std::string_view, Setter>& valueOptions() {
         {"--record", [](Options& o, std::string_view v) { return set(o.recordDirectory, v); }},
         {"--tls-cert", [](Options& o, std::string_view v) { return set(o.tlsCertificate, v); }},
         {"--tls-key", [](Options& o, std::string_view v) { return set(o.tlsKey, v); }},
-        {"--console-dir", [](Options& o, std::string_view v) { return set(o.consoleDirectory, v); }},
+        {"--pages-dir", [](Options& o, std::string_view v) { return set(o.pagesDirectory, v); }},
         {"--fault", [](Options& o, std::string_view v) { return o.faults.set(v); }},
         {"--reply-s", [](Options& o, std::string_view v) { return set(o.initReply.startMonitoring, v); }},
         {"--reply-st", [](Options& o, std::string_view v) { return set(o.initReply.startType, v); }},

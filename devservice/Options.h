@@ -16,7 +16,7 @@ struct Options {
     std::string host = "127.0.0.1";
     std::uint16_t port = 8480;
     bool logRequests = false;
-    std::filesystem::path consoleDirectory;
+    std::filesystem::path pagesDirectory;
     std::filesystem::path recordDirectory;
     /// PEM files; both empty without encryption.
     std::filesystem::path tlsCertificate, tlsKey;

@@ -25,6 +25,7 @@ nlohmann::json Presence::toJson() const {
             {"visitorId", visitorId},
             {"customerId", status.customerId},
             {"page", status.page},
+            {"device", status.device},
             {"listens", listens},
             {"invitation", name(invitation)},
             {"joinedAt", status.joined ? nlohmann::json(*status.joined) : nlohmann::json()},

@@ -17,6 +17,7 @@ struct Request {
     std::vector<std::string> wildcards;
     std::string host;
     std::string origin;
+    std::string contentType;
     /// The header X-QD-SSID.
     std::string session;
     std::string remoteAddress;

@@ -20,6 +20,10 @@ std::optional<std::vector<std::string>> match(std::string_view pattern, std::str
     std::vector<std::string> wildcards;
     while (pattern.starts_with('/') && path.starts_with('/')) {
         const std::string_view expected = nextSegment(pattern);
+        if (expected == "**") {
+            wildcards.emplace_back(path.substr(1));
+            return wildcards;
+        }
         const std::string_view actual = nextSegment(path);
         if (expected == "*" && !actual.empty()) {
             wildcards.emplace_back(actual);

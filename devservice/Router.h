@@ -13,7 +13,8 @@ namespace merovanta::devservice {
 
 struct Upgrade;
 
-/// Maps methods and paths to handlers. In a route's path, "*" stands for one segment.
+/// Maps methods and paths to handlers. In a route's path, "*" stands for one segment, and "**" at its end
+/// for all the rest, which may be empty.
 class Router {
  public:
     using Handler = std::function<Response(const Request&)>;

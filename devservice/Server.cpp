@@ -17,23 +17,32 @@ using ErrorCode = boost::system::error_code;
 
 Server::Server(Options options, std::ostream& log)
     : options_(std::move(options)),
-      hub_(options_.initReply, options_.faults),
       visitors_(hub_),
       presences_([this] { hub_.visitorsChanged(); }),
+      contacts_([this](const Contact& contact) {
+          hub_.contactsChanged();
+          chatSockets_.contactChanged(contact);
+      }),
+      chatSockets_(contacts_),
+      assets_(options_.pagesDirectory),
       streams_(visitors_, recorder_),
       sockets_(streams_),
       log_(log, options_.logRequests),
-      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_),
-      consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_,
-                  OriginPolicy(options_.host), ConsoleAssets(options_.consoleDirectory)),
+      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_, contacts_),
+      chatApi_(chatSockets_, documents_, assets_),
+      consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_, assets_),
+      contactApi_(contacts_, documents_),
       slots_(kMaxConnections),
       acceptor_(context_),
       tickTimer_(context_),
       acceptTimer_(context_) {
-    hub_.attach(visitors_, presences_);
+    hub_.attach({visitors_, presences_, contacts_, options_.initReply, options_.faults});
     options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
-    consoleApi_.addRoutes(router_);
+    GuardedRoutes guarded(router_, OriginPolicy(options_.host));
+    chatApi_.addRoutes(guarded);
+    consoleApi_.addRoutes(guarded);
+    contactApi_.addRoutes(guarded);
 }
 
 std::optional<std::string> Server::open() {

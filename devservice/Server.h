@@ -9,10 +9,16 @@
 #include <ostream>
 #include <string>
 
+#include "ChatApi.h"
+#include "ChatSockets.h"
 #include "ConnectionSlots.h"
 #include "ConsoleApi.h"
 #include "ConsoleHub.h"
+#include "ContactApi.h"
+#include "ContactRegistry.h"
+#include "DocumentStore.h"
 #include "Options.h"
+#include "PageAssets.h"
 #include "PresenceRegistry.h"
 #include "Recorder.h"
 #include "RequestLog.h"
@@ -58,12 +64,18 @@ class Server {
     ConsoleHub hub_;
     VisitorRegistry visitors_;
     PresenceRegistry presences_;
+    ContactRegistry contacts_;
+    ChatSockets chatSockets_;
+    DocumentStore documents_;
+    PageAssets assets_;
     VisitorStreams streams_;
     VisitorSockets sockets_;
     RequestLog log_;
     Router router_;
     VisitorApi visitorApi_;
+    ChatApi chatApi_;
     ConsoleApi consoleApi_;
+    ContactApi contactApi_;
     ConnectionSlots slots_;
     std::optional<boost::asio::ssl::context> tls_;
     std::uint16_t port_ = 0;

@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "ChannelPoll.h"
+#include "ChatConfiguration.h"
+#include "IdentityRecord.h"
 #include "InterfaceTexts.h"
 #include "JsonBody.h"
 #include "Text.h"
@@ -46,6 +48,10 @@ void VisitorApi::addRoutes(Router& router) {
     router.add("GET", "/api/in/i18n", [](const Request& request) {
         return Response::json(interfaceTexts(request.target.value("lang")));
     });
+    router.add("POST", "/rest/v1/customerstatus/tag/byVisitor/**", to(&VisitorApi::identify));
+    router.add("GET", "/api/in/wc/c/**", [](const Request& request) {
+        return Response::json(chatConfiguration(request.wildcards.front()));
+    });
     router.addWebSocket("/api/in/imws", [this](Upgrade& upgrade) { return sockets_.open(upgrade); });
     router.add("GET", "/api/ic/h", [](const Request&) { return Response::json(json::object()); });
 }
@@ -57,6 +63,7 @@ Response VisitorApi::initialise(const Request& request) {
     const InitRecord record = InitRecord::parse(body);
     Visitor& visitor = visitors_.obtain(record.tenantId, record.sessionId, now);
     visitor.initialised(record, now);
+    if (!record.visitorId.empty()) contacts_.seen(record.tenantId, record.visitorId, record.sessionId, now);
     if (presences_.takeDelivered(record.tenantId, record.visitorId, now)) {
         visitor.agentActed("Invited to co-browse", now);
     }
@@ -113,7 +120,22 @@ Response VisitorApi::pollChannels(const Request& request) {
     const std::string visitorId = request.target.value("vId");
     // Nobody whom a message could be meant for.
     if (visitorId.empty()) return Response::json(json::array());
-    return Response::json(presences_.poll(request.target.value("tId"), visitorId, *poll, currentMoment()));
+    const std::string tenantId = request.target.value("tId");
+    const Moment now = currentMoment();
+    contacts_.seen(tenantId, visitorId, request.target.value("sId"), now);
+    return Response::json(presences_.poll(tenantId, visitorId, *poll, now));
+}
+
+Response VisitorApi::identify(const Request& request) {
+    auto identity = parseIdentity(request.body);
+    if (!identity) return Response::error(400, "the body does not say who the visitor is");
+    const std::string& visitorId = request.wildcards.front();
+    if (!visitorId.empty()) {
+        const Moment now = currentMoment();
+        Contact& contact = contacts_.seen(request.target.value("tId"), visitorId, request.session, now);
+        contacts_.identify(contact, std::move(*identity), now);
+    }
+    return Response::json(json::object());
 }
 
 }  // namespace merovanta::devservice

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ContactRegistry.h"
 #include "InitReply.h"
 #include "PresenceRegistry.h"
 #include "Recorder.h"
@@ -14,13 +15,15 @@ namespace merovanta::devservice {
 class VisitorApi {
  public:
     VisitorApi(VisitorRegistry& visitors, const InitReply& initReply, Recorder& recorder,
-               VisitorStreams& streams, VisitorSockets& sockets, PresenceRegistry& presences)
+               VisitorStreams& streams, VisitorSockets& sockets, PresenceRegistry& presences,
+               ContactRegistry& contacts)
         : visitors_(visitors),
           initReply_(initReply),
           recorder_(recorder),
           streams_(streams),
           sockets_(sockets),
-          presences_(presences) {}
+          presences_(presences),
+          contacts_(contacts) {}
 
     void addRoutes(Router& router);
 
@@ -31,6 +34,7 @@ class VisitorApi {
     Response closeStream(const Request& request);
     Response logActivity(const Request& request);
     Response pollChannels(const Request& request);
+    Response identify(const Request& request);
 
     VisitorRegistry& visitors_;
     const InitReply& initReply_;
@@ -38,6 +42,7 @@ class VisitorApi {
     VisitorStreams& streams_;
     VisitorSockets& sockets_;
     PresenceRegistry& presences_;
+    ContactRegistry& contacts_;
 };
 
 }  // namespace merovanta::devservice

@@ -1,4 +1,4 @@
-# Writes OUTPUT, a C++ source that holds the files named in NAMES (separated by commas) of the directory DIRECTORY.
+# Writes OUTPUT, a C++ source that holds the files named in NAMES (separated by commas), paths below DIRECTORY.
 string(REPLACE "," ";" NAMES "${NAMES}")
 set(arrays "")
 set(table "")

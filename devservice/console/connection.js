@@ -7,6 +7,7 @@ export class Connection {
   #socket = null;
   #pause = FIRST_PAUSE_MS;
   #watched = null;
+  #chat = null;
   #handlers;
 
   /** handlers: onState(text), onMessage(object), onFrame({visitor, number, jpeg}) */
@@ -23,6 +24,7 @@ export class Connection {
       this.#pause = FIRST_PAUSE_MS;
       this.#handlers.onState('connected');
       this.#sendWatch();
+      this.#sendChat();
     };
     socket.onmessage = (event) => this.#receive(event.data);
     socket.onclose = () => {
@@ -39,9 +41,22 @@ export class Connection {
     this.#sendWatch();
   }
 
+  /** Asks for the messages of a contact's chat. */
+  watchChat(contact) {
+    this.#chat = contact;
+    this.#sendChat();
+  }
+
   #sendWatch() {
-    if (this.#watched === null || this.#socket?.readyState !== WebSocket.OPEN) return;
-    this.#socket.send(JSON.stringify({ type: 'watch', visitor: this.#watched }));
+    if (this.#watched !== null) this.#send({ type: 'watch', visitor: this.#watched });
+  }
+
+  #sendChat() {
+    if (this.#chat !== null) this.#send({ type: 'chat', contact: this.#chat });
+  }
+
+  #send(message) {
+    if (this.#socket?.readyState === WebSocket.OPEN) this.#socket.send(JSON.stringify(message));
   }
 
   #receive(data) {

@@ -2,13 +2,17 @@
 
 import { AgentActions } from './agentActions.js';
 import { AgentChannel } from './agentChannel.js';
+import { ChatPanel } from './chatPanel.js';
 import { Connection } from './connection.js';
+import { ContactCard } from './contactCard.js';
+import { ContactList } from './contactList.js';
+import { Contacts, showUnread } from './contacts.js';
 import { byId, setText } from './dom.js';
 import { FaultsPanel } from './faultsPanel.js';
 import { JoinForm } from './joinForm.js';
+import { PanelTabs } from './panelTabs.js';
 import { PhoneView } from './phoneView.js';
 import { PictureControl } from './pictureControl.js';
-import { PresentList } from './presentList.js';
 import { deviceSize } from './screenGeometry.js';
 import { SessionHead } from './sessionHead.js';
 import { SettingsPanel } from './settingsPanel.js';
@@ -17,10 +21,15 @@ import { VisitorList } from './visitorList.js';
 
 const REFRESH_MS = 500;
 const TOAST_MS = 3500;
+// Within which a session that ended and one that starts are a restart under a new identity.
+const RESTART_MS = 15000;
+const TITLE = document.title;
 
 const visitors = new Map();
-let present = [];
+const contacts = new Contacts();
+// The session on view, and the person: that of the session, or one without.
 let selected = null;
+let chosen = null;
 let invited = null;
 let clockOffset = 0;
 
@@ -31,7 +40,11 @@ const timeline = new TimelineView();
 const channel = new AgentChannel(() => visitors.get(selected), toast);
 const actions = new AgentActions(channel);
 const control = new PictureControl(phone, channel);
-const presentList = new PresentList(invite);
+const presentList = new ContactList('present', { onSelect: selectContact, onInvite: invite });
+const earlierList = new ContactList('earlier', { onSelect: selectContact });
+const card = new ContactCard(selectContact);
+const chat = new ChatPanel(toast);
+const tabs = new PanelTabs(() => chat.shown());
 const settings = new SettingsPanel(() => toast('Saved. Holds from the next session start on.'));
 const faults = new FaultsPanel(toast);
 const connection = new Connection({ onState: showConnection, onMessage: receive, onFrame: receiveFrame });
@@ -45,8 +58,37 @@ function select(id) {
   phone.clear();
   control.clear();
   timeline.add([], true);
-  connection.watch(id);
+  connection.watch(id ?? '');
+  choosePerson();
   show();
+}
+
+/** Opens the chat with somebody, and the session if there is one. */
+function selectContact(id) {
+  tabs.choose('chat');
+  const contact = contacts.get(id);
+  const session = !contact.continuedAs && sessionOf(contact);
+  if (session) {
+    select(session.id);
+    return;
+  }
+  chosen = null;
+  select(null);
+  choose(id);
+  show();
+}
+
+/** The person of the session on view, as whom it may go on meanwhile; without a session, whoever was chosen. */
+function choosePerson() {
+  if (selected !== null) choose(contacts.current(contacts.of(visitors.get(selected)))?.id ?? null);
+  else if (!contacts.get(chosen)) choose(null);
+}
+
+function choose(id) {
+  if (id === chosen) return;
+  chosen = id;
+  chat.choose(id);
+  connection.watchChat(id ?? '');
 }
 
 function receive(message) {
@@ -56,19 +98,44 @@ function receive(message) {
     faults.update(message.faults);
   }
   if (message.type === 'visitors') receiveVisitors(message);
+  if (message.type === 'contacts') receiveContacts(message);
+  if (message.type === 'chat' && message.contact === chosen) receiveChat(message);
   if (message.type === 'timeline' && message.visitor === selected) receiveTimeline(message);
 }
 
 function receiveVisitors(message) {
   if (message.complete) {
     visitors.clear();
-    present = message.present;
+    contacts.updatePresent(message.present);
   }
   for (const visitor of message.visitors) visitors.set(visitor.id, visitor);
   if (selected !== null && !visitors.has(selected)) selected = null;
-  const next = takeInvited() ?? (selected === null ? firstVisitor() : continuation(visitors.get(selected)));
+  const next = takeInvited() ?? nextSession();
+  choosePerson();
   if (next) select(next.id);
   else show();
+}
+
+/** The session to be shown in place of the one on view, or of none. */
+function nextSession() {
+  if (selected !== null) return continuation(visitors.get(selected));
+  const contact = contacts.get(chosen);
+  if (!contact) return firstVisitor();
+  return contact.continuedAs ? undefined : sessionOf(contact);
+}
+
+function receiveContacts(message) {
+  const before = contacts.get(chosen);
+  contacts.update(message.contacts);
+  choosePerson();
+  const { continuedAs } = contacts.get(chosen) ?? {};
+  if (selected === null && before && !before.continuedAs && continuedAs) choose(continuedAs);
+  show();
+}
+
+function receiveChat(message) {
+  chat.receive(message);
+  show();
 }
 
 /** The latest visitor, of those that have not ended if there are any. */
@@ -77,11 +144,21 @@ function firstVisitor() {
   return latestFirst.find((visitor) => visitor.state !== 'ended') ?? latestFirst[0];
 }
 
-/** The new session of a visitor whose own has ended: an app that was in the background comes back under new ids. */
+/**
+ * The new session of a visitor whose own has ended: an app that was in the background comes back under new ids, one whose
+ * visitor was identified restarts.
+ */
 function continuation(ended) {
-  if (ended.state !== 'ended' || !ended.shareId) return undefined;
-  return [...visitors.values()].find((visitor) => visitor.state === 'live'
-    && visitor.shareId === ended.shareId && visitor.visitorId === ended.visitorId);
+  if (ended.state !== 'ended') return undefined;
+  return [...visitors.values()].find((visitor) => visitor.state === 'live' && (isSame(visitor, ended) || restarted(visitor, ended)));
+}
+
+const isSame = (visitor, ended) => ended.shareId && visitor.shareId === ended.shareId && visitor.visitorId === ended.visitorId;
+
+function restarted(visitor, ended) {
+  const person = contacts.current(contacts.of(ended));
+  return person && contacts.current(contacts.of(visitor)) === person && visitor.startedAt >= ended.endedAt
+    && Math.abs(ended.endedAt - person.identifiedAt) < RESTART_MS;
 }
 
 /** The session that an invited visitor has started since, once. */
@@ -138,18 +215,37 @@ function receiveFrame({ visitor, jpeg }) {
 }
 
 function show() {
-  list.show(visitors.values(), selected, now());
-  const withoutSession = present.filter((presence) => !sessionOf(presence));
-  presentList.show(withoutSession);
-  setText(byId('empty-title'), withoutSession.length > 0 ? 'No session yet' : 'No visitors yet');
+  list.show(visitors.values(), selected, now(), contacts);
+  const present = contacts.present(sessionOf);
+  presentList.show(present, chosen);
+  earlierList.show(contacts.earlier(sessionOf), chosen);
+  setText(byId('empty-title'), present.length > 0 ? 'No session yet' : 'No visitors yet');
+  const unread = contacts.unread();
+  document.title = unread > 0 ? `(${unread}) ${TITLE}` : TITLE;
   const visitor = visitors.get(selected);
-  byId('empty').hidden = visitor !== undefined;
-  byId('session').hidden = visitor === undefined;
+  const contact = contacts.get(chosen);
+  byId('empty').hidden = Boolean(visitor || contact);
+  byId('session').hidden = !byId('empty').hidden;
+  showSession(visitor, contact);
+  showPerson(contact);
+}
+
+function showSession(visitor, contact) {
+  byId('session').toggleAttribute('data-chat-only', !visitor);
+  tabs.update(visitor !== undefined);
   if (!visitor) return;
-  head.update(visitor, now());
+  head.update(visitor, contact, now());
   phone.update(visitor, now());
   actions.update(visitor);
   control.update(visitor);
+}
+
+function showPerson(contact) {
+  for (const id of ['card', 'chat-form', 'chat-state']) byId(id).hidden = !contact;
+  showUnread(byId('chat-tab'), byId('chat-unread'), contact);
+  if (!contact) return;
+  card.update(contact, contacts.presenceOf(contact), contacts.before(contact));
+  chat.update(contact);
 }
 
 function showConnection(state) {
@@ -158,7 +254,8 @@ function showConnection(state) {
   pill.dataset.state = state;
   setText(pill, labels[state]);
   // A restarted service numbers its visitors anew.
-  if (state === 'connected') phone.clear();
+  if (state !== 'connected') return;
+  phone.clear();
 }
 
 let toastTimer = 0;

@@ -13,6 +13,11 @@ const ENDPOINTS = {
   co: 'Channel polling',
   i18n: 'Interface texts',
   'ic/h': 'Health check',
+  tag: 'Identity',
+  'wc/c': 'Chat configuration',
+  chat: 'Chat page',
+  'wc/ws': 'Chat, messages',
+  'wc/d': 'Chat, documents',
   '*': 'All others',
 };
 

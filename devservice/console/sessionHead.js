@@ -1,3 +1,4 @@
+import { personName } from './contacts.js';
 import { byId, element, setText } from './dom.js';
 import { shareCode, visitorState } from './visitorState.js';
 import * as format from './format.js';
@@ -23,9 +24,8 @@ function screen(visitor) {
   return `${width} × ${height} pt${scale ? ` @${scale}x` : ''}`;
 }
 
-function identity(visitor) {
-  const tag = visitor.userTag;
-  const name = tag ? [tag.firstname, tag.lastname].filter(Boolean).join(' ') || tag.email || tag.id : '';
+function identity(visitor, contact) {
+  const name = personName(contact) || personName({ identity: visitor.userTag });
   const parts = [visitor.tenantId ? `Tenant ${visitor.tenantId}` : '', visitor.visitorId ? `Visitor ${visitor.visitorId}` : ''];
   return [name, ...parts].filter(Boolean).join(' · ');
 }
@@ -44,11 +44,11 @@ export class SessionHead {
     }
   }
 
-  update(visitor, now) {
+  update(visitor, contact, now) {
     const state = visitorState(visitor, now);
     setText(byId('share-code'), shareCode(visitor));
     setText(byId('page'), visitor.page || 'No page yet');
-    setText(byId('identity'), identity(visitor));
+    setText(byId('identity'), identity(visitor, contact));
     const pill = byId('state-pill');
     pill.dataset.state = state.key;
     setText(pill, state.label);

@@ -35,7 +35,7 @@ const WORDING = {
   warning: (e) => ['Warning', e.text],
 };
 
-/** The visitor's history, newest first. */
+/** The history of the visitor's session, newest first. */
 export class TimelineView {
   #list = byId('timeline');
   #entries = [];

@@ -1,3 +1,4 @@
+import { personName, showUnread } from './contacts.js';
 import { byId, element, setText } from './dom.js';
 import { shareCode, visitorState } from './visitorState.js';
 
@@ -12,7 +13,7 @@ export class VisitorList {
     this.#list.addEventListener('keydown', (event) => this.#moveFocus(event));
   }
 
-  show(visitors, selected, now) {
+  show(visitors, selected, now, contacts) {
     const ordered = [...visitors].sort((a, b) => rank(a) - rank(b) || Number(b.id) - Number(a.id));
     const ids = new Set(ordered.map((visitor) => visitor.id));
     for (const [id, item] of this.#items) {
@@ -23,7 +24,7 @@ export class VisitorList {
     }
     ordered.forEach((visitor, index) => {
       const item = this.#items.get(visitor.id) ?? this.#add(visitor.id);
-      this.#update(item, visitor, visitor.id === selected, now);
+      this.#update(item, visitor, visitor.id === selected, now, contacts.of(visitor));
       if (this.#list.children[index] !== item.row) this.#list.insertBefore(item.row, this.#list.children[index] ?? null);
     });
     setText(byId('visitor-count'), String(ordered.length));
@@ -38,22 +39,24 @@ export class VisitorList {
       pill: element('span', 'pill'),
       page: element('span', 'visitor-page'),
       tenant: element('span', 'visitor-tenant'),
+      badge: element('span', 'unread'),
     };
     item.button.type = 'button';
-    item.button.append(item.code, item.pill, item.page, item.tenant);
+    item.button.append(item.code, item.pill, item.page, item.tenant, item.badge);
     item.button.addEventListener('click', () => this.#onSelect(id));
     item.row.append(item.button);
     this.#items.set(id, item);
     return item;
   }
 
-  #update(item, visitor, selected, now) {
+  #update(item, visitor, selected, now, contact) {
     const state = visitorState(visitor, now);
     item.pill.dataset.state = state.key;
     setText(item.pill, state.label);
     setText(item.code, shareCode(visitor));
     setText(item.page, visitor.page || 'No page yet');
-    setText(item.tenant, visitor.tenantId || 'No tenant');
+    setText(item.tenant, [personName(contact), visitor.tenantId || 'No tenant'].filter(Boolean).join(' · '));
+    showUnread(item.row, item.badge, contact);
     if (selected === item.button.hasAttribute('aria-current')) return;
     item.button.toggleAttribute('aria-current', selected);
     if (!selected) return;

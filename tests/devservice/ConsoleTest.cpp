@@ -7,7 +7,7 @@
 #include <boost/beast/websocket.hpp>
 #include <functional>
 
-#include "ConsoleAssets.h"
+#include "PageAssets.h"
 #include "Service.h"
 
 namespace merovanta::devservice::test {
@@ -160,13 +160,20 @@ TEST(Console, PageIsSelfContainedAndStrict) {
     const std::string policy = page.headers.at("Content-Security-Policy");
     EXPECT_NE(policy.find("default-src 'none'"), std::string::npos);
     EXPECT_EQ(policy.find("unsafe"), std::string::npos);
-    for (const std::string_view name : ConsoleAssets::names()) {
-        if (name == "index.html") continue;
-        const Reply asset = service.request("GET", "/console/" + std::string(name));
-        EXPECT_EQ(asset.status, 200U) << name;
-        EXPECT_FALSE(asset.body.empty()) << name;
-        EXPECT_EQ(asset.body.find("innerHTML"), std::string::npos) << name;
-    }
+    const auto expectServed = [&](std::string_view folder, const std::string& path) {
+        for (const std::string_view name : PageAssets::names(folder)) {
+            if (name == "console/index.html") continue;
+            const Reply asset = service.request("GET", path + std::string(name.substr(folder.size())));
+            EXPECT_EQ(asset.status, 200U) << name;
+            EXPECT_EQ(asset.headers.at("Content-Security-Policy"), policy) << name;
+            EXPECT_FALSE(asset.body.empty()) << name;
+            EXPECT_EQ(asset.body.find("innerHTML"), std::string::npos) << name;
+        }
+    };
+    expectServed("console/", "/console/");
+    expectServed("shared/", "/console/");
+    expectServed("shared/", "/cdn/chat/");
+    expectServed("chat/", "/cdn/chat/");
     EXPECT_EQ(service.request("GET", "/console/..%2Fmain.cpp").status, 404U);
 }
 

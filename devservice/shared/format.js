@@ -1,9 +1,18 @@
-// Figures and times as the console writes them.
+// Figures and times as the pages write them.
 
 const clock = new Intl.DateTimeFormat(undefined, { hour: '2-digit', minute: '2-digit', second: '2-digit', hour12: false });
 
 export function time(milliseconds) {
   return clock.format(milliseconds);
+}
+
+const shortClock = new Intl.DateTimeFormat(undefined, { hour: '2-digit', minute: '2-digit', hour12: false });
+const day = new Intl.DateTimeFormat(undefined, { day: 'numeric', month: 'short' });
+
+/** A time without seconds, with the day unless that is today. */
+export function dayTime(milliseconds) {
+  const today = new Date().toDateString() === new Date(milliseconds).toDateString();
+  return today ? shortClock.format(milliseconds) : `${day.format(milliseconds)}, ${shortClock.format(milliseconds)}`;
 }
 
 /** A span as "0:07" or "1:02:09". */

@@ -1,4 +1,4 @@
-#include "ConsoleAssets.h"
+#include "PageAssets.h"
 
 #include <algorithm>
 #include <fstream>
@@ -28,14 +28,15 @@ constexpr std::string_view kContentSecurityPolicy =
 
 }  // namespace
 
-std::vector<std::string_view> ConsoleAssets::names() {
+std::vector<std::string_view> PageAssets::names(std::string_view folder) {
     std::vector<std::string_view> result;
-    for (const EmbeddedFile& file : embeddedFiles())
-        result.push_back(file.name);
+    for (const EmbeddedFile& file : embeddedFiles()) {
+        if (file.name.starts_with(folder)) result.push_back(file.name);
+    }
     return result;
 }
 
-Response ConsoleAssets::serve(std::string_view name) const {
+Response PageAssets::serve(std::string_view name) const {
     const auto files = embeddedFiles();
     const auto found =
         std::find_if(files.begin(), files.end(), [&](const EmbeddedFile& file) { return file.name == name; });
@@ -48,7 +49,7 @@ Response ConsoleAssets::serve(std::string_view name) const {
                        {"Cross-Origin-Resource-Policy", "same-origin"}}};
     if (!directory_.empty()) {
         std::ifstream file(directory_ / name, std::ios::binary);
-        if (!file) return Response::error(404, "the console directory lacks this file");
+        if (!file) return Response::error(404, "the directory of the pages lacks this file");
         response.body.assign(std::istreambuf_iterator<char>(file), {});
     }
     return response;

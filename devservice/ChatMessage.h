@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+
+#include "Moment.h"
+
+namespace merovanta::devservice {
+
+/// One line of a chat: a text, or a document that the agent shares.
+struct ChatMessage {
+    enum class Author { Visitor, Agent };
+
+    struct Document {
+        /// Where the service serves it.
+        std::string url;
+        std::string name;
+        std::string contentType;
+        std::size_t bytes = 0;
+    };
+
+    std::uint64_t sequence = 0;
+    Moment at{};
+    Author author = Author::Visitor;
+    std::string text;
+    /// By which the visitor's page knows its own message again; empty for the agent's.
+    std::string key;
+    std::optional<Document> document;
+
+    nlohmann::json toJson() const;
+};
+
+}  // namespace merovanta::devservice
