@@ -95,6 +95,9 @@ class MeasuredPlatform : public Platform {
     ImageOverlayFactory& imageOverlays() override { return mInner.imageOverlays(); }
     AlertFactory& alerts() override { return mInner.alerts(); }
     WidgetViewFactory& widgets() override { return mInner.widgets(); }
+    CoverViewFactory& coverViews() override { return mInner.coverViews(); }
+    WebViewFactory& webViews() override { return mInner.webViews(); }
+    DocumentPreviewFactory& documentPreviews() override { return mInner.documentPreviews(); }
     MainQueue& mainQueue() override { return mMainQueue; }
     WorkQueue& workQueue() override { return mInner.workQueue(); }
     ManualTimers& timers() override { return mTimers; }
@@ -103,6 +106,7 @@ class MeasuredPlatform : public Platform {
     HttpSession& httpSession() override { return mInner.httpSession(); }
     WebSocketFactory& webSockets() override { return mInner.webSockets(); }
     UserDefaults& userDefaults() override { return mInner.userDefaults(); }
+    FileManager& fileManager() override { return mInner.fileManager(); }
     Bundle& bundle() override { return mInner.bundle(); }
 
  private:

@@ -37,6 +37,20 @@ void tap(QQuickWindow& window, const QString& objectName) {
     input.release(middle);
 }
 
+void tapAt(QQuickWindow& window, const QByteArray& place) {
+    const QList<QByteArray> numbers = place.split(' ');
+    if (numbers.size() != 2) return;
+    InputDriver input(&window);
+    input.press({numbers[0].toDouble(), numbers[1].toDouble()});
+    input.release({numbers[0].toDouble(), numbers[1].toDouble()});
+}
+
+void type(QQuickWindow& window, const QString& text) {
+    InputDriver input(&window);
+    for (const QChar character : text)
+        input.type(character);
+}
+
 void savePicture(QQuickWindow& window, const QString& file) {
     const bool isSaved = window.grabWindow().save(file);
     say((isSaved ? QStringLiteral("saved ") : QStringLiteral("cannot save ")) + file);
@@ -56,6 +70,8 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
          }},
         {"where", [&window](auto& objectName) { tellPlace(window, objectName); }},
         {"tap", [&window](auto& objectName) { tap(window, objectName); }},
+        {"tapAt", [&window](auto& place) { tapAt(window, place.toUtf8()); }},
+        {"type", [&window](auto& text) { type(window, text); }},
         {"picture", [&window](auto& file) { savePicture(window, file); }},
         {"stalls",
          [&meter](auto&) { say(QStringLiteral("longest stall %1 ms").arg(meter.takeLongest().count())); }},

@@ -45,7 +45,8 @@ void Tour::planLogin() {
     strike(Qt::Key_Tab);
     type(QStringLiteral("Willow-4471"));
     look(QStringLiteral("passwordInput"));
-    tap(QStringLiteral("signInButton"));
+    // Signing in as the customer would begin another session.
+    tap(QStringLiteral("demoButton"));
 }
 
 void Tour::planAccounts() {

@@ -6,6 +6,7 @@
 #include <Merovanta/MerovantaConfiguration.h>
 #include <Merovanta/MerovantaPanoptra.h>
 #include <Merovanta/MerovantaUser.h>
+#include <Merovanta/MerovantaWebChat.h>
 
 #include <string>
 
@@ -32,6 +33,7 @@ class MEROVANTA_EXPORT Merovanta {
     [[nodiscard]] static MerovantaConfiguration& configuration();
     [[nodiscard]] static MerovantaPanoptra& panoptra();
     [[nodiscard]] static MerovantaCoBrowsing& coBrowsing();
+    [[nodiscard]] static MerovantaWebChat& webChat();
     [[nodiscard]] static MerovantaUser& user();
 };
 

@@ -9,8 +9,8 @@ namespace merovanta {
 
 /// Who the visitor is. The one instance is Merovanta::user(); it holds no state.
 ///
-/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: main, for every call and
-/// callback.
+/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: main, unless stated;
+/// callbacks always come on the main thread.
 class MEROVANTA_EXPORT MerovantaUser {
  public:
     MerovantaUser(const MerovantaUser&) = delete;
@@ -19,11 +19,12 @@ class MEROVANTA_EXPORT MerovantaUser {
     /// Identifies the visitor from now on and tells the service. The visitor's consent is taken back; a
     /// visitor without id gets new visitor, visit and session ids. When the service knows, a running session
     /// is stopped and started again under the new identity; if that start fails, the log says so and no
-    /// session runs. The host's registered callbacks stay.
+    /// session runs. The host's registered callbacks stay. An open chat is loaded anew, as this visitor's.
+    /// Any thread.
     void tag(const ActiveUser& user);
 
     /// As tag(); the callback is then called with true once the service knows. It is not called if the
-    /// service cannot be told.
+    /// service cannot be told. Any thread.
     void tag(const ActiveUser& user, std::function<void(bool)> callback);
 
     /// Forgets who the visitor is, ends a running session and makes the next anonymous visitor a new one.

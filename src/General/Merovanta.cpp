@@ -55,6 +55,11 @@ MerovantaCoBrowsing& Merovanta::coBrowsing() {
     return *facade;
 }
 
+MerovantaWebChat& Merovanta::webChat() {
+    static auto* const facade = new MerovantaWebChat();
+    return *facade;
+}
+
 MerovantaUser& Merovanta::user() {
     static auto* const facade = new MerovantaUser();
     return *facade;

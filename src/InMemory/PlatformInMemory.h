@@ -6,6 +6,9 @@
 #include "InMemory/ApplicationInMemory.h"
 #include "InMemory/BundleInMemory.h"
 #include "InMemory/ClockInMemory.h"
+#include "InMemory/CoverViewsInMemory.h"
+#include "InMemory/DocumentPreviewsInMemory.h"
+#include "InMemory/FileManagerInMemory.h"
 #include "InMemory/HttpSessionInMemory.h"
 #include "InMemory/MainQueueInMemory.h"
 #include "InMemory/OverlaysInMemory.h"
@@ -17,6 +20,7 @@
 #include "InMemory/UserDefaultsInMemory.h"
 #include "InMemory/VirtualTime.h"
 #include "InMemory/WebSocketsInMemory.h"
+#include "InMemory/WebViewsInMemory.h"
 #include "InMemory/WidgetsInMemory.h"
 #include "InMemory/WorkQueueInMemory.h"
 #include "Platform/Platform.h"
@@ -42,6 +46,9 @@ class PlatformInMemory : public Platform {
     OverlaysInMemory& imageOverlays() override { return mOverlays; }
     AlertsInMemory& alerts() override { return mAlerts; }
     WidgetsInMemory& widgets() override { return mWidgets; }
+    CoverViewsInMemory& coverViews() override { return mCoverViews; }
+    WebViewsInMemory& webViews() override { return mWebViews; }
+    DocumentPreviewsInMemory& documentPreviews() override { return mDocumentPreviews; }
     MainQueueInMemory& mainQueue() override { return mMainQueue; }
     WorkQueueInMemory& workQueue() override { return mWorkQueue; }
     TimerFactoryInMemory& timers() override { return mTimers; }
@@ -50,6 +57,7 @@ class PlatformInMemory : public Platform {
     HttpSessionInMemory& httpSession() override { return mHttpSession; }
     WebSocketsInMemory& webSockets() override { return mWebSockets; }
     UserDefaultsInMemory& userDefaults() override { return mUserDefaults; }
+    FileManagerInMemory& fileManager() override { return mFileManager; }
     BundleInMemory& bundle() override { return mBundle; }
 
     const std::shared_ptr<VirtualTime> time = std::make_shared<VirtualTime>();
@@ -62,6 +70,9 @@ class PlatformInMemory : public Platform {
     OverlaysInMemory mOverlays;
     AlertsInMemory mAlerts{time};
     WidgetsInMemory mWidgets;
+    CoverViewsInMemory mCoverViews;
+    WebViewsInMemory mWebViews{time};
+    DocumentPreviewsInMemory mDocumentPreviews;
     MainQueueInMemory mMainQueue{time};
     WorkQueueInMemory mWorkQueue{time};
     TimerFactoryInMemory mTimers{time};
@@ -70,6 +81,7 @@ class PlatformInMemory : public Platform {
     HttpSessionInMemory mHttpSession{time};
     WebSocketsInMemory mWebSockets{time};
     UserDefaultsInMemory mUserDefaults;
+    FileManagerInMemory mFileManager;
     BundleInMemory mBundle;
 };
 

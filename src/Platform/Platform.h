@@ -6,6 +6,9 @@
 #include "Platform/Application.h"
 #include "Platform/Bundle.h"
 #include "Platform/Clock.h"
+#include "Platform/CoverView.h"
+#include "Platform/DocumentPreview.h"
+#include "Platform/FileManager.h"
 #include "Platform/HttpSession.h"
 #include "Platform/ImageOverlay.h"
 #include "Platform/MainQueue.h"
@@ -16,6 +19,7 @@
 #include "Platform/Timer.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/WebSocket.h"
+#include "Platform/WebView.h"
 #include "Platform/WidgetView.h"
 #include "Platform/WorkQueue.h"
 
@@ -34,6 +38,9 @@ class Platform {
     virtual ImageOverlayFactory& imageOverlays() = 0;
     virtual AlertFactory& alerts() = 0;
     virtual WidgetViewFactory& widgets() = 0;
+    virtual CoverViewFactory& coverViews() = 0;
+    virtual WebViewFactory& webViews() = 0;
+    virtual DocumentPreviewFactory& documentPreviews() = 0;
     virtual MainQueue& mainQueue() = 0;
     virtual WorkQueue& workQueue() = 0;
     virtual TimerFactory& timers() = 0;
@@ -42,6 +49,7 @@ class Platform {
     virtual HttpSession& httpSession() = 0;
     virtual WebSocketFactory& webSockets() = 0;
     virtual UserDefaults& userDefaults() = 0;
+    virtual FileManager& fileManager() = 0;
     virtual Bundle& bundle() = 0;
 };
 

@@ -1,13 +1,16 @@
 #include <gmock/gmock.h>
 
 #include <regex>
+#include <thread>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/ConstantUtils.h"
 #include "General/Log.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Panoptra.h"
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/VisitorMetadata.h"
+#include "General/User/User.h"
 #include "support/LibraryTest.h"
 
 namespace merovanta::testing {
@@ -55,14 +58,38 @@ TEST_F(ConfigurationTest, ServerAndContentHostsAreKeptApartWithTheirAsymmetry) {
     EXPECT_EQ(config().hostname, "two.example");
 }
 
-TEST_F(ConfigurationTest, FacadesAndComponentsAreMadeOnce) {
-    EXPECT_EQ(&Merovanta::panoptra(), &Merovanta::panoptra());
-    EXPECT_EQ(&Merovanta::configuration(), &Merovanta::configuration());
-    const auto panoptra = Injection::resolve<Panoptra>();
-    ASSERT_TRUE(panoptra);
-    EXPECT_EQ(panoptra, Injection::resolve<Panoptra>());
+template <typename... Components>
+std::vector<std::shared_ptr<void> (*)()> resolversOf() {
+    return {[]() -> std::shared_ptr<void> { return Injection::resolve<Components>(); }...};
+}
+
+TEST_F(ConfigurationTest, ComponentsAreMadeOnceInAnyOrderFromAnyThread) {
+    auto resolvers =
+        resolversOf<ApplicationConfigWrapper, MerovantaAPI, WebChat, Panoptra, InitSender,
+                    MessageSenderManager, XhrMessageSender, WebSocketMessageSender, ViewMonitor, PingSender,
+                    BidirectionalMessageParser, BidirectionalMessageHandler, HealthCheck, HttpUtil,
+                    MonitoringSender, NetworkManager, CoBrowsing, UIStrings, User, Communication>();
+    ASSERT_EQ(resolvers.size(), 20);
+    for (std::size_t first = 0; first < resolvers.size(); ++first) {
+        Injection::discard();
+        std::rotate(resolvers.begin(), resolvers.begin() + 1, resolvers.end());
+        std::array<std::vector<std::shared_ptr<void>>, 2> resolved;
+        const auto resolveAll = [&resolvers](auto begin, auto end, auto& made) {
+            std::transform(begin, end, std::back_inserter(made),
+                           [](const auto& resolve) { return resolve(); });
+        };
+        std::thread forwards([&] { resolveAll(resolvers.begin(), resolvers.end(), resolved[0]); });
+        std::thread backwards([&] { resolveAll(resolvers.rbegin(), resolvers.rend(), resolved[1]); });
+        forwards.join();
+        backwards.join();
+        std::reverse(resolved[1].begin(), resolved[1].end());
+        EXPECT_EQ(resolved[0], resolved[1]);
+        EXPECT_THAT(resolved[0], ::testing::Each(::testing::NotNull()));
+    }
     EXPECT_EQ(Injection::resolve<MessageSenderManager>()->xhrSender, Injection::resolve<XhrMessageSender>());
     EXPECT_FALSE(Injection::resolve<int>());
+    EXPECT_EQ(&Merovanta::panoptra(), &Merovanta::panoptra());
+    EXPECT_EQ(&Merovanta::webChat(), &Merovanta::webChat());
 }
 
 TEST_F(ConfigurationTest, ConstantsComeFromTheFirstBundleThatHasTheList) {

@@ -60,7 +60,7 @@ std::vector<std::string> LogCapture::lines(const std::string& beginning) const {
 }
 
 bool LogCapture::contains(const std::string& line) const {
-    const auto all = lines();
+    const auto all = allLines();
     return std::find(all.begin(), all.end(), line) != all.end();
 }
 

@@ -21,6 +21,7 @@ class LogCapture {
     /// Those with this beginning.
     [[nodiscard]] std::vector<std::string> lines(const std::string& beginning) const;
 
+    /// Whether this was written as a whole line, by the log or otherwise.
     [[nodiscard]] bool contains(const std::string& line) const;
 
  private:

@@ -6,6 +6,8 @@ import QtQuick
 QtObject {
     readonly property string customerName: "Margaret Hollis"
     readonly property string firstName: "Margaret"
+    readonly property string lastName: "Hollis"
+    readonly property string customerId: "margaret.hollis"
     readonly property string customerNumber: "4402 7718"
     readonly property string email: "m.hollis@example.org"
     readonly property string phone: "+353 1 555 0142"

@@ -5,10 +5,13 @@ FocusScope {
     id: page
 
     property bool busy: false
-    signal signedIn
+    // The demonstration account is nobody's.
+    property bool asCustomer: false
+    signal signedIn(bool asCustomer)
 
-    function signIn(): void {
+    function signIn(customer: bool): void {
         busy = true;
+        asCustomer = customer;
         welcome.start();
     }
 
@@ -18,7 +21,7 @@ FocusScope {
         userField.error = userName.text.trim() === "" ? qsTr("Enter your user name.") : "";
         passwordField.error = password.text === "" ? qsTr("Enter your password.") : "";
         if (userField.error === "" && passwordField.error === "")
-            signIn();
+            signIn(true);
     }
 
     objectName: "loginPage"
@@ -27,7 +30,7 @@ FocusScope {
     Timer {
         id: welcome
         interval: 900
-        onTriggered: page.signedIn()
+        onTriggered: page.signedIn(page.asCustomer)
     }
 
     Rectangle {
@@ -122,7 +125,7 @@ FocusScope {
                 Layout.topMargin: 12
                 text: qsTr("Try the demo account")
                 enabled: !page.busy
-                onClicked: page.signIn()
+                onClicked: page.signIn(false)
             }
         }
 

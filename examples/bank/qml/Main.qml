@@ -87,7 +87,11 @@ ApplicationWindow {
         id: loginPage
 
         LoginPage {
-            onSignedIn: stack.replace(mainTabs)
+            onSignedIn: asCustomer => {
+                if (asCustomer)
+                    shareSession.identify();
+                stack.replace(mainTabs);
+            }
         }
     }
 
@@ -102,7 +106,10 @@ ApplicationWindow {
                 shareSession.note("transfer sent");
                 stack.push(transferDonePage, { recipient: recipient, amount: amount });
             }
-            onSignedOut: stack.replace(loginPage)
+            onSignedOut: {
+                shareSession.forget();
+                stack.replace(loginPage);
+            }
         }
     }
 

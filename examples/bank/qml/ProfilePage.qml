@@ -78,18 +78,31 @@ FocusScope {
 
             Surface {
                 Layout.fillWidth: true
-                implicitHeight: help.implicitHeight
+                implicitHeight: support.implicitHeight
 
-                ListRow {
-                    id: help
-                    objectName: "getHelp"
+                Column {
+                    id: support
                     width: parent.width
-                    title: qsTr("Get help")
-                    detail: qsTr("Go through the app with an adviser")
-                    iconName: "help"
-                    enabled: !page.session.active
-                    opacity: enabled ? 1 : 0.5
-                    onClicked: page.session.getHelp()
+
+                    ListRow {
+                        objectName: "openChat"
+                        width: parent.width
+                        title: qsTr("Chat with us")
+                        detail: qsTr("Ask a question, get documents")
+                        iconName: "chat"
+                        onClicked: page.session.openChat()
+                    }
+                    ListRow {
+                        objectName: "getHelp"
+                        width: parent.width
+                        title: qsTr("Get help")
+                        detail: qsTr("Go through the app with an adviser")
+                        iconName: "help"
+                        separated: true
+                        enabled: !page.session.active
+                        opacity: enabled ? 1 : 0.5
+                        onClicked: page.session.getHelp()
+                    }
                 }
             }
 

@@ -11,6 +11,7 @@ Item {
     property bool watched: false
     property bool failed: false
     property string code: ""
+    property bool identified: false
 
     function start(): void {
         failed = false;
@@ -37,6 +38,31 @@ Item {
         Merovanta.coBrowsing.start();
     }
 
+    function openChat(): void {
+        Merovanta.webChat.open("support");
+    }
+
+    // A session that runs goes on as another one, with another code.
+    function identify(): void {
+        identified = true;
+        Merovanta.user.tag({
+            id: Ledger.customerId,
+            firstname: Ledger.firstName,
+            lastname: Ledger.lastName,
+            email: Ledger.email,
+            tags: ["Premier"]
+        });
+    }
+
+    // Ends the session as well: the next customer at this device is somebody else.
+    function forget(): void {
+        if (!identified)
+            return;
+        identified = false;
+        Merovanta.user.clear();
+        ended();
+    }
+
     function note(text: string): void {
         if (active)
             Merovanta.panoptra.tag(text);
@@ -44,6 +70,7 @@ Item {
 
     function look(): void {
         watched = Merovanta.panoptra.connected();
+        code = Merovanta.panoptra.shareId();
     }
 
     Connections {

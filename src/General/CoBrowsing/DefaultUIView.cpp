@@ -5,6 +5,7 @@
 #include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Log.h"
 #include "General/Panoptra/Injection.h"
+#include "General/WebChat/WebChat.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -66,7 +67,11 @@ void DefaultUIView::closeClicked() {
 }
 
 void DefaultUIView::openChat() {
-    Log::error("Cannot find instance of WebChat");
+    if (const auto webChat = Injection::resolve<WebChat>()) {
+        webChat->open(tenantId);
+    } else {
+        Log::error("Cannot find instance of WebChat");
+    }
 }
 
 }  // namespace merovanta

@@ -17,6 +17,7 @@
 #include "General/Panoptra/UIStrings.h"
 #include "General/Panoptra/Util/HttpUtil.h"
 #include "General/User/User.h"
+#include "General/WebChat/WebChat.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -28,6 +29,7 @@ void registerComponents(DependencyContainer& container) {
         return platform::isInstalled() ? std::make_shared<ApplicationConfigWrapper>() : nullptr;
     });
     container.registerSingleton<MerovantaAPI, HttpUtil>();
+    container.registerSingleton<WebChat, ApplicationConfigWrapper, MerovantaAPI, Communication>();
     container.registerSingleton<Panoptra, InitSender, MessageSenderManager, ViewMonitor,
                                 ApplicationConfigWrapper, NetworkManager>();
     container.registerSingleton<InitSender, ApplicationConfigWrapper, MerovantaAPI>();
@@ -47,7 +49,7 @@ void registerComponents(DependencyContainer& container) {
     container.registerSingleton<NetworkManager, PingSender, HealthCheck, MonitoringSender>();
     container.registerSingleton<CoBrowsing, Panoptra, UIStrings, ApplicationConfigWrapper, Communication>();
     container.registerSingleton<UIStrings, MerovantaAPI>();
-    container.registerSingleton<User, Panoptra, ApplicationConfigWrapper, MerovantaAPI>();
+    container.registerSingleton<User, Panoptra, ApplicationConfigWrapper, WebChat, MerovantaAPI>();
     container.registerSingleton<Communication, MerovantaAPI, ApplicationConfigWrapper>();
 }
 

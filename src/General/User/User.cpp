@@ -13,10 +13,19 @@
 namespace merovanta {
 
 User::User(std::shared_ptr<Panoptra> controller, std::shared_ptr<ApplicationConfigWrapper> wrapper,
-           std::shared_ptr<MerovantaAPI> api)
-    : applicationConfig(std::move(wrapper)), panoptra(std::move(controller)), merovantaAPI(std::move(api)) {}
+           std::shared_ptr<WebChat> chat, std::shared_ptr<MerovantaAPI> api)
+    : applicationConfig(std::move(wrapper)),
+      panoptra(std::move(controller)),
+      webChat(std::move(chat)),
+      merovantaAPI(std::move(api)) {}
 
 void User::tag(const ActiveUser& activeUser, Callback callback) {
+    ViewUtils::runOnMainThread([self = shared_from_this(), activeUser, callback = std::move(callback)] {
+        self->tagNow(activeUser, callback);
+    });
+}
+
+void User::tagNow(const ActiveUser& activeUser, Callback callback) {
     assertMainThread();
     adopt(activeUser);
     const auto report = [](const StringError& error) {
@@ -74,6 +83,7 @@ void User::tagged(const Callback& callback) {
             Log::debug(error->errorDescription());
         });
     }
+    webChat->reload();
 }
 
 }  // namespace merovanta

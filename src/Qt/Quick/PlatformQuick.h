@@ -3,6 +3,7 @@
 #include "Platform/Platform.h"
 #include "Qt/Foundation/BundleQt.h"
 #include "Qt/Foundation/ClockQt.h"
+#include "Qt/Foundation/FileManagerQt.h"
 #include "Qt/Foundation/HttpSessionQt.h"
 #include "Qt/Foundation/MainQueueQt.h"
 #include "Qt/Foundation/NetworkThreadQt.h"
@@ -13,10 +14,13 @@
 #include "Qt/Foundation/WorkQueueQt.h"
 #include "Qt/Quick/AlertFactoryQuick.h"
 #include "Qt/Quick/ApplicationQuick.h"
+#include "Qt/Quick/CoverViewFactoryQuick.h"
+#include "Qt/Quick/DocumentPreviewFactoryQuick.h"
 #include "Qt/Quick/ImageOverlayFactoryQuick.h"
 #include "Qt/Quick/ScreenCaptureQuick.h"
 #include "Qt/Quick/TapPlayerQuick.h"
 #include "Qt/Quick/TapRecognizerFactoryQuick.h"
+#include "Qt/Quick/WebViewFactoryQuick.h"
 #include "Qt/Quick/WidgetViewFactoryQuick.h"
 
 namespace merovanta::quick {
@@ -31,6 +35,9 @@ class PlatformQuick final : public Platform {
     ImageOverlayFactory& imageOverlays() override { return mImageOverlays; }
     AlertFactory& alerts() override { return mAlerts; }
     WidgetViewFactory& widgets() override { return mWidgets; }
+    CoverViewFactory& coverViews() override { return mCoverViews; }
+    WebViewFactory& webViews() override { return mWebViews; }
+    DocumentPreviewFactory& documentPreviews() override { return mDocumentPreviews; }
     MainQueue& mainQueue() override { return mMainQueue; }
     WorkQueue& workQueue() override { return mWorkQueue; }
     TimerFactory& timers() override { return mTimers; }
@@ -39,6 +46,7 @@ class PlatformQuick final : public Platform {
     HttpSession& httpSession() override { return mHttpSession; }
     WebSocketFactory& webSockets() override { return mWebSockets; }
     UserDefaults& userDefaults() override { return mUserDefaults; }
+    FileManager& fileManager() override { return mFileManager; }
     Bundle& bundle() override { return mBundle; }
 
  private:
@@ -53,12 +61,16 @@ class PlatformQuick final : public Platform {
     qt::BundleQt mBundle;
     qt::ClockQt mClock;
     qt::RandomQt mRandom;
+    qt::FileManagerQt mFileManager;
     ApplicationQuick mApplication;
     TapRecognizerFactoryQuick mTapRecognizers;
     TapPlayerQuick mTapPlayer;
     ImageOverlayFactoryQuick mImageOverlays;
     AlertFactoryQuick mAlerts;
     WidgetViewFactoryQuick mWidgets;
+    CoverViewFactoryQuick mCoverViews;
+    WebViewFactoryQuick mWebViews;
+    DocumentPreviewFactoryQuick mDocumentPreviews;
     ScreenCaptureQuick mScreenCapture{mMainQueue};
 };
 

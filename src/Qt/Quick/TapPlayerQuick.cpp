@@ -8,11 +8,10 @@
 #include <QtGui/QPointingDevice>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
-#include <algorithm>
 #include <chrono>
 
 #include "Qt/Quick/AlertQuick.h"
-#include "Qt/Quick/PaintOrderQuick.h"
+#include "Qt/Quick/HitTestQuick.h"
 #include "Qt/Quick/PopupsQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 
@@ -27,24 +26,6 @@ const QPointingDevice& device() {
         new QPointingDevice(QStringLiteral("agent"), 0, QInputDevice::DeviceType::Mouse,
                             QPointingDevice::PointerType::Generic, QInputDevice::Capability::Position, 1, 1);
     return *device;
-}
-
-bool takesTouches(const QQuickItem& item, const QQuickWindow& window) {
-    // The layer of the popups lets through what hits no popup, unless one of them is modal.
-    if (item.inherits("QQuickOverlay")) return topmostModalPopup(window) != nullptr;
-    // An item with handlers accepts buttons for them. Some classes have an "enabled" of their own.
-    return item.acceptedMouseButtons().testFlag(Qt::LeftButton) && item.property("enabled").toBool();
-}
-
-/// Goes the way of the window's own delivery: front to back.
-bool findsTaker(const QQuickItem& item, QPointF scene, const QQuickWindow& window) {
-    if (!item.isVisible() || !item.isEnabled()) return false;
-    const QPointF place = item.mapFromScene(scene);
-    if (item.clip() && !item.clipRect().contains(place)) return false;
-    const auto children = inPaintOrder(item);
-    return std::any_of(children.rbegin(), children.rend(),
-                       [&](const QQuickItem* child) { return findsTaker(*child, scene, window); }) ||
-           (item.contains(place) && takesTouches(item, window));
 }
 
 bool isOnlyForVisitor(const QQuickWindow& window) {
@@ -75,7 +56,7 @@ bool TapPlayerQuick::tap(const View& root, const Point& point) {
     const bool isInside = point.x >= 0 && point.x < item->width() && point.y >= 0 && point.y < item->height();
     if (!isInside) return false;
     const QPointF scene = item->mapToScene({point.x, point.y});
-    if (!findsTaker(*window->contentItem(), scene, *window)) return false;
+    if (takerAt(*window, scene) == nullptr) return false;
     const QScopedValueRollback tapping(mIsTapping, true);
     const QPointer<QQuickWindow> alive(window);
     send(*window, QEvent::MouseButtonPress, scene);

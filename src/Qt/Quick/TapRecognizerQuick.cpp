@@ -8,6 +8,7 @@
 #include <QtQuick/QQuickWindow>
 #include <utility>
 
+#include "Qt/Quick/HitTestQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 
 namespace merovanta::quick {
@@ -108,11 +109,18 @@ void TapRecognizerQuick::move(QPointF position) {
     if (QPointF::dotProduct(way, way) > limit * limit) cancel();
 }
 
+bool TapRecognizerQuick::isOnItem(QPointF position) const {
+    if (!mItem || !mItem->contains(mItem->mapFromScene(position))) return false;
+    const QQuickItem* const taker = mWindow ? takerAt(*mWindow, position) : nullptr;
+    // What lies over the item, such as a dialog, has taps of its own.
+    return taker == nullptr || taker == mItem || mItem->isAncestorOf(taker) || taker->isAncestorOf(mItem);
+}
+
 void TapRecognizerQuick::release(QPointF position) {
     move(position);
     if (!mIsDown) return;
     mIsDown = false;
-    if (!mItem || !mItem->contains(mItem->mapFromScene(position))) return;
+    if (!isOnItem(position)) return;
     mTapped = position;
     mState = State::ended;
     const QPointer<TapRecognizerQuick> self(this);

@@ -14,8 +14,8 @@ class QTouchEvent;
 
 namespace merovanta::quick {
 
-/// Watches a window's events from a filter that lets all of them pass: popups and everything else in the
-/// window is seen, and the host application notices nothing.
+/// Watches a window's events from a filter that lets all of them pass: everything in the item is seen, in
+/// the window's content item popups too, and the host application notices nothing.
 class TapRecognizerQuick final : public QObject, public TapRecognizer {
  public:
     explicit TapRecognizerQuick(TapRecognizerFactory::Action action);
@@ -38,6 +38,7 @@ class TapRecognizerQuick final : public QObject, public TapRecognizer {
     void move(QPointF position);
     /// May destroy this object.
     void release(QPointF position);
+    [[nodiscard]] bool isOnItem(QPointF position) const;
     void cancel() { mIsDown = false; }
 
     /// Shared, since the action may destroy the recogniser.

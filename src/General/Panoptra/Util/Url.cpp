@@ -73,4 +73,8 @@ std::string encodePathSegment(std::string_view text) {
     return boost::urls::encode(text, boost::urls::pchars);
 }
 
+std::string encodeQuery(std::string_view text) {
+    return boost::urls::encode(text, boost::urls::pchars + '/' + '?');
+}
+
 }  // namespace merovanta

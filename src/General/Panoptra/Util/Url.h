@@ -14,4 +14,7 @@ namespace merovanta {
 /// Percent-encodes a text so that it is one segment of a path, whatever it holds.
 [[nodiscard]] std::string encodePathSegment(std::string_view text);
 
+/// Percent-encodes what may not stand in the query of a URL; what separates its parts ("&", "=") stays.
+[[nodiscard]] std::string encodeQuery(std::string_view text);
+
 }  // namespace merovanta

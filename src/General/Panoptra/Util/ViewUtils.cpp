@@ -33,6 +33,14 @@ void ViewUtils::runOnMainQueue(std::function<void()> task) {
     platform::current().mainQueue().async(std::move(task));
 }
 
+void ViewUtils::runOnMainThread(std::function<void()> task) {
+    if (platform::current().mainQueue().isCurrent()) {
+        task();
+    } else {
+        runOnMainQueue(std::move(task));
+    }
+}
+
 std::shared_ptr<ViewController> ViewUtils::topViewController() {
     auto controller = platform::current().application().keyWindowRootViewController();
     if (!controller) return nullptr;

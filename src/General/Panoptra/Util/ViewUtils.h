@@ -20,6 +20,9 @@ class ViewUtils {
     /// Any thread.
     static void runOnMainQueue(std::function<void()> task);
 
+    /// Runs the task at once if this is the main thread, else later on the main queue. Any thread.
+    static void runOnMainThread(std::function<void()> task);
+
     /// The controller presented over all others; null without a window.
     [[nodiscard]] static std::shared_ptr<ViewController> topViewController();
 

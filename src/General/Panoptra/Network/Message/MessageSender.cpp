@@ -5,7 +5,9 @@
 
 #include "General/Fatal.h"
 #include "General/Log.h"
+#include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/ViewUtils.h"
+#include "General/WebChat/WebChat.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -38,6 +40,8 @@ void fill(UserTag& tag, const ActiveUser& user) {
     for (const auto& label : user.tags.value_or(std::vector<std::string>()))
         tag.add_label(label);
     if (user.assignedUser) tag.set_assigneduser(*user.assignedUser);
+    const auto webChat = Injection::resolve<WebChat>();
+    if (webChat && webChat->mobileDeviceToken) tag.set_mobiledevicetoken(*webChat->mobileDeviceToken);
 }
 
 }  // namespace

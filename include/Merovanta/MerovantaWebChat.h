@@ -1,0 +1,32 @@
+#pragma once
+
+#include <Merovanta/Export.h>
+
+#include <string>
+
+namespace merovanta {
+
+/// The chat between the visitor and an agent: a page of the service in a web view over the application. The
+/// visitor closes it with a tap in the top fifth of the screen. Documents that the agent shares are written
+/// to a private temporary directory, where they stay, and shown in a preview. The one instance is
+/// Merovanta::webChat(); it holds no state.
+///
+/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: any.
+class MEROVANTA_EXPORT MerovantaWebChat {
+ public:
+    MerovantaWebChat(const MerovantaWebChat&) = delete;
+    MerovantaWebChat& operator=(const MerovantaWebChat&) = delete;
+
+    /// Opens the chat over the screen in front, as this chat configuration of the service says; does nothing
+    /// if it is open there. A visitor whom nobody has identified is given an anonymous identity first.
+    void open(const std::string& id);
+
+    /// The device's push token, which the service is told with the visitor's identity when a session starts.
+    void setMobileDeviceToken(const std::string& token);
+
+ private:
+    friend class Merovanta;
+    MerovantaWebChat() = default;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/WebChat/ChatViewController.h"
+#include "General/WebChat/WebChatConfigurationDTO.h"
+#include "Platform/Alert.h"
+#include "Platform/CoverView.h"
+#include "Platform/TapRecognizer.h"
+#include "Platform/WebView.h"
+
+namespace merovanta {
+
+/// The chat page over the screen of the host application. A tap in the top fifth of that screen closes it.
+/// Thread: main.
+class ChatView : public std::enable_shared_from_this<ChatView> {
+ public:
+    static constexpr const char* className = "ChatView";
+
+    ChatView(std::shared_ptr<View> parent, WebChatConfigurationDTO config,
+             std::optional<std::string> tenantId, std::optional<std::string> visitorId);
+
+    /// The subview of this view that is a chat view; null if there is none.
+    [[nodiscard]] static std::shared_ptr<View> findIn(const View& view);
+
+    /// Whether this one's native view is that view.
+    [[nodiscard]] bool is(const View& view) const;
+
+    /// Lays a new web view over the parent, in the place of an earlier one, and loads the chat page in it.
+    /// Says in the log what it lacks for that.
+    void show();
+
+    /// Loads the page anew, for this visitor; for the same as before if absent.
+    void reload(const std::optional<std::string>& visitorId);
+
+    void removeFromSuperview();
+
+ private:
+    [[nodiscard]] std::unique_ptr<WebView> makeWebView();
+    [[nodiscard]] std::optional<std::string> address() const;
+    void closeOnTap();
+    void viewTap(const TapRecognizer& recognizer);
+    WebView::Policy decidePolicyForNavigationAction(const std::string& url);
+    void didReceiveNavigationResponse(int statusCode);
+    void showErrorAlert();
+
+    std::shared_ptr<View> parent;
+    WebChatConfigurationDTO config;
+    std::optional<std::string> tenantId;
+    std::optional<std::string> visitorId;
+    std::shared_ptr<ChatViewController> controller = std::make_shared<ChatViewController>();
+    // Before the web view, which is in it.
+    std::unique_ptr<CoverView> mCover;
+    std::unique_ptr<WebView> webView;
+    std::unique_ptr<TapRecognizer> mTapRecognizer;
+    std::unique_ptr<Alert> mAlert;
+};
+
+}  // namespace merovanta

@@ -1,0 +1,79 @@
+#include "General/WebChat/WebChat.h"
+
+#include <utility>
+
+#include "General/Log.h"
+#include "General/MainThread.h"
+#include "General/Panoptra/Util/IdUtils.h"
+#include "General/Panoptra/Util/Url.h"
+#include "General/Panoptra/Util/ViewUtils.h"
+
+namespace merovanta {
+
+namespace {
+
+Result<WebChatConfigurationDTO> decode(const HttpReply& reply) {
+    if (reply.error) return *reply.error;
+    if (const auto error = statusError(reply)) return *error;
+    if (!reply.data) return StringError("Data is nil");
+    return WebChatConfigurationDTO::decode(*reply.data);
+}
+
+}  // namespace
+
+WebChat::WebChat(std::shared_ptr<ApplicationConfigWrapper> wrapper, std::shared_ptr<MerovantaAPI> api,
+                 std::shared_ptr<Communication> channels)
+    : applicationConfig(std::move(wrapper)),
+      merovantaAPI(std::move(api)),
+      communication(std::move(channels)) {}
+
+void WebChat::open(const std::string& id) {
+    ViewUtils::runOnMainQueue([weak = weak_from_this(), id] {
+        const auto self = weak.lock();
+        if (!self) return;
+        self->communication->registerStatus();
+        const auto parent = ViewUtils::rootView();
+        if (parent && !ChatView::findIn(*parent)) self->fetchConfiguration(id, parent);
+    });
+}
+
+void WebChat::fetchConfiguration(const std::string& id, const std::shared_ptr<View>& parent) {
+    const auto report = [](const StringError& error) {
+        Log::error("Get WebChat configuration failed: " + error.errorDescription());
+    };
+    const auto url = MerovantaAPI::buildUrl("api/in/wc/c/" + encodePathSegment(id), {});
+    if (!url) return report(StringError("Cannot construct URL"));
+    Log::debug("GET " + *url);
+    merovantaAPI->get(*url, [weak = weak_from_this(), report, parent](const HttpReply& reply) {
+        auto configuration = decode(reply);
+        if (!configuration) return report(configuration.error());
+        ViewUtils::runOnMainQueue([weak, parent, configuration = std::move(configuration.value())]() mutable {
+            if (const auto self = weak.lock()) self->show(parent, std::move(configuration));
+        });
+    });
+}
+
+void WebChat::show(const std::shared_ptr<View>& parent, WebChatConfigurationDTO configuration) {
+    assertMainThread();
+    // Meanwhile the host may have left the screen, or a second call have opened the chat.
+    if (!parent->isAlive() || ChatView::findIn(*parent)) return;
+    chatView = std::make_shared<ChatView>(parent, std::move(configuration),
+                                          applicationConfig->config.tenantId, visitorId());
+    chatView->show();
+}
+
+std::string WebChat::visitorId() const {
+    const auto& user = applicationConfig->config.activeUserTag;
+    return user && user->id ? *user->id : IdUtils::deviceIdentifier();
+}
+
+void WebChat::reload() {
+    assertMainThread();
+    const auto screen = ViewUtils::rootView();
+    const auto shown = screen ? ChatView::findIn(*screen) : nullptr;
+    if (!shown || !chatView || !chatView->is(*shown)) return;
+    const auto& visit = applicationConfig->config.visitConfig;
+    chatView->reload(visit ? visit->visitorId : std::nullopt);
+}
+
+}  // namespace merovanta

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Communication/Communication.h"
+#include "General/Panoptra/Network/MerovantaAPI.h"
+#include "General/WebChat/ChatView.h"
+#include "Platform/View.h"
+
+namespace merovanta {
+
+/// Opens the chat over the screen in front. Thread: main, unless stated.
+class WebChat : public std::enable_shared_from_this<WebChat> {
+ public:
+    WebChat(std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+            std::shared_ptr<MerovantaAPI> merovantaAPI, std::shared_ptr<Communication> communication);
+
+    /// Reports that the visitor is there, fetches this chat configuration and opens the chat page with it,
+    /// unless the chat is open on the screen in front. What fails is said in the log. Any thread.
+    void open(const std::string& id);
+
+    /// Opens the page of an open chat anew, for the visitor of the current visit.
+    void reload();
+
+    /// The device's push token, absent until the host supplies one.
+    std::optional<std::string> mobileDeviceToken;
+
+ private:
+    void fetchConfiguration(const std::string& id, const std::shared_ptr<View>& parent);
+    void show(const std::shared_ptr<View>& parent, WebChatConfigurationDTO configuration);
+    [[nodiscard]] std::string visitorId() const;
+
+    std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
+    std::shared_ptr<MerovantaAPI> merovantaAPI;
+    std::shared_ptr<Communication> communication;
+    // The last one built; it may have been closed.
+    std::shared_ptr<ChatView> chatView;
+};
+
+}  // namespace merovanta

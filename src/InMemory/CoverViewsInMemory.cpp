@@ -1,0 +1,33 @@
+#include "InMemory/CoverViewsInMemory.h"
+
+#include "InMemory/SubviewInMemory.h"
+#include "InMemory/ViewInMemory.h"
+
+namespace merovanta::inmemory {
+
+namespace {
+
+class CoverInMemory : public CoverView {
+ public:
+    CoverInMemory(const std::shared_ptr<NativeView>& parent, std::shared_ptr<NativeView> cover)
+        : mSubview(parent, std::move(cover)) {}
+
+    [[nodiscard]] std::shared_ptr<View> view() const override {
+        return std::make_shared<ViewInMemory>(mSubview.native());
+    }
+
+ private:
+    SubviewInMemory mSubview;
+};
+
+}  // namespace
+
+std::unique_ptr<CoverView> CoverViewsInMemory::create(const View& parent, const std::string& className) {
+    const auto view = dynamic_cast<const ViewInMemory&>(parent).native();
+    if (!view) return nullptr;
+    auto cover = NativeView::make({0, 0, view->frame.width, view->frame.height}, 0xFFFFFFFF, {className});
+    cover->onTap = [] {};
+    return std::make_unique<CoverInMemory>(view, std::move(cover));
+}
+
+}  // namespace merovanta::inmemory

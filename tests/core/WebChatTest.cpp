@@ -1,0 +1,233 @@
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "General/Panoptra/Communication/ClientRegistry.h"
+#include "General/Panoptra/Injection.h"
+#include "General/WebChat/ChatView.h"
+#include "InMemory/ViewInMemory.h"
+#include "support/LibraryTest.h"
+
+namespace merovanta::testing {
+namespace {
+
+using inmemory::HttpSessionInMemory;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class WebChatTest : public LibraryTest {
+ protected:
+    WebChatTest() {
+        service.override = [this](const HttpRequest& request) -> std::optional<HttpReply> {
+            if (FakeService::path(request) != "api/in/wc/c/support") return std::nullopt;
+            return configuration;
+        };
+    }
+
+    void open() {
+        Merovanta::webChat().open("support");
+        advance(1s);
+    }
+
+    [[nodiscard]] std::size_t fetches() const {
+        return service.requests("GET", "api/in/wc/c/support").size();
+    }
+
+    [[nodiscard]] bool isOpen() const { return ChatView::findIn(inmemory::ViewInMemory(screen)) != nullptr; }
+
+    [[nodiscard]] inmemory::WebViewsInMemory::Shown& page() const { return *platform->webViews().shown(); }
+
+    /// Hands a document over as a script of this sender does; the names of the files there are afterwards.
+    std::vector<std::string> openDocument(
+        const std::string& body, ScriptMessage::Sender sender = ScriptMessage::Sender::evaluatedScript) {
+        page().delegate.didReceiveScriptMessage({"openDocument", body, sender});
+        advance(1s);
+        std::vector<std::string> names;
+        for (const auto& file : std::filesystem::directory_iterator(directory))
+            names.push_back(file.path().filename());
+        return names;
+    }
+
+    HttpReply configuration = HttpSessionInMemory::reply(
+        200, R"({"params":{"color":"#0a7","hint":"Write…","title":"Q & A","message":null},"more":1})");
+    std::string directory = platform->fileManager().temporaryDirectory();
+};
+
+TEST_F(WebChatTest, OpensThePageOnceUnderTheVisitorsId) {
+    Merovanta::user().tag({.id = "4711"});
+    platform->time->post([] { Merovanta::webChat().open("support"); }, /*onMain=*/false);
+    Merovanta::webChat().open("support");
+    advance(1s);
+    open();
+    EXPECT_EQ(fetches(), 2);
+    EXPECT_TRUE(log.contains("[DEBUG] WebChat: GET https://service.example/api/in/wc/c/support"));
+    EXPECT_EQ(platform->webViews().made, 1);
+    EXPECT_EQ(screen->subviews.back()->classNames.front(), "ChatView");
+    EXPECT_THAT(page().handlers, ElementsAre("openDocument", "jsError"));
+    const auto seconds = std::to_string(platform->clock().sinceEpoch() / 1s - 2);
+    EXPECT_THAT(page().loaded, ElementsAre("https://service.example/cdn/chat/chat.html?" + seconds +
+                                           "#d=service.example&tId=tenant&vId=4711&title=Q%20&%20A&message="
+                                           "&hint=Write%E2%80%A6&color=%230a7&n=true&eU=true"));
+    EXPECT_EQ(ClientRegistry::clients().count("STATUS"), 1);
+}
+
+TEST_F(WebChatTest, AConfigurationThatLacksWhatItShouldHoldOpensNothing) {
+    configuration = HttpSessionInMemory::reply(200, R"({"params":null})");
+    open();
+    EXPECT_TRUE(isOpen());
+    EXPECT_THAT(page().loaded, IsEmpty());
+    EXPECT_TRUE(log.contains("[WARNING] ChatView: Cannot construct URL"));
+    platform->tapRecognizers().tap({195, 10});
+    EXPECT_FALSE(isOpen());
+
+    const std::string failed = "[ERROR] WebChat: Get WebChat configuration failed: ";
+    const std::pair<HttpReply, std::string> cases[] = {
+        {HttpSessionInMemory::failure("lost"), "lost"},
+        {HttpSessionInMemory::reply(404, "{}"), "HTTP status 404"},
+        {HttpSessionInMemory::reply(200), "Data is nil"},
+        {HttpSessionInMemory::reply(200, "[]"), "Cannot decode reply: it is not an object"},
+        {HttpSessionInMemory::reply(200, R"({"params":{"title":1}})"),
+         "Cannot decode reply: \"title\" has the wrong type"},
+    };
+    for (const auto& [reply, error] : cases) {
+        configuration = reply;
+        expectError(failed + error);
+        open();
+        EXPECT_FALSE(isOpen()) << error;
+    }
+}
+
+TEST_F(WebChatTest, ATapInTheTopFifthClosesIt) {
+    open();
+    platform->tapRecognizers().tap({195, 0.21 * 844});
+    EXPECT_TRUE(isOpen());
+    platform->tapRecognizers().tap({195, 0.19 * 844});
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(platform->webViews().shown(), nullptr);
+    EXPECT_EQ(platform->tapRecognizers().attached(), 0);
+    open();
+    EXPECT_TRUE(isOpen());
+}
+
+TEST_F(WebChatTest, ALinkIsDownloadedBesideThePageAndCannotBreakOutOfItsText) {
+    open();
+    const auto decide = page().delegate.decidePolicyForNavigationAction;
+    EXPECT_EQ(decide("https://service.example/cdn/chat/chat.html?2#x"), WebView::Policy::allow);
+    EXPECT_EQ(decide(R"(https://service.example/d/it's\%20"`${x}`";)"
+                     "\n\xC3\xBC"),
+              WebView::Policy::cancel);
+    ASSERT_THAT(page().evaluated, SizeIs(1));
+    EXPECT_THAT(page().evaluated[0],
+                ::testing::StartsWith("    (async function download() {\n        const url = "
+                                      "'https://service.example/d/it%27s%5C%20\"`${x}`\";%0A%C3%BC';\n"));
+    platform->webViews().evaluationError = StringError("no page");
+    decide("https://service.example/d/1");
+    advance(1s);
+    EXPECT_TRUE(log.contains("\"JS ERR: no page\""));
+}
+
+TEST_F(WebChatTest, AnErrorIsShownFromStatus400On) {
+    open();
+    page().delegate.didReceiveNavigationResponse(399);
+    EXPECT_THAT(platform->alerts().presented, IsEmpty());
+    page().delegate.didReceiveNavigationResponse(400);
+    page().delegate.didFailNavigation(StringError("refused"));
+    ASSERT_THAT(platform->alerts().presented, SizeIs(1));
+    const AlertTexts texts = platform->alerts().presented[0];
+    EXPECT_EQ(texts.title + "/" + texts.message + "/" + texts.accept, "Error/An error occurred/Dismiss");
+    EXPECT_FALSE(texts.decline);
+    platform->alerts().answer(true);
+    advance(1s);
+    page().delegate.didFailNavigation(StringError("refused"));
+    EXPECT_THAT(platform->alerts().presented, SizeIs(2));
+}
+
+TEST_F(WebChatTest, ADocumentIsWrittenForItsOwnerAloneInsideItsDirectory) {
+    open();
+    EXPECT_THAT(openDocument("../../a%20b%2F../%C3%BC.pdf;data:a/b;base64,JVBERg=="), ElementsAre("ü.pdf"));
+    const std::string path = directory + "/ü.pdf";
+    EXPECT_THAT(platform->documentPreviews().presented(), ElementsAre(path));
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    std::string bytes;
+    std::getline(std::ifstream(path), bytes);
+    EXPECT_EQ(bytes, "%PDF");
+
+    // A name that is taken by a link: what it points to stays.
+    const std::string victim = directory + "-victim";
+    std::filesystem::create_symlink(victim, directory + "/link");
+    openDocument("link;data:,QQ==");
+    EXPECT_FALSE(std::filesystem::exists(victim));
+    EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(directory + "/link")));
+
+    const std::string refused[] = {"", ".", "..", "%2E%2E", "a/", "a%2F", "a%00b", std::string(300, 'x')};
+    for (const auto& name : refused)
+        EXPECT_THAT(openDocument(name + ";data:,QQ=="), SizeIs(2)) << name;
+    for (const std::string payload : {"QQ=", "Q Q=", "\xFF\xFF=="})
+        EXPECT_THAT(openDocument("a;data:," + payload), SizeIs(2)) << payload;
+    EXPECT_TRUE(log.contains("\"Could not construct data from base64\""));
+    EXPECT_THAT(openDocument("100%;data:,"), SizeIs(3));
+    EXPECT_TRUE(std::filesystem::exists(directory + "/100%"));
+    EXPECT_THAT(openDocument("large;data:," + std::string(48 << 20, 'A')), SizeIs(3));
+    EXPECT_THAT(platform->documentPreviews().presented(), SizeIs(3));
+    platform->fileManager().isBroken = true;
+    EXPECT_THAT(openDocument("b;data:,QQ=="), SizeIs(3));
+}
+
+TEST_F(WebChatTest, WhatAPageSaysIsFollowedOnlyAsFarAsItMaySay) {
+    open();
+    const auto receive = page().delegate.didReceiveScriptMessage;
+    receive({"openDocument", std::nullopt});
+    receive({"jsError", "gone\n[ERROR] forged"});
+    EXPECT_TRUE(log.contains("\"did receive message jsError\""));
+    EXPECT_TRUE(log.contains(R"("gone\n[ERROR] forged")"));
+    // Ten documents in one turn: more than a chat has.
+    for (int i = 0; i < 9; ++i)
+        receive({"openDocument", std::to_string(i) + ";data:,QQ=="});
+    EXPECT_THAT(openDocument("9;data:,QQ=="), SizeIs(4));
+    const auto page = ScriptMessage::Sender::page;
+    EXPECT_THAT(openDocument("no data URL", page), SizeIs(4));
+    EXPECT_THAT(openDocument("x;data:no comma", page), SizeIs(4));
+    EXPECT_DEATH(openDocument("x;data:no comma"), "A document came without a data URL");
+}
+
+TEST_F(WebChatTest, ATagReloadsAnOpenChatForTheNewVisitor) {
+    open();
+    platform->time->post([] { Merovanta::user().tag({.id = "new"}); }, /*onMain=*/false);
+    advance(1s);
+    EXPECT_EQ(platform->webViews().made, 2);
+    EXPECT_THAT(page().loaded, ElementsAre(HasSubstr("&vId=new&")));
+    EXPECT_THAT(screen->subviews.back()->subviews, SizeIs(1));
+    platform->tapRecognizers().tap({195, 10});
+    Merovanta::user().tag({.id = "newer"});
+    advance(1s);
+    EXPECT_EQ(platform->webViews().made, 2);
+}
+
+TEST_F(WebChatTest, ThePushTokenGoesWithTheIdentityOfASession) {
+    Merovanta::webChat().setMobileDeviceToken("push");
+    Merovanta::user().tag({.id = "4711"});
+    startSession();
+    for (const auto& message : service.messages()) {
+        if (message.usertag_size() == 0) continue;
+        EXPECT_EQ(message.usertag(0).id(), "4711");
+        EXPECT_EQ(message.usertag(0).mobiledevicetoken(), "push");
+        return;
+    }
+    FAIL() << "no identity was sent";
+}
+
+TEST_F(WebChatTest, WithoutABrowserNothingIsLeftOverTheScreen) {
+    platform->webViews().isBroken = true;
+    open();
+    EXPECT_FALSE(isOpen());
+    EXPECT_TRUE(log.contains("[WARNING] ChatView: Cannot show the web view"));
+}
+
+}  // namespace
+}  // namespace merovanta::testing
