@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QString>
+#include <QtCore/QTimer>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
@@ -16,7 +18,16 @@ namespace merovanta::test {
 /// Handles events until the condition holds; false if it does not within the time.
 template <typename Condition>
 bool eventually(Condition condition, int milliseconds = 5000) {
-    return QTest::qWaitFor(condition, milliseconds);
+    // Without pauses between the events: the web engine's work comes in thousands of them.
+    const QDeadlineTimer deadline(milliseconds);
+    QTimer waker;
+    waker.start(5);
+    while (!condition()) {
+        if (deadline.hasExpired()) return false;
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    return true;
 }
 
 /// A window made of QML text, whose neighbours are the files in qml/. Its class is "Main".

@@ -1,5 +1,6 @@
 #include "Qt/Quick/InterfaceFileQuick.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QUrl>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
@@ -27,13 +28,23 @@ QQmlEngine& engineOf(QQuickWindow& window) {
     return own == nullptr ? *new QQmlEngine(&window) : *own;
 }
 
+/// QML names a class after the file that it takes the text to come from.
+void load(QQmlComponent& component, const QString& name, const QString& className) {
+    const QString folder = QStringLiteral("merovanta/quick/");
+    if (className.isEmpty()) return component.loadUrl(QUrl(QStringLiteral("qrc:/") + folder + name));
+    QFile file(QStringLiteral(":/") + folder + name);
+    if (!file.open(QFile::ReadOnly)) return;
+    component.setData(file.readAll(), QUrl(QStringLiteral("qrc:/") + folder + className + ".qml"));
+}
+
 }  // namespace
 
 QObject* loadInterfaceFile(const QString& name, QQuickWindow& window, QObject& owner,
-                           const QVariantMap& properties) {
+                           const QVariantMap& properties, const QString& className) {
     initInterfaceFiles();
     QQmlEngine& engine = engineOf(window);
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/merovanta/quick/") + name));
+    QQmlComponent component(&engine);
+    load(component, name, className);
     QObject* const object = component.isReady() ? component.createWithInitialProperties(properties) : nullptr;
     if (object == nullptr) {
         qWarning("%s", qPrintable(component.errorString()));

@@ -37,6 +37,16 @@ CoBrowsingQuick* MerovantaQuick::coBrowsing() {
     return mCoBrowsing;
 }
 
+WebChatQuick* MerovantaQuick::webChat() {
+    if (mWebChat == nullptr) mWebChat = new WebChatQuick(this);
+    return mWebChat;
+}
+
+UserQuick* MerovantaQuick::user() {
+    if (mUser == nullptr) mUser = new UserQuick(this);
+    return mUser;
+}
+
 ConfigurationQuick* MerovantaQuick::configuration() {
     if (mConfiguration == nullptr) mConfiguration = new ConfigurationQuick(this);
     return mConfiguration;

@@ -7,6 +7,8 @@
 #include "Qt/Quick/CoBrowsingQuick.h"
 #include "Qt/Quick/ConfigurationQuick.h"
 #include "Qt/Quick/PanoptraQuick.h"
+#include "Qt/Quick/UserQuick.h"
+#include "Qt/Quick/WebChatQuick.h"
 
 namespace merovanta::quick {
 
@@ -19,6 +21,8 @@ class MerovantaQuick final : public QObject {
     Q_PROPERTY(int tag READ tag WRITE setTag NOTIFY tagChanged FINAL)
     Q_PROPERTY(merovanta::quick::PanoptraQuick* panoptra READ panoptra CONSTANT FINAL)
     Q_PROPERTY(merovanta::quick::CoBrowsingQuick* coBrowsing READ coBrowsing CONSTANT FINAL)
+    Q_PROPERTY(merovanta::quick::WebChatQuick* webChat READ webChat CONSTANT FINAL)
+    Q_PROPERTY(merovanta::quick::UserQuick* user READ user CONSTANT FINAL)
     Q_PROPERTY(merovanta::quick::ConfigurationQuick* configuration READ configuration CONSTANT FINAL)
 
  public:
@@ -33,6 +37,8 @@ class MerovantaQuick final : public QObject {
     void setTag(int tag);
     [[nodiscard]] PanoptraQuick* panoptra();
     [[nodiscard]] CoBrowsingQuick* coBrowsing();
+    [[nodiscard]] WebChatQuick* webChat();
+    [[nodiscard]] UserQuick* user();
     [[nodiscard]] ConfigurationQuick* configuration();
 
     Q_INVOKABLE void initConfig(const QString& tenantId, const QString& token);
@@ -44,6 +50,8 @@ class MerovantaQuick final : public QObject {
     int mTag = 0;
     PanoptraQuick* mPanoptra = nullptr;
     CoBrowsingQuick* mCoBrowsing = nullptr;
+    WebChatQuick* mWebChat = nullptr;
+    UserQuick* mUser = nullptr;
     ConfigurationQuick* mConfiguration = nullptr;
 };
 

@@ -18,9 +18,7 @@ constexpr std::size_t maximumBody = std::size_t{3} * 48 * 1024 * 1024;
 
 ScriptReceiverQuick::ScriptReceiverQuick(std::vector<std::string> handlers, std::function<bool()> isPageShown,
                                          Received received)
-    : mHandlers(std::move(handlers)),
-      mIsPageShown(std::move(isPageShown)),
-      mReceived(std::move(received)) {}
+    : mHandlers(std::move(handlers)), mIsPageShown(std::move(isPageShown)), mReceived(std::move(received)) {}
 
 void ScriptReceiverQuick::receive(const QString& name, bool isString, bool isScript, const QString& piece,
                                   bool isFirst, bool isLast) {
@@ -29,10 +27,10 @@ void ScriptReceiverQuick::receive(const QString& name, bool isString, bool isScr
         return;
     }
     if (isFirst) {
-        mMessage = {.name = name.toStdString(),
-                    .body = isString ? std::optional(std::string()) : std::nullopt,
-                    .sender =
-                        isScript ? ScriptMessage::Sender::evaluatedScript : ScriptMessage::Sender::page};
+        mMessage = {
+            .name = name.toStdString(),
+            .body = isString ? std::optional(std::string()) : std::nullopt,
+            .sender = isScript ? ScriptMessage::Sender::evaluatedScript : ScriptMessage::Sender::page};
     }
     if (mMessage.body) mMessage.body->append(piece.toStdString());
     if (!isLast) {

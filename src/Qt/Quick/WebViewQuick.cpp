@@ -28,10 +28,11 @@ QUrl withoutParameters(const QUrl& url) {
 WebViewQuick::WebViewQuick(std::vector<std::string> handlers, Delegate delegate)
     : mHandlers(handlers),
       mDelegate(std::move(delegate)),
-      mReceiver(std::move(handlers), [this] { return isPageShown(); },
-                [received = mDelegate.didReceiveScriptMessage](const ScriptMessage& message) {
-                    if (received) received(message);
-                }) {}
+      mReceiver(
+          std::move(handlers), [this] { return isPageShown(); },
+          [received = mDelegate.didReceiveScriptMessage](const ScriptMessage& message) {
+              if (received) received(message);
+          }) {}
 
 WebViewQuick::~WebViewQuick() {
     if (!mItem) return;
@@ -44,10 +45,9 @@ WebViewQuick::~WebViewQuick() {
 }
 
 bool WebViewQuick::open(QQuickItem& superview) {
-    QObject* const object = loadInterfaceFile(QStringLiteral("CommunicatingWKWebView.qml"),
-                                              *superview.window(), superview,
-                                              {{"page", QVariant::fromValue<QObject*>(this)},
-                                               {"parent", QVariant::fromValue(&superview)}});
+    QObject* const object = loadInterfaceFile(
+        QStringLiteral("CommunicatingWKWebView.qml"), *superview.window(), superview,
+        {{"page", QVariant::fromValue<QObject*>(this)}, {"parent", QVariant::fromValue(&superview)}});
     mItem = qobject_cast<QQuickItem*>(object);
     auto* const channel = mItem ? mItem->property("webChannel").value<QWebChannel*>() : nullptr;
     if (channel == nullptr) {

@@ -1,5 +1,6 @@
 #include "Qt/Quick/WidgetViewQuick.h"
 
+#include <QtGui/QAccessible>
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
@@ -7,9 +8,9 @@
 // The public interface has no safe areas.
 #include <qpa/qplatformwindow.h>
 
+#include "Qt/Quick/FrontLayerQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
-#include "Qt/Quick/PopupsQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 
 namespace merovanta::quick {
@@ -32,18 +33,19 @@ const char* hiddenPropertyOf(WidgetView::Element element) {
     return nullptr;
 }
 
-/// In front of all that is there; popups that open later cover it, as they cover everything else.
-double zOfWidget(const QQuickItem& parent) {
-    const bool isOverPopup = topmostModalPopup(*parent.window()) != nullptr;
-    return isOverPopup ? zInFrontOfAll(parent) : zBehindPopups;
-}
-
 /// The part of the item that no notch and no system bar covers, in its own coordinates.
 QRectF safeArea(const QQuickItem& item) {
     const QQuickWindow* const window = item.window();
     if (window == nullptr || window->handle() == nullptr) return item.boundingRect();
     const QRectF safe = QRectF({}, QSizeF(window->size())) - window->handle()->safeAreaMargins();
     return item.mapRectFromScene(safe) & item.boundingRect();
+}
+
+/// Has screen readers read the item out now.
+void announce(QQuickItem* item) {
+    if (item == nullptr || !item->isVisible()) return;
+    QAccessibleEvent event(item, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 }  // namespace
@@ -61,8 +63,7 @@ bool WidgetViewQuick::load(QQuickItem& parent) {
         delete object;
         return false;
     }
-    mItem->setZ(zOfWidget(parent));
-    mItem->setParentItem(&parent);
+    putInFront(*mItem, parent, zBehindPopups);
     connect(mItem, SIGNAL(hideClicked()), this, SLOT(hideClicked()), Qt::QueuedConnection);
     connect(mItem, SIGNAL(closeClicked()), this, SLOT(closeClicked()), Qt::QueuedConnection);
     connect(mItem, SIGNAL(openChat()), this, SLOT(openChat()), Qt::QueuedConnection);
@@ -74,11 +75,16 @@ void WidgetViewQuick::follow(QQuickItem& parent) {
     QQuickWindow* const window = parent.window();
     connect(&parent, &QQuickItem::widthChanged, this, &WidgetViewQuick::layOut);
     connect(&parent, &QQuickItem::heightChanged, this, &WidgetViewQuick::layOut);
-    connect(window, &QWindow::screenChanged, this, &WidgetViewQuick::layOut);
-    if (window->screen() != nullptr) {
-        // Turned upside down, the safe area changes and the size does not.
-        connect(window->screen(), &QScreen::orientationChanged, this, &WidgetViewQuick::layOut,
-                Qt::QueuedConnection);
+    connect(window, &QWindow::screenChanged, this, &WidgetViewQuick::followScreen);
+    followScreen(window->screen());
+}
+
+void WidgetViewQuick::followScreen(QScreen* screen) {
+    disconnect(mOrientation);
+    // Turned upside down, the safe area changes and the size does not.
+    if (screen != nullptr) {
+        mOrientation = connect(screen, &QScreen::orientationChanged, this, &WidgetViewQuick::layOut,
+                               Qt::QueuedConnection);
     }
     layOut();
 }
@@ -94,7 +100,9 @@ std::shared_ptr<View> WidgetViewQuick::view() const {
 }
 
 void WidgetViewQuick::setText(const std::string& text) {
-    if (mItem) mItem->setProperty("text", boundedText(text, maximumText));
+    if (!mItem) return;
+    mItem->setProperty("text", boundedText(text, maximumText));
+    announce(mItem->findChild<QQuickItem*>(QStringLiteral("shareId")));
 }
 
 void WidgetViewQuick::setHidden(Element element, bool isHidden) {

@@ -6,6 +6,7 @@
 #include "Platform/WidgetView.h"
 
 class QQuickItem;
+class QScreen;
 
 namespace merovanta::quick {
 
@@ -31,10 +32,12 @@ class WidgetViewQuick final : public QObject, public WidgetView {
 
  private:
     void follow(QQuickItem& parent);
+    void followScreen(QScreen* screen);
     void layOut();
 
     Actions mActions;
     QPointer<QQuickItem> mItem;
+    QMetaObject::Connection mOrientation;
 };
 
 }  // namespace merovanta::quick

@@ -1,0 +1,47 @@
+#include "Qt/Quick/CoverViewQuick.h"
+
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+// The public interface has no way to keep the tab key inside of an item.
+#include <private/qquickitem_p.h>
+
+#include "Qt/Quick/FrontLayerQuick.h"
+#include "Qt/Quick/InterfaceFileQuick.h"
+#include "Qt/Quick/PaintOrderQuick.h"
+#include "Qt/Quick/ViewQuick.h"
+
+namespace merovanta::quick {
+
+namespace {
+
+// In front of the widget, behind the agent's drawings.
+constexpr double zOfCovers = zBehindPopups + 0.25;
+
+}  // namespace
+
+CoverViewQuick::~CoverViewQuick() {
+    const bool hadFocus = mItem && mItem->hasActiveFocus();
+    delete mItem.data();
+    if (hadFocus && mFocus) mFocus->forceActiveFocus(Qt::OtherFocusReason);
+}
+
+bool CoverViewQuick::lay(QQuickItem& parent, const QString& className) {
+    QObject* const object =
+        loadInterfaceFile(QStringLiteral("CoverView.qml"), *parent.window(), parent, {}, className);
+    mItem = qobject_cast<QQuickItem*>(object);
+    if (!mItem) {
+        delete object;
+        return false;
+    }
+    QQuickItemPrivate::get(mItem)->isTabFence = true;
+    mFocus = parent.window()->activeFocusItem();
+    putInFront(*mItem, parent, zOfCovers);
+    mItem->forceActiveFocus(Qt::OtherFocusReason);
+    return true;
+}
+
+std::shared_ptr<View> CoverViewQuick::view() const {
+    return std::make_shared<ViewQuick>(mItem);
+}
+
+}  // namespace merovanta::quick

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QtCore/QObject>
+#include <QtCore/QString>
+
+namespace merovanta::quick {
+
+/// MerovantaWebChat for QML.
+class WebChatQuick final : public QObject {
+    Q_OBJECT
+    QML_ANONYMOUS
+
+ public:
+    explicit WebChatQuick(QObject* parent);
+
+    Q_INVOKABLE void open(const QString& id);
+};
+
+}  // namespace merovanta::quick

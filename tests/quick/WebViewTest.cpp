@@ -1,0 +1,251 @@
+#include "Platform/WebView.h"
+
+#include <gmock/gmock.h>
+
+#include <QtCore/QTimer>
+#include <csignal>
+#include <utility>
+
+#include "PageServer.h"
+#include "Qt/Quick/ViewQuick.h"
+#include "Qt/Quick/WebViewFactoryQuick.h"
+#include "Scene.h"
+#include "support/LogCapture.h"
+
+using merovanta::ScriptMessage;
+using merovanta::StringError;
+using merovanta::WebView;
+using merovanta::quick::WebViewFactoryQuick;
+using merovanta::test::eventually;
+using merovanta::test::PageServer;
+using merovanta::test::Scene;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr int patience = 30'000;
+
+std::string told(const ScriptMessage& message) {
+    const auto* const sender = message.sender == ScriptMessage::Sender::page ? "page " : "script ";
+    return sender + message.name + " " + message.body.value_or("(none)").substr(0, 300);
+}
+
+struct Browser {
+    explicit Browser(const QByteArray& page = {}, const QByteArray& headers = {}, int status = 200) {
+        server.set("/chat.html", {page, status, headers});
+        WebView::Delegate delegate;
+        delegate.didReceiveScriptMessage = [this](const ScriptMessage& message) {
+            messages.push_back(told(message));
+            last = message;
+            onMessage();
+            if (closesOnMessage) webView.reset();
+        };
+        delegate.decidePolicyForNavigationAction = [this](const std::string& url) {
+            asked.push_back(url);
+            if (closesWhenAsked) webView.reset();
+            return policy;
+        };
+        delegate.didReceiveNavigationResponse = [this](int code) { statuses.push_back(code); };
+        delegate.didFailNavigation = [this](const StringError& error) { failures.push_back(error.mMsg); };
+        webView = WebViewFactoryQuick().create(*scene.root(), {"openDocument", "jsError"}, delegate);
+    }
+    void load(const std::string& path = "/chat.html?1#d=x") { webView->load(server.url(path)); }
+    /// Whether so many messages came.
+    bool hears(std::size_t count) {
+        return eventually([&] { return messages.size() >= count; }, patience);
+    }
+    std::optional<std::string> evaluate(const std::string& script) {
+        std::optional<std::optional<StringError>> result;
+        webView->evaluateJavaScript(script, [&](const auto& error) { result = error; });
+        EXPECT_TRUE(eventually([&] { return result.has_value(); }, patience)) << script;
+        if (!result) return "no answer";
+        return *result ? std::optional((*result)->mMsg) : std::nullopt;
+    }
+
+    PageServer server;
+    Scene scene{"ApplicationWindow {}"};
+    std::vector<std::string> messages;
+    ScriptMessage last;
+    std::function<void()> onMessage = [] {};
+    std::vector<std::string> asked;
+    std::vector<int> statuses;
+    std::vector<std::string> failures;
+    WebView::Policy policy = WebView::Policy::cancel;
+    bool closesOnMessage = false;
+    bool closesWhenAsked = false;
+    std::unique_ptr<WebView> webView;
+};
+
+TEST(WebView, CarriesMessagesBothWays) {
+    Browser browser(R"(<script>
+        const handlers = webkit.messageHandlers;
+        handlers.openDocument.postMessage("a;\u{1F600}\n\"<" + typeof qt);
+        handlers.jsError.postMessage({toString: () => "no string"});
+        handlers.jsError.postMessage(7);
+        handlers.jsError.postMessage("");
+        handlers.jsError.postMessage(String(handlers.other) + Object.keys(handlers));
+    </script>)",
+                    "Content-Security-Policy: script-src 'unsafe-inline'\r\n");
+    browser.load();
+    ASSERT_TRUE(browser.hears(5));
+    EXPECT_THAT(browser.messages, ElementsAre("page openDocument a;\U0001F600\n\"<undefined",
+                                              "page jsError (none)", "page jsError (none)", "page jsError ",
+                                              "page jsError undefinedopenDocument,jsError"));
+    EXPECT_EQ(browser.evaluate("webkit.messageHandlers.jsError.postMessage('own ' + location.hash + typeof "
+                               "handlers)"),
+              std::nullopt);
+    ASSERT_TRUE(browser.hears(6));
+    EXPECT_EQ(browser.messages.back(), "script jsError own #d=xundefined");
+    EXPECT_THAT(browser.evaluate("throw new Error('bad')").value_or(""), testing::HasSubstr("bad"));
+    EXPECT_TRUE(browser.evaluate("1 +* 2").has_value());
+    EXPECT_EQ(browser.evaluate("null"), std::nullopt);
+    EXPECT_THAT(browser.asked, IsEmpty());
+    EXPECT_THAT(browser.failures, IsEmpty());
+}
+
+TEST(WebView, GivesTheHandlersToNoOtherPage) {
+    // Says to the server whether it has handlers, and tries what a page with them does.
+    const QByteArray stranger = R"(<script>
+        dispatchEvent(new CustomEvent("merovanta-message", {detail: "jsError:s:stranger"}));
+        fetch("/tell/" + typeof webkit + typeof qt);
+    </script>)";
+    const QByteArray told = "/tell/undefinedundefined";
+    PageServer elsewhere;
+    elsewhere.set("/chat.html", {stranger});
+    const QByteArray foreign = QByteArray::fromStdString(elsewhere.url("/chat.html"));
+    const struct {
+        const char* name;
+        QByteArray page;
+        QByteArray headers = {};
+        int status = 200;
+        bool isFrame = false;
+    } ways[] = {
+        {"frame", "<iframe src='/other/chat.html'></iframe>", {}, 200, true},
+        {"foreign frame", "<iframe src='" + foreign + "'></iframe>", {}, 200, true},
+        {"redirect", "", "Location: /other/chat.html\r\n", 302},
+        {"foreign redirect", "", "Location: " + foreign + "\r\n", 302},
+        {"link", "<script>location = '/other/chat.html'</script>"},
+        {"foreign link", "<script>location = '" + foreign + "'</script>"},
+    };
+    for (const auto& way : ways) {
+        SCOPED_TRACE(way.name);
+        elsewhere.forget();
+        Browser browser(way.page, way.headers, way.status);
+        browser.server.set("/other/chat.html", {stranger});
+        browser.policy = WebView::Policy::allow;
+        browser.load();
+        EXPECT_TRUE(eventually(
+            [&] { return !(elsewhere.request(told) + browser.server.request(told)).isEmpty(); }, patience));
+        EXPECT_EQ(browser.evaluate("webkit.messageHandlers.jsError.postMessage('own')").has_value(),
+                  !way.isFrame);
+        EXPECT_TRUE(way.isFrame ? browser.hears(1) : browser.messages.empty());
+        EXPECT_TRUE(browser.messages.empty() ||
+                    browser.messages == std::vector<std::string>{"script jsError own"});
+        EXPECT_EQ(browser.asked.size(), 1);
+    }
+}
+
+TEST(WebView, LetsNoPageFloodIt) {
+    const merovanta::testing::LogCapture log;
+    Browser browser(R"(<script>
+        const post = text => webkit.messageHandlers.jsError.postMessage(text);
+        for (let i = 0; i < 100000; ++i) post(String(i));
+        post("x".repeat(50 * 1024 * 1024));
+    </script>)");
+    // Everything else that is queued gets its turn between two messages.
+    int turns = 0;
+    QTimer others;
+    QObject::connect(&others, &QTimer::timeout, [&] { ++turns; });
+    others.start(0);
+    int turnsOfLast = -1;
+    browser.onMessage = [&] { EXPECT_NE(std::exchange(turnsOfLast, turns), turns); };
+    browser.load();
+    ASSERT_TRUE(browser.hears(1));
+    EXPECT_EQ(browser.evaluate("webkit.messageHandlers.openDocument.postMessage('still here')"),
+              std::nullopt);
+    EXPECT_TRUE(eventually([&] { return browser.last.name == "openDocument"; }, patience));
+    ASSERT_TRUE(browser.hears(65)) << "what waited";
+    EXPECT_EQ(log.lines("[WARNING] ScriptReceiverQuick: ").size(), 1);
+    turns = 0;
+    EXPECT_EQ(browser.evaluate("webkit.messageHandlers.jsError.postMessage('é'.repeat(5000000) + 'end')"),
+              std::nullopt);
+    EXPECT_TRUE(eventually([&] { return browser.last.body->size() > 10; }, patience));
+    EXPECT_EQ(browser.last.body->size(), 10'000'003);
+    EXPECT_TRUE(browser.last.body->ends_with("éend"));
+    EXPECT_EQ(browser.messages.size(), 66);
+    EXPECT_GT(turns, 15) << "came in pieces";
+}
+
+TEST(WebView, AsksBeforeAnythingElseIsOpened) {
+    Browser browser(R"(<style>a { position: fixed; left: 0; width: 300px; height: 50px }</style>
+        <a style="top: 0" target="_blank" href="/blank">b</a>
+        <a style="top: 100px" onclick="window.open('/opened');">o</a>
+        <a style="top: 200px" href="/down%27'load?q">d</a>
+        <script>webkit.messageHandlers.jsError.postMessage(alert() + prompt() + document.cookie)</script>)",
+                    "Set-Cookie: s=1; HttpOnly\r\n");
+    browser.load();
+    ASSERT_TRUE(browser.hears(1)) << "no dialog holds the page";
+    const auto windows = QGuiApplication::topLevelWindows().size();
+    for (const int y : {25, 125, 225}) {
+        const auto before = browser.asked.size();
+        // The page takes clicks only once it has been painted.
+        EXPECT_TRUE(eventually(
+            [&] {
+                QTest::mouseClick(&browser.scene.window(), Qt::LeftButton, {}, {50, y});
+                return eventually([&] { return browser.asked.size() > before; }, 500);
+            },
+            patience));
+    }
+    EXPECT_EQ(browser.asked.front(), browser.server.url("/blank"));
+    EXPECT_THAT(browser.asked, testing::Contains(browser.server.url("/opened")));
+    EXPECT_EQ(browser.asked.back(), browser.server.url("/down%27'load?q"));
+    EXPECT_EQ(QGuiApplication::topLevelWindows().size(), windows);
+    EXPECT_EQ(browser.evaluate("fetch('/document', {credentials: 'include'})"), std::nullopt);
+    EXPECT_TRUE(eventually([&] { return browser.server.request("/document").contains("s=1"); }, patience));
+    for (const auto* path : {"/blank", "/opened", "/down%27'load"})
+        EXPECT_TRUE(browser.server.request(path).isEmpty());
+    EXPECT_THAT(browser.failures, IsEmpty());
+    EXPECT_THAT(browser.statuses, ElementsAre(200));
+}
+
+TEST(WebView, TellsWhyAPageIsNotShown) {
+    for (const int status : {200, 399, 400, 500}) {
+        Browser browser("<p>text", {}, status);
+        browser.load();
+        EXPECT_TRUE(eventually([&] { return !browser.statuses.empty(); }, patience));
+        EXPECT_THAT(browser.statuses, ElementsAre(status));
+        EXPECT_THAT(browser.failures, IsEmpty());
+    }
+    for (const auto* url : {"http://127.0.0.1:1/chat.html", "file:///etc/chat.html", "https://"}) {
+        Browser browser;
+        browser.webView->load(url);
+        EXPECT_THAT(browser.failures, IsEmpty()) << "not inside the call";
+        EXPECT_TRUE(eventually([&] { return !browser.failures.empty(); }, patience)) << url;
+    }
+    Browser browser("<script>webkit.messageHandlers.jsError.postMessage('')</script>");
+    browser.load();
+    ASSERT_TRUE(browser.hears(1));
+    auto* const item = merovanta::quick::ViewQuick::itemOf(*browser.webView->view());
+    kill(item->property("renderProcessPid").value<pid_t>(), SIGKILL);
+    EXPECT_TRUE(browser.evaluate("for (;;) {}").has_value());
+    EXPECT_EQ(browser.failures.size(), 1);
+}
+
+TEST(WebView, MayBeDestroyedInItsOwnCallbacks) {
+    for (const bool whenAsked : {false, true}) {
+        Browser browser(
+            "<script>webkit.messageHandlers.jsError.postMessage(''); location = '/other'</script>");
+        browser.closesOnMessage = !whenAsked;
+        browser.closesWhenAsked = whenAsked;
+        browser.load();
+        const auto view = browser.webView->view();
+        ASSERT_TRUE(eventually([&] { return browser.webView == nullptr && !view->isAlive(); }, patience));
+        QTest::qWait(100);
+        EXPECT_THAT(browser.scene.root()->subviews(), testing::Each(testing::Truly([&](const auto& other) {
+                        return other->className() != "CommunicatingWKWebView";
+                    })));
+    }
+}
+
+}  // namespace
