@@ -50,7 +50,7 @@ export class ContactCard {
   }
 
   #earlier(contact) {
-    const button = element('button', 'card-earlier', `Before: ${personName(contact) || `visitor ${contact.visitorId}`}`);
+    const button = element('button', 'card-earlier', `Before: visitor ${contact.visitorId}`);
     button.type = 'button';
     button.title = 'Shows the chat under that visitor id';
     button.addEventListener('click', () => this.#onSelect(contact.id));

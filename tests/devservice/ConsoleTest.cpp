@@ -1,73 +1,28 @@
 #include <gtest/gtest.h>
 
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/beast/core/buffers_to_string.hpp>
-#include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http.hpp>
-#include <boost/beast/websocket.hpp>
-#include <functional>
-
 #include "PageAssets.h"
-#include "Service.h"
+#include "SocketClient.h"
 
 namespace merovanta::devservice::test {
 namespace {
 
-namespace beast = boost::beast;
-namespace websocket = boost::beast::websocket;
-using boost::asio::ip::tcp;
 using nlohmann::json;
 
 /// A console page's WebSocket.
-class Console {
+class Console : public SocketClient {
  public:
-    explicit Console(Service& service, const std::string& origin = {}) : socket_(service.client()) {
-        tcp::socket& tcp = socket_.next_layer();
-        tcp.open(tcp::v4());
-        tcp.set_option(tcp::socket::receive_buffer_size(64 * 1024));
-        tcp.connect({boost::asio::ip::address_v4::loopback(), service.port()});
-        socket_.set_option(websocket::stream_base::decorator([origin](websocket::request_type& request) {
-            if (!origin.empty()) request.set(beast::http::field::origin, origin);
-        }));
-        websocket::response_type response;
-        socket_.handshake(response, "127.0.0.1:" + std::to_string(service.port()), "/console/ws", error_);
-        status_ = response.result_int();
-    }
+    explicit Console(Service& service, const Service::Headers& headers = {})
+        : SocketClient(service, "/console/ws", headers) {}
 
-    unsigned status() const { return status_; }
-
-    void watch(const std::string& visitor) {
-        socket_.write(boost::asio::buffer(json{{"type", "watch"}, {"visitor", visitor}}.dump()));
-    }
-
-    /// Reads on until a JSON message fits.
-    json next(const std::function<bool(const json&)>& fits) {
-        for (;;) {
-            const std::string message = read();
-            if (socket_.got_binary()) continue;
-            json parsed = json::parse(message);
-            if (fits(parsed)) return parsed;
-        }
-    }
+    void watch(const std::string& visitor) { send(json{{"type", "watch"}, {"visitor", visitor}}.dump()); }
 
     /// Reads on until a picture comes.
     std::string nextFrame() {
         for (;;) {
             std::string message = read();
-            if (socket_.got_binary()) return message;
+            if (gotBinary()) return message;
         }
     }
-
- private:
-    std::string read() {
-        beast::flat_buffer buffer;
-        socket_.read(buffer);
-        return beast::buffers_to_string(buffer.data());
-    }
-
-    websocket::stream<tcp::socket> socket_;
-    beast::error_code error_;
-    unsigned status_ = 0;
 };
 
 bool isTimeline(const json& message) {
@@ -132,8 +87,9 @@ TEST(Console, SlowPageGetsTheLastPictureInsteadOfAQueue) {
 
 TEST(Console, RefusesOtherPages) {
     Service service;
-    EXPECT_EQ(Console(service, "http://evil.example").status(), 403U);
-    EXPECT_EQ(Console(service, "http://127.0.0.1:" + std::to_string(service.port())).status(), 101U);
+    EXPECT_EQ(Console(service, {{"Origin", "http://evil.example"}}).status(), 403U);
+    EXPECT_EQ(Console(service, {{"Origin", "http://127.0.0.1:" + std::to_string(service.port())}}).status(),
+              101U);
     for (const char* path : {"/", "/console/api/visitors", "/console/api/settings"}) {
         EXPECT_EQ(service.request("GET", path, {}, {{"Host", "rebound.example"}}).status, 403U) << path;
     }

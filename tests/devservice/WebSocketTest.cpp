@@ -1,21 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/beast/core/buffers_to_string.hpp>
-#include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http.hpp>
-#include <boost/beast/websocket.hpp>
 #include <chrono>
 #include <functional>
 
-#include "Service.h"
+#include "SocketClient.h"
 
 namespace merovanta::devservice::test {
 namespace {
 
-namespace beast = boost::beast;
-namespace websocket = boost::beast::websocket;
-using boost::asio::ip::tcp;
 using nlohmann::json;
 
 constexpr const char* kQuery =
@@ -24,46 +16,12 @@ constexpr const char* kFrames = "/console/api/visitors/1/frames";
 constexpr const char* kMessages = "/console/api/visitors/1/messages";
 
 /// A visitor's end of the WebSocket.
-class VisitorClient {
+class VisitorClient : public SocketClient {
  public:
-    explicit VisitorClient(Service& service, const std::string& query = kQuery) : socket_(service.connect()) {
-        socket_.read_message_max(0);
-        socket_.set_option(websocket::stream_base::decorator(
-            [](websocket::request_type& request) { request.set("X-QD-SSID", "S"); }));
-        websocket::response_type response;
-        socket_.handshake(response, "127.0.0.1", "/api/in/imws?" + query, error_);
-        status_ = response.result_int();
-    }
+    explicit VisitorClient(Service& service, const std::string& query = kQuery)
+        : SocketClient(service, "/api/in/imws?" + query, {{"X-QD-SSID", "S"}}) {}
 
-    unsigned status() const { return status_; }
-
-    void send(const std::string& bytes, bool binary = true) {
-        socket_.binary(binary);
-        socket_.write(boost::asio::buffer(bytes), error_);
-    }
-
-    /// The next frame; empty when the service closes.
-    std::string read() {
-        beast::flat_buffer buffer;
-        socket_.read(buffer, error_);
-        return beast::buffers_to_string(buffer.data());
-    }
-
-    bool gotBinary() const { return socket_.got_binary(); }
-
-    /// The code with which the service closes.
-    unsigned closeCode() {
-        while (!error_)
-            read();
-        return error_ == websocket::error::closed ? socket_.reason().code : 0;
-    }
-
-    void disconnect() { socket_.close(websocket::close_code::normal, error_); }
-
- private:
-    websocket::stream<tcp::socket> socket_;
-    beast::error_code error_;
-    unsigned status_ = 0;
+    void send(const std::string& bytes, bool binary = true) { SocketClient::send(bytes, binary); }
 };
 
 // Whether the service gets there within a few seconds.
