@@ -1,17 +1,10 @@
 // The agent console in a real browser, with a fake visitor on the wire.
 
 import assert from 'node:assert/strict';
-import { spawn } from 'node:child_process';
 import { after, before, test } from 'node:test';
 
-import { chromium } from 'playwright-core';
-
 import { FakeVisitor, event } from './fakeVisitor.mjs';
-
-const BROWSER_FLAGS = [
-  '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run', '--disable-background-networking',
-  '--disable-component-update', '--disable-sync',
-];
+import { openBrowser, openPage, startService } from './pageSupport.mjs';
 
 let service;
 let url;
@@ -20,25 +13,16 @@ let page;
 const problems = [];
 
 before(async () => {
-  service = spawn(process.env.DEVSERVICE, ['--port', '0'], { stdio: ['ignore', 'pipe', 'inherit'] });
-  url = await new Promise((resolve, reject) => {
-    service.once('exit', (code) => reject(new Error(`the service ended with ${code}`)));
-    service.stdout.once('data', (line) => resolve(String(line).match(/http:\S+/)[0]));
-  });
-  browser = await chromium.launch({ executablePath: process.env.CHROMIUM ?? '/usr/bin/chromium', args: BROWSER_FLAGS });
-  page = await browser.newPage({ viewport: { width: 1280, height: 800 } });
-  page.on('pageerror', (error) => problems.push(String(error)));
-  page.on('console', (line) => ['error', 'warning'].includes(line.type()) && problems.push(line.text()));
-  page.setDefaultTimeout(10_000);
+  service = await startService();
+  url = service.url;
+  browser = await openBrowser();
+  page = await openPage(browser, problems);
   await page.goto(url);
 });
 
 after(async () => {
   await browser?.close();
-  service?.removeAllListeners('exit');
-  const ended = new Promise((resolve) => service.once('exit', (code) => resolve(code)));
-  service.kill('SIGTERM');
-  assert.equal(await ended, 0);
+  await service?.stop();
 });
 
 /** A JPEG of a phone's screen, a third of 1170 by 2532 pixels, in one colour. */
