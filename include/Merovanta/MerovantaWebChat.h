@@ -18,7 +18,8 @@ class MEROVANTA_EXPORT MerovantaWebChat {
     MerovantaWebChat& operator=(const MerovantaWebChat&) = delete;
 
     /// Opens the chat over the screen in front, as this chat configuration of the service says; does nothing
-    /// if it is open there. A visitor whom nobody has identified is given an anonymous identity first.
+    /// if it is open there. A visitor whom nobody has identified is given an anonymous identity first, as by
+    /// MerovantaUser::tag(): consent is taken back and a running session restarted.
     void open(const std::string& id);
 
     /// The device's push token, which the service is told with the visitor's identity when a session starts.

@@ -1,7 +1,10 @@
 #include "General/DebugPrint.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+
+#include "General/ControlCharacters.h"
 
 namespace merovanta {
 
@@ -9,31 +12,26 @@ namespace {
 
 constexpr std::size_t maximumText = 4096;
 
-void appendEscaped(std::string& line, char character) {
-    switch (character) {
-        case '"':
-        case '\\':
-            line += {'\\', character};
-            return;
-        case '\n':
-            line += "\\n";
-            return;
-        case '\r':
-            line += "\\r";
-            return;
-        case '\t':
-            line += "\\t";
-            return;
-        default:
-            break;
+std::string_view beginningOf(std::string_view text) {
+    std::size_t size = std::min(text.size(), maximumText);
+    const auto isInCharacter = [&] {
+        return size > 0 && size < text.size() && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80;
+    };
+    while (isInCharacter())
+        --size;
+    return text.substr(0, size);
+}
+
+void appendEscape(std::string& line, std::string_view control) {
+    if (control == "\n" || control == "\r" || control == "\t") {
+        line += control == "\n" ? "\\n" : control == "\r" ? "\\r" : "\\t";
+        return;
     }
-    const auto byte = static_cast<unsigned char>(character);
-    if (byte < 0x20 || byte == 0x7F) {
+    for (const char character : control) {
         char escape[8];
-        std::snprintf(escape, sizeof escape, "\\u{%X}", static_cast<unsigned>(byte));
+        std::snprintf(escape, sizeof escape, "\\x%02X",
+                      static_cast<unsigned>(static_cast<unsigned char>(character)));
         line += escape;
-    } else {
-        line += character;
     }
 }
 
@@ -41,8 +39,16 @@ void appendEscaped(std::string& line, char character) {
 
 void debugPrint(std::string_view text) {
     std::string line = "\"";
-    for (const char character : text.substr(0, maximumText))
-        appendEscaped(line, character);
+    for (std::string_view rest = beginningOf(text); !rest.empty();) {
+        const std::size_t control = controlCharacterSize(rest);
+        if (control > 0) {
+            appendEscape(line, rest.substr(0, control));
+        } else {
+            if (rest.front() == '"' || rest.front() == '\\') line += '\\';
+            line += rest.front();
+        }
+        rest.remove_prefix(std::max(control, std::size_t{1}));
+    }
     line += text.size() > maximumText ? "…\"\n" : "\"\n";
     std::fwrite(line.data(), 1, line.size(), stdout);
     std::fflush(stdout);

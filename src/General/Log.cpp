@@ -1,7 +1,10 @@
 #include "General/Log.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+
+#include "General/ControlCharacters.h"
 
 namespace merovanta {
 
@@ -17,9 +20,10 @@ void write(std::string_view prefix, std::string_view message, const Log::Source&
     std::string line;
     line.append(prefix).append(baseName(source.file_name())).append(": ");
     // Texts from outside must not be able to forge a second line.
-    for (const char character : message) {
-        const bool isControl = static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-        line += isControl && character != '\t' ? ' ' : character;
+    while (!message.empty()) {
+        const std::size_t control = message.front() == '\t' ? 0 : controlCharacterSize(message);
+        line += control > 0 ? ' ' : message.front();
+        message.remove_prefix(std::max(control, std::size_t{1}));
     }
     line += '\n';
     std::fwrite(line.data(), 1, line.size(), stdout);

@@ -25,7 +25,7 @@ class CoverInMemory : public CoverView {
 std::unique_ptr<CoverView> CoverViewsInMemory::create(const View& parent, const std::string& className) {
     const auto view = dynamic_cast<const ViewInMemory&>(parent).native();
     if (!view) return nullptr;
-    auto cover = NativeView::make({0, 0, view->frame.width, view->frame.height}, 0xFFFFFFFF, {className});
+    auto cover = NativeView::make({0, 0, view->frame.width, view->frame.height}, view->color, {className});
     cover->onTap = [] {};
     return std::make_unique<CoverInMemory>(view, std::move(cover));
 }

@@ -4,7 +4,7 @@
 
 namespace merovanta {
 
-/// One serial queue beside the main thread, for work on pictures.
+/// One serial queue beside the main thread, for work on pictures and documents.
 class WorkQueue {
  public:
     virtual ~WorkQueue() = default;

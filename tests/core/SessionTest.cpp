@@ -266,11 +266,11 @@ TEST_F(SessionTest, AReplyThatCannotBeUsedFailsTheStartWhichMayBeTriedAgain) {
     lacking = service.initReply;
     lacking["s"] = "true";
     failWith(HttpSessionInMemory::reply(200, lacking.dump()),
-             R"(Cannot decode reply: "s" has the wrong type)");
+             R"(Cannot decode reply: "s" has the wrong type or is too long)");
     lacking = service.initReply;
     lacking["ios"]["blacklistClasses"] = {"A", 1};
     failWith(HttpSessionInMemory::reply(200, lacking.dump()),
-             R"(Cannot decode reply: "blacklistClasses" has the wrong type)");
+             R"(Cannot decode reply: "blacklistClasses" has the wrong type or is too long)");
     failWith(HttpSessionInMemory::reply(200, R"({"s":true,)"), "Cannot decode reply: it is not JSON");
     failWith(HttpSessionInMemory::reply(200, std::string(100000, '[')),
              "Cannot decode reply: it is not JSON");

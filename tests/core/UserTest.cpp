@@ -43,10 +43,11 @@ TEST_F(UserTest, ATagNamesTheVisitorAndAnUnnamedOneIsNew) {
     EXPECT_NE(after.sessionId, before.sessionId);
     EXPECT_NE(after.visitId, before.visitId);
     EXPECT_TRUE(tags()[1].url.ends_with("byVisitor/" + *after.visitorId + "?tId=tenant"));
+    tag({.id = ".."});
+    EXPECT_TRUE(tags()[2].url.ends_with("byVisitor/%2E%2E?tId=tenant"));
     config().visitConfig.reset();
     tag({.id = "4712"});
-    EXPECT_TRUE(tags()[2].url.ends_with("byVisitor/?tId=tenant"));
-    tag({.id = ".."});
+    EXPECT_TRUE(tags()[3].url.ends_with("byVisitor/?tId=tenant"));
     EXPECT_EQ(answers, std::vector(4, true));
 }
 
@@ -54,8 +55,11 @@ TEST_F(UserTest, AFailedTagStandsHereAndIsNotAnswered) {
     service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("lost"); };
     config().panoptraConfig->optIn = true;
     tag({.id = "4711"});
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::reply(500); };
+    tag({.id = "4711"});
     EXPECT_TRUE(answers.empty());
     EXPECT_TRUE(log.contains("[WARNING] User: Cannot send tag: lost"));
+    EXPECT_TRUE(log.contains("[WARNING] User: Cannot send tag: HTTP status 500"));
     EXPECT_EQ(config().activeUserTag->id, "4711");
     EXPECT_EQ(config().panoptraConfig->optIn, false);
 }
@@ -79,6 +83,23 @@ TEST_F(UserTest, ARestartKeepsTheHostsCallbacksAndWaitsForAStartUnderWay) {
     tag({.id = "4712"});
     EXPECT_TRUE(log.contains("[WARNING] User: Cannot restart Panoptra"));
     EXPECT_FALSE(Injection::resolve<Panoptra>()->isRunning());
+}
+
+/// A part of the host's that must not be touched off the main thread.
+struct OfTheHost {
+    OfTheHost() = default;
+    OfTheHost(const OfTheHost& /*other*/) { check(); }
+    OfTheHost& operator=(const OfTheHost&) = delete;
+    ~OfTheHost() { check(); }
+    static void check() { EXPECT_TRUE(platform::current().mainQueue().isCurrent()); }
+};
+
+TEST_F(UserTest, TheHostsCallbackStaysOnTheMainThread) {
+    Merovanta::user().tag({.id = "4711"}, [part = OfTheHost()](bool) { OfTheHost::check(); });
+    advance(1s);
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("lost"); };
+    Merovanta::user().tag({.id = "4711"}, [part = OfTheHost()](bool) { OfTheHost::check(); });
+    advance(1s);
 }
 
 TEST_F(UserTest, AClearedVisitorComesBackAsAnother) {

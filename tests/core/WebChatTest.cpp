@@ -3,11 +3,10 @@
 
 #include <filesystem>
 #include <fstream>
+#include <span>
 
 #include "General/Panoptra/Communication/ClientRegistry.h"
 #include "General/Panoptra/Injection.h"
-#include "General/WebChat/ChatView.h"
-#include "InMemory/ViewInMemory.h"
 #include "support/LibraryTest.h"
 
 namespace merovanta::testing {
@@ -37,7 +36,9 @@ class WebChatTest : public LibraryTest {
         return service.requests("GET", "api/in/wc/c/support").size();
     }
 
-    [[nodiscard]] bool isOpen() const { return ChatView::findIn(inmemory::ViewInMemory(screen)) != nullptr; }
+    [[nodiscard]] bool isOpen() const {
+        return !screen->subviews.empty() && screen->subviews.back()->classNames.front() == "ChatView";
+    }
 
     [[nodiscard]] inmemory::WebViewsInMemory::Shown& page() const { return *platform->webViews().shown(); }
 
@@ -91,7 +92,7 @@ TEST_F(WebChatTest, AConfigurationThatLacksWhatItShouldHoldOpensNothing) {
         {HttpSessionInMemory::reply(200), "Data is nil"},
         {HttpSessionInMemory::reply(200, "[]"), "Cannot decode reply: it is not an object"},
         {HttpSessionInMemory::reply(200, R"({"params":{"title":1}})"),
-         "Cannot decode reply: \"title\" has the wrong type"},
+         "Cannot decode reply: \"title\" has the wrong type or is too long"},
     };
     for (const auto& [reply, error] : cases) {
         configuration = reply;
@@ -125,6 +126,10 @@ TEST_F(WebChatTest, ALinkIsDownloadedBesideThePageAndCannotBreakOutOfItsText) {
                 ::testing::StartsWith("    (async function download() {\n        const url = "
                                       "'https://service.example/d/it%27s%5C%20\"`${x}`\";%0A%C3%BC';\n"));
     platform->webViews().evaluationError = StringError("no page");
+    decide("https://service.example/d/too-soon");
+    advance(1s);
+    decide("https://service.example/d/" + std::string(10'000, 'x'));
+    EXPECT_THAT(page().evaluated, SizeIs(1));
     decide("https://service.example/d/1");
     advance(1s);
     EXPECT_TRUE(log.contains("\"JS ERR: no page\""));
@@ -168,6 +173,9 @@ TEST_F(WebChatTest, ADocumentIsWrittenForItsOwnerAloneInsideItsDirectory) {
     const std::string refused[] = {"", ".", "..", "%2E%2E", "a/", "a%2F", "a%00b", std::string(300, 'x')};
     for (const auto& name : refused)
         EXPECT_THAT(openDocument(name + ";data:,QQ=="), SizeIs(2)) << name;
+    for (const auto& name : std::span(refused).first(7))
+        EXPECT_TRUE(log.contains(R"("Could not write document: \")" + name + R"(\" is no file name")"));
+    EXPECT_TRUE(log.contains("\"Could not write document: File name too long\""));
     for (const std::string payload : {"QQ=", "Q Q=", "\xFF\xFF=="})
         EXPECT_THAT(openDocument("a;data:," + payload), SizeIs(2)) << payload;
     EXPECT_TRUE(log.contains("\"Could not construct data from base64\""));
@@ -222,11 +230,44 @@ TEST_F(WebChatTest, ThePushTokenGoesWithTheIdentityOfASession) {
     FAIL() << "no identity was sent";
 }
 
-TEST_F(WebChatTest, WithoutABrowserNothingIsLeftOverTheScreen) {
+TEST_F(WebChatTest, WhatCannotBeShownOrClosedLeavesNothingOverTheScreen) {
     platform->webViews().isBroken = true;
     open();
     EXPECT_FALSE(isOpen());
-    EXPECT_TRUE(log.contains("[WARNING] ChatView: Cannot show the web view"));
+    platform->webViews().isBroken = false;
+    platform->tapRecognizers().isBroken = true;
+    open();
+    EXPECT_FALSE(isOpen());
+    EXPECT_THAT(log.lines("[WARNING] ChatView: Cannot show the web view"), SizeIs(2));
+}
+
+TEST_F(WebChatTest, SaysWhatItsAddressLacksAndOpensUnderTheDevice) {
+    config().activeUserTag = ActiveUser{.email = "a@b.example"};
+    // The host's own view of that name is not the chat.
+    screen->add(inmemory::NativeView::make({0, 0, 9, 9}, 0xFFFFFFFF, {"ChatView"}));
+    open();
+    EXPECT_THAT(page().loaded, ElementsAre(HasSubstr("&vId=" + *platform->app.vendorIdentifier + "&")));
+    platform->tapRecognizers().tap({195, 10});
+    config().tenantId.reset();
+    open();
+    EXPECT_TRUE(log.contains("[WARNING] ChatView: No tenantId set"));
+    platform->tapRecognizers().tap({195, 10});
+    config().tenantId = "tenant";
+    Merovanta::configuration().setCdnServer("host:port:1");
+    open();
+    EXPECT_TRUE(log.contains("[WARNING] ChatView: Cannot parse URL"));
+    EXPECT_THAT(page().loaded, IsEmpty());
+    Merovanta::configuration().setCdnServer("service.example");
+}
+
+TEST_F(WebChatTest, EachScreenHasItsOwn) {
+    open();
+    const auto other = inmemory::NativeView::make({0, 0, 390, 844}, 0xFFFFFFFF, {"Other"});
+    platform->app.root->presented = inmemory::NativeController::make("Other", other);
+    open();
+    EXPECT_THAT(other->subviews, SizeIs(1));
+    EXPECT_TRUE(isOpen());
+    EXPECT_EQ(fetches(), 2);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/MainThreadOwned.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
@@ -57,7 +58,7 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
     mIsStarting = true;
     mMayReopen = false;
     ++mOpening;
-    const auto start = std::make_shared<Start>(Start{++mRun, force, std::move(completion)});
+    const auto start = ownedByMainThread(Start{++mRun, force, std::move(completion)});
     Log::debug("Start");
     messageSenderManager->xhrSender->finishLastRound();
     auto& session = applicationConfig->config.panoptraConfig;

@@ -4,6 +4,7 @@
 
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/MainThreadOwned.h"
 #include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/Url.h"
@@ -20,12 +21,13 @@ User::User(std::shared_ptr<Panoptra> controller, std::shared_ptr<ApplicationConf
       merovantaAPI(std::move(api)) {}
 
 void User::tag(const ActiveUser& activeUser, Callback callback) {
-    ViewUtils::runOnMainThread([self = shared_from_this(), activeUser, callback = std::move(callback)] {
-        self->tagNow(activeUser, callback);
-    });
+    ViewUtils::runOnMainThread(
+        [self = shared_from_this(), activeUser, owned = ownedByMainThread(std::move(callback))] {
+            self->tagNow(activeUser, owned);
+        });
 }
 
-void User::tagNow(const ActiveUser& activeUser, Callback callback) {
+void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>& callback) {
     assertMainThread();
     adopt(activeUser);
     const auto report = [](const StringError& error) {
@@ -38,18 +40,17 @@ void User::tagNow(const ActiveUser& activeUser, Callback callback) {
     }
     const ApplicationConfig& config = applicationConfig->config;
     const std::string visitorId = config.visitConfig ? config.visitConfig->visitorId.value_or("") : "";
-    merovantaAPI->post(
-        "rest/v1/customerstatus/tag/byVisitor/" + encodePathSegment(visitorId),
-        {{"tId", config.tenantId.value_or("")}}, std::move(body.value()),
-        [weak = weak_from_this(), report, callback = std::move(callback)](const HttpReply& reply) {
-            if (const auto error = reply.error ? reply.error : statusError(reply)) {
-                report(*error);
-                return;
-            }
-            ViewUtils::runOnMainQueue([weak, callback] {
-                if (const auto self = weak.lock()) self->tagged(callback);
-            });
-        });
+    merovantaAPI->post("rest/v1/customerstatus/tag/byVisitor/" + encodePathSegment(visitorId),
+                       {{"tId", config.tenantId.value_or("")}}, std::move(body.value()),
+                       [weak = weak_from_this(), report, callback](const HttpReply& reply) {
+                           if (const auto error = reply.error ? reply.error : statusError(reply)) {
+                               report(*error);
+                               return;
+                           }
+                           ViewUtils::runOnMainQueue([weak, callback] {
+                               if (const auto self = weak.lock()) self->tagged(*callback);
+                           });
+                       });
 }
 
 void User::clear() {

@@ -30,7 +30,7 @@ class User : public std::enable_shared_from_this<User> {
     void clear();
 
  private:
-    void tagNow(const ActiveUser& activeUser, Callback callback);
+    void tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>& callback);
     void adopt(const ActiveUser& activeUser);
     void tagged(const Callback& callback);
 

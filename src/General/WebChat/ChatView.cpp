@@ -2,7 +2,7 @@
 
 #include <Merovanta/Merovanta.h>
 
-#include <chrono>
+#include <algorithm>
 #include <utility>
 
 #include "General/DebugPrint.h"
@@ -19,6 +19,10 @@ namespace {
 
 // The rest of the page is for the chat's own controls.
 constexpr double closingPart = 0.2;
+
+// A visitor does not ask for more; a page might.
+constexpr std::chrono::milliseconds downloadPause{250};
+constexpr std::size_t maximumUrl = 8192;
 
 std::string secondsSinceEpoch() {
     const auto now = platform::current().clock().sinceEpoch();
@@ -38,16 +42,17 @@ ChatView::ChatView(std::shared_ptr<View> parentView, WebChatConfigurationDTO con
       tenantId(std::move(tenant)),
       visitorId(std::move(visitor)) {}
 
-std::shared_ptr<View> ChatView::findIn(const View& view) {
-    for (auto& subview : view.subviews()) {
-        if (subview->className() == className) return subview;
-    }
-    return nullptr;
+bool ChatView::isSubviewOf(const View& view) const {
+    if (isGone()) return false;
+    const auto subviews = view.subviews();
+    return std::any_of(
+        subviews.begin(), subviews.end(),
+        [own = mCover->view()->identity()](const auto& subview) { return subview->identity() == own; });
 }
 
-bool ChatView::is(const View& view) const {
+bool ChatView::isGone() const {
     const auto own = mCover ? mCover->view() : nullptr;
-    return own && own->isAlive() && own->identity() == view.identity();
+    return !own || !own->isAlive();
 }
 
 void ChatView::show() {
@@ -55,12 +60,12 @@ void ChatView::show() {
     webView.reset();
     if (!mCover) mCover = platform::current().coverViews().create(*parent, className);
     webView = makeWebView();
-    if (!webView) {
+    // Before there is a page, too: the visitor must always be able to close what lies over the screen.
+    if (!webView || !closeOnTap()) {
         Log::warning("Cannot show the web view");
         removeFromSuperview();
         return;
     }
-    closeOnTap();
     if (!tenantId) return Log::warning("No tenantId set");
     if (!visitorId) return Log::warning("No visitorId set");
     const auto text = address();
@@ -73,6 +78,8 @@ void ChatView::show() {
 
 void ChatView::reload(const std::optional<std::string>& visitor) {
     if (visitor) visitorId = visitor;
+    // What was on its way is for the visitor before.
+    controller = std::make_shared<ChatViewController>();
     show();
 }
 
@@ -116,12 +123,14 @@ std::optional<std::string> ChatView::address() const {
            "&color=" + encoded(params.color) + "&n=true&eU=true";
 }
 
-void ChatView::closeOnTap() {
+bool ChatView::closeOnTap() {
     mTapRecognizer = platform::current().tapRecognizers().create(
         [weak = weak_from_this()](const TapRecognizer& recognizer) {
             if (const auto self = weak.lock()) self->viewTap(recognizer);
         });
-    if (mTapRecognizer) mTapRecognizer->attach(*mCover->view());
+    if (!mTapRecognizer) return false;
+    mTapRecognizer->attach(*mCover->view());
+    return true;
 }
 
 void ChatView::viewTap(const TapRecognizer& recognizer) {
@@ -132,12 +141,18 @@ void ChatView::viewTap(const TapRecognizer& recognizer) {
 
 WebView::Policy ChatView::decidePolicyForNavigationAction(const std::string& url) {
     if (url.find("chat.html") != std::string::npos) return WebView::Policy::allow;
-    if (webView) {
-        webView->evaluateJavaScript(downloadScript(url), [](const std::optional<StringError>& error) {
-            if (error) debugPrint("JS ERR: " + error->errorDescription());
-        });
-    }
+    download(url);
     return WebView::Policy::cancel;
+}
+
+void ChatView::download(const std::string& url) {
+    const auto now = platform::current().clock().sinceEpoch();
+    const bool isTooSoon = mLastDownload && now - *mLastDownload < downloadPause;
+    if (!webView || isTooSoon || url.size() > maximumUrl) return;
+    mLastDownload = now;
+    webView->evaluateJavaScript(downloadScript(url), [](const std::optional<StringError>& error) {
+        if (error) debugPrint("JS ERR: " + error->errorDescription());
+    });
 }
 
 void ChatView::didReceiveNavigationResponse(int statusCode) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,11 +23,11 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
     ChatView(std::shared_ptr<View> parent, WebChatConfigurationDTO config,
              std::optional<std::string> tenantId, std::optional<std::string> visitorId);
 
-    /// The subview of this view that is a chat view; null if there is none.
-    [[nodiscard]] static std::shared_ptr<View> findIn(const View& view);
+    /// Whether it is there to be seen, as a direct subview of this view.
+    [[nodiscard]] bool isSubviewOf(const View& view) const;
 
-    /// Whether this one's native view is that view.
-    [[nodiscard]] bool is(const View& view) const;
+    /// Whether it has been closed, or gone with the screen below it.
+    [[nodiscard]] bool isGone() const;
 
     /// Lays a new web view over the parent, in the place of an earlier one, and loads the chat page in it.
     /// Says in the log what it lacks for that.
@@ -40,9 +41,10 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
  private:
     [[nodiscard]] std::unique_ptr<WebView> makeWebView();
     [[nodiscard]] std::optional<std::string> address() const;
-    void closeOnTap();
+    [[nodiscard]] bool closeOnTap();
     void viewTap(const TapRecognizer& recognizer);
     WebView::Policy decidePolicyForNavigationAction(const std::string& url);
+    void download(const std::string& url);
     void didReceiveNavigationResponse(int statusCode);
     void showErrorAlert();
 
@@ -56,6 +58,7 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
     std::unique_ptr<WebView> webView;
     std::unique_ptr<TapRecognizer> mTapRecognizer;
     std::unique_ptr<Alert> mAlert;
+    std::optional<std::chrono::milliseconds> mLastDownload;
 };
 
 }  // namespace merovanta

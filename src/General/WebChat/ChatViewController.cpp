@@ -19,6 +19,7 @@ namespace {
 constexpr std::size_t maximumDocument = 32 * 1024 * 1024;
 constexpr std::size_t maximumOfAll = 256 * 1024 * 1024;
 constexpr int maximumInWork = 4;
+constexpr int maximumPageMessages = 1000;
 
 /// The path of the written file; absent, with the reason on the debug output, if there is none.
 std::optional<std::string> write(const std::string& name, std::string_view payload) {
@@ -49,6 +50,11 @@ ChatViewController::ChatViewController()
 
 void ChatViewController::didReceiveScriptMessage(const ScriptMessage& message) {
     assertMainThread();
+    // A page that floods must not fill the host's output.
+    if (message.sender == ScriptMessage::Sender::page && mPageMessages++ >= maximumPageMessages) {
+        mPageMessages = maximumPageMessages;
+        return;
+    }
     debugPrint("did receive message " + message.name);
     if (!message.body) return;
     if (message.name == openDocument) {
@@ -71,21 +77,29 @@ void ChatViewController::handleDocument(const std::string& body, ScriptMessage::
 }
 
 void ChatViewController::store(const std::string& name, std::string payload) {
-    if (payload.size() > maximumDocument / 3 * 4 || mStoredSize > maximumOfAll || mInWork >= maximumInWork) {
-        debugPrint("Could not write document: too much at once");
+    if (const char* const refusal = refusalOf(payload)) {
+        debugPrint(std::string("Could not write document: ") + refusal);
         return;
     }
     ++mInWork;
-    mStoredSize += payload.size();
     platform::current().workQueue().async([weak = weak_from_this(), name, payload = std::move(payload)] {
         const auto path = write(name, payload);
-        ViewUtils::runOnMainQueue([weak, path] {
+        ViewUtils::runOnMainQueue([weak, path, size = payload.size()] {
             const auto self = weak.lock();
             if (!self) return;
             --self->mInWork;
-            if (path) self->show(*path);
+            if (!path) return;
+            self->mWrittenBytes += size;
+            self->show(*path);
         });
     });
+}
+
+const char* ChatViewController::refusalOf(const std::string& payload) const {
+    if (payload.size() > maximumDocument / 3 * 4) return "it is too large";
+    if (mWrittenBytes > maximumOfAll) return "this chat has sent too many";
+    if (mInWork >= maximumInWork) return "too many at once";
+    return nullptr;
 }
 
 void ChatViewController::show(const std::string& path) {

@@ -28,12 +28,14 @@ class ChatViewController : public std::enable_shared_from_this<ChatViewControlle
  private:
     void handleDocument(const std::string& body, ScriptMessage::Sender sender);
     void store(const std::string& name, std::string payload);
+    [[nodiscard]] const char* refusalOf(const std::string& payload) const;
     void show(const std::string& path);
 
     std::unique_ptr<DocumentPreview> documentPreviewController;
     std::string mDocumentUrl;
-    std::size_t mStoredSize = 0;
+    std::size_t mWrittenBytes = 0;
     int mInWork = 0;
+    int mPageMessages = 0;
 };
 
 }  // namespace merovanta

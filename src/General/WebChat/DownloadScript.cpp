@@ -9,7 +9,8 @@ namespace {
 constexpr std::string_view beforeUrl = "    (async function download() {\n        const url = '";
 
 // A document that has neither a name nor a type that gives it one is refused: the names in the last template
-// are unknown, so that building it ends the download.
+// are unknown, so that building it ends the download. Engines differ in the data URL of an empty document,
+// and have none for one that is too long for a text.
 constexpr std::string_view afterUrl = R"js(';
         const handlers = window.webkit.messageHandlers;
         const fail = text => handlers.jsError.postMessage(text);
@@ -47,6 +48,7 @@ constexpr std::string_view afterUrl = R"js(';
             }
             if (!filename) {
                 fail(`Could not determine filename from content-disposition nor content-type, content-dispositon: ${contentDispositon}, content-type: ${contentType}, url: ${url}`);
+                return;
             }
             let blob;
             try {
@@ -56,7 +58,14 @@ constexpr std::string_view afterUrl = R"js(';
                 return;
             }
             const reader = new FileReader();
-            reader.onload = () => handlers.openDocument.postMessage(`${filename};${reader.result}`);
+            reader.onload = () => {
+                const dataUrl = blob.size === 0 ? 'data:;base64,' : reader.result;
+                if (typeof dataUrl === 'string' && dataUrl.includes(',')) {
+                    handlers.openDocument.postMessage(`${filename};${dataUrl}`);
+                } else {
+                    fail(`FileReader threw, error: ${reader.error}`);
+                }
+            };
             reader.onerror = err => fail(`FileReader threw, error: ${err}`);
             reader.readAsDataURL(blob);
         } catch (err) {

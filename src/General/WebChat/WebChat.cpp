@@ -1,9 +1,11 @@
 #include "General/WebChat/WebChat.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/MainThreadOwned.h"
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/Url.h"
 #include "General/Panoptra/Util/ViewUtils.h"
@@ -33,7 +35,7 @@ void WebChat::open(const std::string& id) {
         if (!self) return;
         self->communication->registerStatus();
         const auto parent = ViewUtils::rootView();
-        if (parent && !ChatView::findIn(*parent)) self->fetchConfiguration(id, parent);
+        if (parent && !self->chatOn(*parent)) self->fetchConfiguration(id, parent);
     });
 }
 
@@ -44,11 +46,12 @@ void WebChat::fetchConfiguration(const std::string& id, const std::shared_ptr<Vi
     const auto url = MerovantaAPI::buildUrl("api/in/wc/c/" + encodePathSegment(id), {});
     if (!url) return report(StringError("Cannot construct URL"));
     Log::debug("GET " + *url);
-    merovantaAPI->get(*url, [weak = weak_from_this(), report, parent](const HttpReply& reply) {
+    merovantaAPI->get(*url, [weak = weak_from_this(), report,
+                             owned = ownedByMainThread(parent)](const HttpReply& reply) {
         auto configuration = decode(reply);
         if (!configuration) return report(configuration.error());
-        ViewUtils::runOnMainQueue([weak, parent, configuration = std::move(configuration.value())]() mutable {
-            if (const auto self = weak.lock()) self->show(parent, std::move(configuration));
+        ViewUtils::runOnMainQueue([weak, owned, configuration = std::move(configuration.value())]() mutable {
+            if (const auto self = weak.lock()) self->show(*owned, std::move(configuration));
         });
     });
 }
@@ -56,10 +59,18 @@ void WebChat::fetchConfiguration(const std::string& id, const std::shared_ptr<Vi
 void WebChat::show(const std::shared_ptr<View>& parent, WebChatConfigurationDTO configuration) {
     assertMainThread();
     // Meanwhile the host may have left the screen, or a second call have opened the chat.
-    if (!parent->isAlive() || ChatView::findIn(*parent)) return;
-    chatView = std::make_shared<ChatView>(parent, std::move(configuration),
-                                          applicationConfig->config.tenantId, visitorId());
+    if (!parent->isAlive() || chatOn(*parent)) return;
+    std::erase_if(mChatViews, [](const auto& chat) { return chat->isGone(); });
+    const auto chatView = std::make_shared<ChatView>(parent, std::move(configuration),
+                                                     applicationConfig->config.tenantId, visitorId());
+    mChatViews.push_back(chatView);
     chatView->show();
+}
+
+std::shared_ptr<ChatView> WebChat::chatOn(const View& screen) const {
+    const auto chat = std::find_if(mChatViews.begin(), mChatViews.end(),
+                                   [&](const auto& each) { return each->isSubviewOf(screen); });
+    return chat == mChatViews.end() ? nullptr : *chat;
 }
 
 std::string WebChat::visitorId() const {
@@ -70,8 +81,8 @@ std::string WebChat::visitorId() const {
 void WebChat::reload() {
     assertMainThread();
     const auto screen = ViewUtils::rootView();
-    const auto shown = screen ? ChatView::findIn(*screen) : nullptr;
-    if (!shown || !chatView || !chatView->is(*shown)) return;
+    const auto chatView = screen ? chatOn(*screen) : nullptr;
+    if (!chatView) return;
     const auto& visit = applicationConfig->config.visitConfig;
     chatView->reload(visit ? visit->visitorId : std::nullopt);
 }

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Communication/Communication.h"
@@ -33,11 +34,14 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
     void show(const std::shared_ptr<View>& parent, WebChatConfigurationDTO configuration);
     [[nodiscard]] std::string visitorId() const;
 
+    /// The chat that is open on this screen; null if none is.
+    [[nodiscard]] std::shared_ptr<ChatView> chatOn(const View& screen) const;
+
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
     std::shared_ptr<MerovantaAPI> merovantaAPI;
     std::shared_ptr<Communication> communication;
-    // The last one built; it may have been closed.
-    std::shared_ptr<ChatView> chatView;
+    // One a screen; some may have been closed. The last is the one built last.
+    std::vector<std::shared_ptr<ChatView>> mChatViews;
 };
 
 }  // namespace merovanta

@@ -25,7 +25,7 @@ class JsonFields {
         if (!field) {
             fail(key, "is missing");
         } else if (!read(*field, value)) {
-            fail(key, "has the wrong type");
+            fail(key, "has the wrong type or is too long");
         }
     }
 
@@ -37,7 +37,7 @@ class JsonFields {
         if (Value content{}; read(*field, content)) {
             value = std::move(content);
         } else {
-            fail(key, "has the wrong type");
+            fail(key, "has the wrong type or is too long");
         }
     }
 

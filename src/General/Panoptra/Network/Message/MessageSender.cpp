@@ -40,8 +40,6 @@ void fill(UserTag& tag, const ActiveUser& user) {
     for (const auto& label : user.tags.value_or(std::vector<std::string>()))
         tag.add_label(label);
     if (user.assignedUser) tag.set_assigneduser(*user.assignedUser);
-    const auto webChat = Injection::resolve<WebChat>();
-    if (webChat && webChat->mobileDeviceToken) tag.set_mobiledevicetoken(*webChat->mobileDeviceToken);
 }
 
 }  // namespace
@@ -104,7 +102,14 @@ void MessageSender::sendTag(std::string tag, std::int64_t offset, Callback callb
 void MessageSender::sendUserTag(const ActiveUser& user, std::int64_t offset, Callback callback) {
     ProtoMessage message = messageAt(offset);
     fill(*message.add_usertag(), user);
-    dispatch(std::move(message), std::move(callback));
+    // Messages are built on any thread; the push token is the main thread's.
+    ViewUtils::runOnMainThread(
+        [self = shared_from_this(), message = std::move(message), callback = std::move(callback)]() mutable {
+            const auto webChat = Injection::resolve<WebChat>();
+            if (webChat && webChat->mobileDeviceToken)
+                message.mutable_usertag(0)->set_mobiledevicetoken(*webChat->mobileDeviceToken);
+            self->dispatch(std::move(message), std::move(callback));
+        });
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): transports keep the message.
