@@ -2,9 +2,11 @@
 
 #include <Merovanta/Merovanta.h>
 
+#include "PageServer.h"
 #include "Scene.h"
 
 using merovanta::Merovanta;
+using merovanta::test::eventually;
 using merovanta::test::Scene;
 using merovanta::test::viewWithTag;
 
@@ -34,6 +36,27 @@ TEST(Module, GivesTheFacadesAndTheTag) {
     EXPECT_TRUE(scene.window().property("cdn").toString().contains("two.example"));
     EXPECT_EQ(scene.window().property("shareCode"), QString::fromStdString(Merovanta::panoptra().shareId()));
     EXPECT_EQ(scene.window().property("connected"), false);
+}
+
+TEST(Module, TellsWhoTheVisitorIs) {
+    const QByteArray path = "/rest/v1/customerstatus/tag/byVisitor/v1";
+    merovanta::test::PageServer server;
+    server.set(path, {"", 200});
+    Scene scene(R"(ApplicationWindow {
+        property bool isTagged
+        function tagUser() {
+            const user = {id: "v1", firstname: "Ünal", lastname: null, tags: ["a", "b"], other: 1};
+            Merovanta.user.tag(user, isDone => isTagged = isDone);
+        }
+        function forgetUser() { Merovanta.user.clear() }
+    })");
+    Merovanta::configuration().setServer(server.url("").substr(std::string("http://").size()));
+    QMetaObject::invokeMethod(&scene.window(), "tagUser");
+    EXPECT_TRUE(eventually([&] { return scene.window().property("isTagged").toBool(); }));
+    for (const auto* part : {"\"v1\"", "Ünal", "[\"a\",\"b\"]"})
+        EXPECT_TRUE(server.request(path).contains(part)) << server.request(path).toStdString();
+    EXPECT_FALSE(server.request(path).contains("lastname"));
+    QMetaObject::invokeMethod(&scene.window(), "forgetUser");
 }
 
 }  // namespace

@@ -15,11 +15,17 @@ std::string PageServer::url(const std::string& path) const {
 }
 
 void PageServer::answer(QTcpSocket& socket) {
-    const QByteArray head = socket.peek(1 << 16);
-    if (!head.contains("\r\n\r\n")) return;
+    const QByteArray request = socket.peek(1 << 16);
+    const auto bodyStart = request.indexOf("\r\n\r\n") + 4;
+    const auto lines = request.toLower().split('\n');
+    qsizetype bodySize = 0;
+    for (const QByteArray& line : lines) {
+        if (line.startsWith("content-length:")) bodySize = line.mid(15).trimmed().toLongLong();
+    }
+    if (bodyStart < 4 || request.size() < bodyStart + bodySize) return;
     socket.readAll();
-    const QByteArray path = head.split(' ').value(1).split('?').value(0);
-    mRequests[path] = head;
+    const QByteArray path = request.split(' ').value(1).split('?').value(0);
+    mRequests[path] = request;
     const Page page = mPages.value(path, {.body = "not found", .status = 404});
     socket.write("HTTP/1.1 " + QByteArray::number(page.status) + " X\r\nContent-Type: " + page.type +
                  "\r\nContent-Length: " + QByteArray::number(page.body.size()) + "\r\nConnection: close\r\n" +

@@ -25,7 +25,7 @@ class PageServer {
     void set(const QByteArray& path, const Page& page) { mPages[path] = page; }
     void forget() { mRequests.clear(); }
     [[nodiscard]] std::string url(const std::string& path) const;
-    /// The head of the last request for this path; empty if there was none.
+    /// The last request for this path, with its body; empty if there was none.
     [[nodiscard]] QByteArray request(const QByteArray& path) const { return mRequests.value(path); }
 
  private:

@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 #include <QtGui/QAccessible>
 
 #include "Qt/Quick/WidgetViewFactoryQuick.h"
@@ -108,8 +111,24 @@ TEST(WidgetView, IsShapedAndColoured) {
     EXPECT_EQ(colourAt(body.topRight()), host) << "collapsed";
 }
 
+QStringList announced;
+
+void noteAnnouncement(QAccessibleEvent* event) {
+    if (event->type() != QAccessible::Alert) return;
+    announced << QAccessible::queryAccessibleInterface(event->object())->text(QAccessible::Name);
+}
+
 TEST(WidgetView, IsReachedByKeyboardAndScreenReader) {
     Shown shown;
+    // No screen reader runs here, and only the platform knows.
+    auto* const accessibility = QGuiApplicationPrivate::platformIntegration()->accessibility();
+    accessibility->setActive(true);
+    const auto handler = QAccessible::installUpdateHandler(&noteAnnouncement);
+    for (const auto* text : {"Waiting", "Waiting", "47192"})
+        shown.widget->setText(text);
+    QAccessible::installUpdateHandler(handler);
+    accessibility->setActive(false);
+    EXPECT_EQ(announced, QStringList({"Waiting", "4 7 1 9 2"}));
     const auto name = [](QQuickItem* item) {
         return QAccessible::queryAccessibleInterface(item)->text(QAccessible::Name).toStdString();
     };

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "Platform/DocumentPreview.h"
+#include "Platform/WorkQueue.h"
 
 namespace merovanta::quick {
 
@@ -20,6 +21,8 @@ class DocumentPreviewFactoryQuick final : public DocumentPreviewFactory {
 
  private:
     Opener mOpener;
+    /// Of their own: a document can take long.
+    std::shared_ptr<WorkQueue> mQueue;
 };
 
 }  // namespace merovanta::quick

@@ -100,8 +100,9 @@ std::shared_ptr<View> WidgetViewQuick::view() const {
 }
 
 void WidgetViewQuick::setText(const std::string& text) {
-    if (!mItem) return;
-    mItem->setProperty("text", boundedText(text, maximumText));
+    const QString bounded = boundedText(text, maximumText);
+    if (!mItem || mItem->property("text") == bounded) return;
+    mItem->setProperty("text", bounded);
     announce(mItem->findChild<QQuickItem*>(QStringLiteral("shareId")));
 }
 

@@ -6,6 +6,7 @@ FocusScope {
     readonly property bool isMerovantaCover: true
 
     anchors.fill: parent
+    Keys.onPressed: event => event.accepted = true
 
     HoverHandler {
         blocking: true

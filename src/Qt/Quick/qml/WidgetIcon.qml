@@ -6,6 +6,7 @@ Canvas {
 
     // As in SVG.
     required property string path
+    property color color: "white"
 
     implicitWidth: 24
     implicitHeight: 24
@@ -16,7 +17,7 @@ Canvas {
         context.lineWidth = 2;
         context.lineCap = "round";
         context.lineJoin = "round";
-        context.strokeStyle = "white";
+        context.strokeStyle = color;
         context.path = path;
         context.stroke();
     }

@@ -1,0 +1,101 @@
+#include "Qt/Quick/DocumentPreviewQuick.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+#include <QtCore/QStringListModel>
+#include <QtCore/QUuid>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <utility>
+
+#include "Qt/Quick/DocumentImagesQuick.h"
+#include "Qt/Quick/InterfaceFileQuick.h"
+#include "Qt/Quick/ViewQuick.h"
+
+namespace merovanta::quick {
+
+namespace {
+
+constexpr qsizetype maximumTitle = 200;
+
+}  // namespace
+
+DocumentPreviewQuick::DocumentPreviewQuick(DocumentPreviewFactoryQuick::Opener opener,
+                                           std::shared_ptr<WorkQueue> queue)
+    : mOpener(std::move(opener)), mQueue(std::move(queue)) {}
+
+DocumentPreviewQuick::~DocumentPreviewQuick() {
+    close();
+}
+
+void DocumentPreviewQuick::present(const ViewController& over, const std::string& path) {
+    close();
+    const auto view = over.view();
+    const QQuickItem* const item = view ? ViewQuick::itemOf(*view) : nullptr;
+    mWindow = item == nullptr ? nullptr : item->window();
+    if (!mWindow) return;
+    mPath = QString::fromStdString(path);
+    mReader = std::make_shared<DocumentReaderQuick>(mPath);
+    inBackground([reader = mReader] { return reader->type(); }, &DocumentPreviewQuick::handle);
+}
+
+template <typename Work, typename Take>
+void DocumentPreviewQuick::inBackground(Work work, Take take) {
+    mQueue->async([self = QPointer(this), reader = mReader, work, take] {
+        const auto finish = [self, reader, take, result = work()] {
+            if (self && self->mReader == reader) (self->*take)(result);
+        };
+        QMetaObject::invokeMethod(QCoreApplication::instance(), finish, Qt::QueuedConnection);
+    });
+}
+
+void DocumentPreviewQuick::handle(qt::DocumentType type) {
+    if (type == qt::DocumentType::external && mOpener(QUrl::fromLocalFile(mPath))) return close();
+    open();
+    if (!mDialog) return close();
+    inBackground([reader = mReader, type] { return reader->read(type); }, &DocumentPreviewQuick::show);
+}
+
+void DocumentPreviewQuick::open() {
+    if (!mWindow) return;
+    const QString title = boundedText(QFileInfo(mPath).fileName().toStdString(), maximumTitle);
+    mDialog = loadInterfaceFile(QStringLiteral("DocumentPreview.qml"), *mWindow, *mWindow,
+                                {
+                                    {"parent", QVariant::fromValue(mWindow->contentItem())},
+                                    {"title", title},
+                                });
+    if (!mDialog) return;
+    mEngine = qmlEngine(mDialog);
+    mImages = QStringLiteral("merovanta-") + QUuid::createUuid().toString(QUuid::Id128);
+    mEngine->addImageProvider(mImages, new DocumentImagesQuick(mReader, mQueue));
+    connect(mDialog, SIGNAL(closed()), this, SLOT(close()), Qt::QueuedConnection);
+    connect(mWindow, &QWindow::visibleChanged, mDialog, [dialog = mDialog.data()](bool isVisible) {
+        if (!isVisible) QMetaObject::invokeMethod(dialog, "close");
+    });
+    QMetaObject::invokeMethod(mDialog, "open");
+}
+
+void DocumentPreviewQuick::show(const DocumentReaderQuick::Content& content) {
+    if (!mDialog) return;
+    mDialog->setProperty("imageSource", QString(QStringLiteral("image://") + mImages + u'/'));
+    mDialog->setProperty("pages", content.pages);
+    mDialog->setProperty("pictureWidth", content.width);
+    mDialog->setProperty(
+        "lines", QVariant::fromValue<QObject*>(
+                     content.lines.isEmpty() ? nullptr : new QStringListModel(content.lines, mDialog)));
+    mDialog->setProperty("isCut", content.isCut);
+    mDialog->setProperty("isLoaded", true);
+}
+
+void DocumentPreviewQuick::close() {
+    mReader = nullptr;
+    if (mDialog) {
+        disconnect(mDialog, nullptr, this, nullptr);
+        delete mDialog.data();
+    }
+    if (mEngine && !mImages.isEmpty()) mEngine->removeImageProvider(mImages);
+    mImages.clear();
+}
+
+}  // namespace merovanta::quick

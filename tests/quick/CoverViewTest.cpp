@@ -1,0 +1,121 @@
+#include "Platform/CoverView.h"
+
+#include <gmock/gmock.h>
+
+#include <QtGui/QWheelEvent>
+
+#include "Qt/Quick/CoverViewFactoryQuick.h"
+#include "Qt/Quick/PaintOrderQuick.h"
+#include "Qt/Quick/ViewQuick.h"
+#include "Qt/Quick/WidgetViewFactoryQuick.h"
+#include "Scene.h"
+
+using merovanta::quick::CoverViewFactoryQuick;
+using merovanta::quick::ViewQuick;
+using merovanta::quick::WidgetViewFactoryQuick;
+using merovanta::test::Scene;
+using testing::ElementsAre;
+
+namespace {
+
+struct Host {
+    /// What the host noticed of a visitor who does everything there is.
+    std::string noticed() {
+        scene.window().setProperty("noticed", QStringList());
+        const QPoint place(150, 200);
+        QTest::mouseMove(&scene.window(), place);
+        QTest::mouseMove(&scene.window(), place + QPoint(3, 3));
+        const bool isHovered = scene.window().property("isHovered").toBool();
+        for (const auto button : {Qt::LeftButton, Qt::RightButton, Qt::BackButton})
+            QTest::mouseClick(&scene.window(), button, {}, place);
+        QWheelEvent wheel(place, scene.window().mapToGlobal(place), {}, {0, 120}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&scene.window(), &wheel);
+        QTest::touchEvent(&scene.window(), touchScreen.get()).press(0, place).press(1, place / 2);
+        QTest::touchEvent(&scene.window(), touchScreen.get()).release(0, place).release(1, place / 2);
+        for (const auto key : {Qt::Key_A, Qt::Key_Tab, Qt::Key_B})
+            QTest::keyClick(&scene.window(), key);
+        QTest::qWait(20);
+        QStringList names = scene.window().property("noticed").toStringList();
+        names.removeDuplicates();
+        if (isHovered) names.append("hover");
+        names.sort();
+        return names.join(' ').toStdString();
+    }
+
+    Scene scene{R"(ApplicationWindow {
+        id: root
+        property list<string> noticed
+        property bool isAsking: false
+        property bool isHovered: hover.hovered
+        function notice(what) { noticed.push(what) }
+        MouseArea {
+            anchors.fill: parent; acceptedButtons: Qt.AllButtons; 
+            onClicked: root.notice("click"); onWheel: root.notice("wheel")
+        }
+        Item {
+            anchors.fill: parent
+            TapHandler { acceptedDevices: PointerDevice.TouchScreen; onTapped: root.notice("touch") }
+            HoverHandler { id: hover }
+        }
+        TextField { focus: true; onTextChanged: root.notice("key") }
+        Dialog { modal: true; visible: root.isAsking }
+    })"};
+    std::unique_ptr<QPointingDevice> touchScreen{QTest::createTouchDevice()};
+};
+
+TEST(CoverView, LetsNothingThroughWhileItIsThere) {
+    Host host;
+    const auto* const everything = "click hover key touch wheel";
+    EXPECT_EQ(host.noticed(), everything);
+    auto cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView");
+    ASSERT_NE(cover, nullptr);
+    EXPECT_EQ(cover->view()->className(), "ChatView");
+    EXPECT_TRUE(cover->view()->isKindOf("ChatView"));
+    EXPECT_EQ(host.noticed(), "");
+    host.scene.window().resize(500, 200);
+    EXPECT_TRUE(merovanta::test::eventually([&] {
+        return cover->view()->frame() == merovanta::Rect{0, 0, 500, 200};
+    }));
+    host.scene.window().resize(300, 400);
+    const auto view = cover->view();
+    cover.reset();
+    EXPECT_FALSE(view->isAlive());
+    QTest::qWait(20);
+    EXPECT_EQ(host.noticed(), everything) << "the keyboard's focus is back too";
+    cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView");
+    host.scene.close();
+    EXPECT_FALSE(cover->view()->isAlive());
+}
+
+TEST(CoverView, IsInFrontOfTheWidgetAndBehindLaterPopups) {
+    Host host;
+    const auto root = host.scene.root();
+    for (const bool isAsking : {false, true}) {
+        host.scene.window().setProperty("isAsking", isAsking);
+        QTest::qWait(20);
+        const auto widget = WidgetViewFactoryQuick().create(*root, {});
+        const auto cover = CoverViewFactoryQuick().create(*root, "ChatView");
+        const auto order = [&] {
+            std::vector<std::string> names;
+            for (const auto& view : root->subviews()) {
+                const auto name = view->className();
+                if (name == "ChatView" || name == "DefaultUIView" || name == "QQuickOverlay")
+                    names.push_back(name);
+            }
+            return names;
+        };
+        if (isAsking) {
+            EXPECT_THAT(order(), ElementsAre("QQuickOverlay", "DefaultUIView", "ChatView"));
+            host.scene.window().setProperty("isAsking", false);
+            QTest::qWait(500);
+            host.scene.window().setProperty("isAsking", true);
+            QTest::qWait(20);
+            EXPECT_THAT(order(), ElementsAre("DefaultUIView", "ChatView", "QQuickOverlay"));
+        } else {
+            EXPECT_EQ(root->subviews().back()->identity(), cover->view()->identity());
+        }
+    }
+}
+
+}  // namespace
