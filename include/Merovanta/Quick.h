@@ -4,8 +4,9 @@
 
 namespace merovanta::quick {
 
-/// Makes Qt Quick the library's platform and registers the QML module "Merovanta". Call it once in main(),
-/// before the application object is made. Calling it again does nothing.
+/// Makes Qt Quick the library's platform, prepares the web engine that shows the chat, and registers the QML
+/// module "Merovanta". Call it once in main(), before the application object is made: the engine needs OpenGL
+/// contexts to be shared, which it sets up here. Calling it again does nothing.
 MEROVANTA_EXPORT void initialize();
 
 }  // namespace merovanta::quick

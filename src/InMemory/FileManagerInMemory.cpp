@@ -12,7 +12,7 @@ FileManagerInMemory::~FileManagerInMemory() {
 
 std::string FileManagerInMemory::temporaryDirectory() {
     if (isBroken) return {};
-    if (mDirectory.empty()) {
+    if (mDirectory.empty() || !std::filesystem::is_directory(mDirectory)) {
         std::string directory = std::filesystem::temp_directory_path() / "merovanta-XXXXXX";
         if (mkdtemp(directory.data()) != nullptr) mDirectory = std::move(directory);
     }

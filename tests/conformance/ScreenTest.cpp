@@ -119,5 +119,24 @@ TEST_F(Screen, ControllersLeadToWhatTheUserSees) {
     EXPECT_EQ(controller()->viewControllers(), std::nullopt);
 }
 
+TEST_F(Screen, ACoverFillsAViewInFrontOfAllElseAndTakesItsTouches) {
+    harness->show(Page::views);
+    const auto taps = harness->hostTaps();
+    auto cover = platform().coverViews().create(*root(), "ChatView");
+    ASSERT_NE(cover, nullptr);
+    const auto native = cover->view();
+    EXPECT_EQ(native->className(), "ChatView");
+    EXPECT_EQ(native->frame(), root()->bounds());
+    EXPECT_EQ(root()->subviews().back()->identity(), native->identity());
+    harness->tap({70, 325});
+    harness->pass(50ms);
+    EXPECT_EQ(harness->hostTaps(), taps);
+    cover.reset();
+    EXPECT_FALSE(native->isAlive());
+    const auto gone = root();
+    harness->close();
+    EXPECT_EQ(platform().coverViews().create(*gone, "ChatView"), nullptr);
+}
+
 }  // namespace
 }  // namespace merovanta::conformance

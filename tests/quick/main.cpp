@@ -60,6 +60,9 @@ int endInTheMiddle(int argc, char** argv) {
     std::shared_ptr<merovanta::View> view;
     std::unique_ptr<merovanta::TapRecognizer> recognizer;
     std::unique_ptr<merovanta::WebSocket> socket;
+    std::unique_ptr<merovanta::CoverView> cover;
+    std::unique_ptr<merovanta::WebView> webView;
+    std::unique_ptr<merovanta::DocumentPreview> preview;
     {
         const QGuiApplication application(argc, argv);
         merovanta::test::Scene scene("ApplicationWindow {}");
@@ -77,7 +80,13 @@ int endInTheMiddle(int argc, char** argv) {
             {.didConnect = [&] { isOpen = true; }, .didDisconnect = [](const auto&) { std::abort(); }});
         socket->connect();
         if (!merovanta::test::eventually([&] { return isOpen; })) return 1;
+        cover = current().coverViews().create(*view, "ChatView");
+        webView = current().webViews().create(*cover->view(), {"openDocument"}, {});
+        webView->load(server.url());
         QTest::qWait(50);
+        preview = current().documentPreviews().create();
+        preview->present(*scene.controller(), MEROVANTA_TEST_CERTIFICATE);
+        webView->evaluateJavaScript("1", [](const auto&) {});
         useEverything();
         current().screenCapture().capture(
             view, {}, [] { return std::vector<merovanta::MaskArea>(); },
@@ -85,6 +94,8 @@ int endInTheMiddle(int argc, char** argv) {
     }
     socket->write("late");
     socket->disconnect(1000);
+    webView->load("http://127.0.0.1:1/");
+    webView->evaluateJavaScript("1", [](const auto&) { std::abort(); });
     useEverything();
     current().screenCapture().capture(
         view, {}, [] { return std::nullopt; }, [](const auto&) {});

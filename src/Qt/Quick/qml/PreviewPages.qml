@@ -12,11 +12,12 @@ PreviewList {
 
     readonly property real margin: width < 600 ? 8 : 16
     readonly property real room: width - 2 * margin
+    readonly property real wholeWidth: isPicture ? Math.min(pictureWidth, room, (height - 2 * margin) / pages[0]) : room
 
     model: pages
     spacing: margin
     header: Item {
-        height: root.margin
+        height: root.isPicture ? (root.height - root.wholeWidth * root.pages[0]) / 2 : root.margin
     }
 
     delegate: Item {
@@ -24,7 +25,6 @@ PreviewList {
 
         required property int index
         required property real modelData
-        readonly property real wholeWidth: Math.min(root.pictureWidth, root.room, (root.height - 2 * root.margin) / modelData)
 
         width: root.width
         height: image.height + (index === root.count - 1 ? root.margin : 0)
@@ -34,7 +34,7 @@ PreviewList {
 
             objectName: "page"
             anchors.horizontalCenter: parent.horizontalCenter
-            width: root.isPicture ? page.wholeWidth : root.room
+            width: root.wholeWidth
             height: width * page.modelData
             asynchronous: true
             cache: false
