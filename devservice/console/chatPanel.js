@@ -38,6 +38,10 @@ export class ChatPanel {
     byId('chat-empty').hidden = false;
   }
 
+  forgetDrafts() {
+    this.#drafts.clear();
+  }
+
   receive({ messages, reset }) {
     this.#list.add(messages, reset);
     this.#last = messages.at(-1)?.seq ?? this.#last;

@@ -126,7 +126,10 @@ function nextSession() {
 
 function receiveContacts(message) {
   const before = contacts.get(chosen);
-  contacts.update(message.contacts);
+  if (contacts.update(message.contacts)) {
+    choose(null);
+    chat.forgetDrafts();
+  }
   choosePerson();
   const { continuedAs } = contacts.get(chosen) ?? {};
   if (selected === null && before && !before.continuedAs && continuedAs) choose(continuedAs);

@@ -22,8 +22,11 @@ export class Contacts {
   #known = new Map();
   #present = [];
 
+  /** Returns whether an id means somebody else than before: a restarted service numbers people anew. */
   update(contacts) {
+    const before = this.#known;
     this.#known = new Map(contacts.map((contact) => [contact.id, contact]));
+    return contacts.some((contact) => before.has(contact.id) && !isSame(before.get(contact.id), contact));
   }
 
   updatePresent(present) {
