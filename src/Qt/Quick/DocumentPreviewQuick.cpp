@@ -1,6 +1,5 @@
 #include "Qt/Quick/DocumentPreviewQuick.h"
 
-#include <QtCore/QCoreApplication>
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringListModel>
 #include <QtCore/QUuid>
@@ -9,6 +8,7 @@
 #include <QtQuick/QQuickWindow>
 #include <utility>
 
+#include "Platform/Platform.h"
 #include "Qt/Quick/DocumentImagesQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
 #include "Qt/Quick/ViewQuick.h"
@@ -43,10 +43,9 @@ void DocumentPreviewQuick::present(const ViewController& over, const std::string
 template <typename Work, typename Take>
 void DocumentPreviewQuick::inBackground(Work work, Take take) {
     mQueue->async([self = QPointer(this), reader = mReader, work, take] {
-        const auto finish = [self, reader, take, result = work()] {
+        platform::current().mainQueue().async([self, reader, take, result = work()] {
             if (self && self->mReader == reader) (self->*take)(result);
-        };
-        QMetaObject::invokeMethod(QCoreApplication::instance(), finish, Qt::QueuedConnection);
+        });
     });
 }
 

@@ -11,7 +11,7 @@ namespace merovanta::quick {
 namespace {
 
 // A renderer that is no longer the engine's own must not get further than the scripts in it let it.
-constexpr qsizetype maximumPiece = 256 * 1024;
+constexpr qsizetype maximumPiece = qsizetype{256} * 1024;
 constexpr std::size_t maximumBody = std::size_t{3} * 48 * 1024 * 1024;
 
 }  // namespace
