@@ -5,13 +5,10 @@
 #include <QtGui/QWheelEvent>
 
 #include "Qt/Quick/CoverViewFactoryQuick.h"
-#include "Qt/Quick/PaintOrderQuick.h"
-#include "Qt/Quick/ViewQuick.h"
 #include "Qt/Quick/WidgetViewFactoryQuick.h"
 #include "Scene.h"
 
 using merovanta::quick::CoverViewFactoryQuick;
-using merovanta::quick::ViewQuick;
 using merovanta::quick::WidgetViewFactoryQuick;
 using merovanta::test::Scene;
 using testing::ElementsAre;

@@ -78,13 +78,10 @@ void WebViewQuick::evaluateJavaScript(const std::string& script, Completion comp
     const int id = ++mLastEvaluation;
     mEvaluations.emplace(id, std::move(completion));
     // Not while the engine waits for an answer.
-    QMetaObject::invokeMethod(
-        this,
-        [this, id, text = evaluable(script)] {
-            if (!mItem || !isPageShown()) return complete(id, StringError("The page is not shown"));
-            QMetaObject::invokeMethod(mItem, "evaluate", Q_ARG(QString, text), Q_ARG(int, id));
-        },
-        Qt::QueuedConnection);
+    mLater.post([this, id, text = evaluable(script)] {
+        if (!mItem || !isPageShown()) return complete(id, StringError("The page is not shown"));
+        QMetaObject::invokeMethod(mItem, "evaluate", Q_ARG(QString, text), Q_ARG(int, id));
+    });
 }
 
 bool WebViewQuick::mayOpen(const QUrl& url, bool isTyped) {
@@ -134,20 +131,15 @@ bool WebViewQuick::isPageShown() const {
 
 template <typename Function, typename Argument>
 void WebViewQuick::later(Function Delegate::*function, Argument argument) {
-    QMetaObject::invokeMethod(
-        this,
-        [call = mDelegate.*function, argument] {
-            if (call) call(argument);
-        },
-        Qt::QueuedConnection);
+    mLater.post([call = mDelegate.*function, argument] {
+        if (call) call(argument);
+    });
 }
 
 void WebViewQuick::complete(int id, const std::optional<StringError>& error) {
     auto evaluation = mEvaluations.extract(id);
     if (evaluation.empty() || !evaluation.mapped()) return;
-    QMetaObject::invokeMethod(
-        this, [completion = std::move(evaluation.mapped()), error] { completion(error); },
-        Qt::QueuedConnection);
+    mLater.post([completion = std::move(evaluation.mapped()), error] { completion(error); });
 }
 
 void WebViewQuick::fail(const std::string& error) {

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "Platform/WebView.h"
+#include "Qt/Foundation/TaskReceiverQt.h"
 #include "Qt/Quick/ScriptReceiverQuick.h"
 
 class QQuickItem;
@@ -40,7 +41,7 @@ class WebViewQuick final : public QObject, public WebView {
 
  private:
     [[nodiscard]] bool isPageShown() const;
-    /// Calls the delegate later, with a copy of the function: it may destroy this object.
+    /// Calls the delegate with a copy of the function: it may destroy this object.
     template <typename Function, typename Argument>
     void later(Function Delegate::*function, Argument argument);
     void complete(int id, const std::optional<StringError>& error);
@@ -49,6 +50,7 @@ class WebViewQuick final : public QObject, public WebView {
     const std::vector<std::string> mHandlers;
     const Delegate mDelegate;
     ScriptReceiverQuick mReceiver;
+    qt::TaskReceiverQt mLater;
     QPointer<QQuickItem> mItem;
     /// As load() was told to, until the engine asks whether it may; then as the engine writes it.
     QUrl mPage;
