@@ -72,6 +72,32 @@ export class AgentConsole {
     await this.page.getByRole('radio', { name: 'Tap' }).check();
   }
 
+  /** Opens the chat with a visitor, found by a text of its entry in the lists. */
+  async openChat(text) {
+    await this.page.locator('.present-open').filter({ hasText: text }).click();
+    await this.page.getByRole('tab', { name: /^Chat/ }).click();
+  }
+
+  /** Whether the console says that the visitor has the chat open. */
+  chatIsOpen() {
+    return this.page.locator('#chat-state').getAttribute('data-open').then((open) => open === 'true');
+  }
+
+  async write(text) {
+    await this.page.getByLabel('Message to the visitor').fill(text);
+    await this.page.keyboard.press('Enter');
+  }
+
+  message(text) {
+    return this.page.locator('#chat-messages li').filter({ hasText: text });
+  }
+
+  async shareFile(name, mimeType, buffer) {
+    await this.page.locator('#chat-file').setInputFiles({ name, mimeType, buffer });
+    await this.page.locator('#share-form button[type="submit"]').click();
+    await this.message(name).waitFor();
+  }
+
   async closeSession() {
     await this.button('Close').click();
     await this.button('Close session').click();

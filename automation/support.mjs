@@ -22,6 +22,9 @@ const DISPLAYS = { offscreen: OFFSCREEN, phone: { ...OFFSCREEN, QT_SCALE_FACTOR:
 // Ends an app that no test ended, so that nothing outlives a killed test run for long.
 const LONGEST_RUN_SECONDS = 240;
 
+// What Qt and its browser say about themselves, on the standard error.
+const NOISE = /^(qt\.scenegraph|qt\.rhi|qt\.webenginecontext|  |$)|^(GL Type|Surface|QSG RHI|Using|Init Parameters|No suitable graphics|Sandboxing disabled)|neither a QObject, nor default- and copy-constructible/;
+
 /** Masks everything that the example app calls private. */
 export const MASKS = ['--reply-mask-classes', 'PrivateInput,PrivateLabel'];
 
@@ -195,10 +198,11 @@ export class App extends Process {
     const home = temporaryDirectory(t);
     const options = ['--server', host, '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
     const env = { ...AS_ROOT, HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
-    if (DISPLAYS[display]) return new App(t, process.env.BANK, options, { ...env, ...DISPLAYS[display] });
-    return new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
+    const app = DISPLAYS[display] ? new App(t, process.env.BANK, options, { ...env, ...DISPLAYS[display] }) : new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
       ...env, QT_QPA_PLATFORM: 'xcb', QSG_RENDER_LOOP: 'threaded', QSG_INFO: '1',
     });
+    app.home = home;
+    return app;
   }
 
   /** Forgets the lines so far: what is asked for next is about those that follow. */
@@ -234,6 +238,15 @@ export class App extends Process {
     this.say(`tap ${name}`);
   }
 
+  /** What the window shows, as a PNG file's content. */
+  async picture() {
+    const file = join(this.home, 'window.png');
+    const asked = this.out.length;
+    this.say(`picture ${file}`);
+    await this.line(/^saved /, undefined, asked);
+    return readFileSync(file);
+  }
+
   /** For how many milliseconds the GUI thread was busy at most since the last question. */
   async longestStall() {
     const pattern = /^longest stall (\d+) ms$/;
@@ -246,7 +259,7 @@ export class App extends Process {
   /** Lines that tell of something that went wrong, except those expected. */
   problems(...expected) {
     const lines = [...this.out.filter((line) => /^\[(ERROR|WARNING)\]/.test(line)),
-      ...this.err.filter((line) => !/^(qt\.scenegraph|qt\.rhi|  )/.test(line))];
+      ...this.err.filter((line) => !NOISE.test(line))];
     return lines.filter((line) => !expected.some((pattern) => pattern.test(line)));
   }
 }

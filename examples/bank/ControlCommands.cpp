@@ -62,6 +62,7 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
     return {
         {"start", [&window](auto&) { QMetaObject::invokeMethod(&window, "startSharing"); }},
         {"stop", [&window](auto&) { QMetaObject::invokeMethod(&window, "stopSharing"); }},
+        {"identify", [&window](auto&) { QMetaObject::invokeMethod(&window, "identify"); }},
         {"hide", [&window](auto&) { window.hide(); }},
         {"show",
          [&window](auto&) {

@@ -26,6 +26,10 @@ ApplicationWindow {
         shareSession.stop();
     }
 
+    function identify(): void {
+        shareSession.identify();
+    }
+
     function sharingEnded(): void {
         shareSession.ended();
     }
