@@ -6,6 +6,7 @@
 #include <csignal>
 #include <utility>
 
+#include "General/WebChat/DownloadScript.h"
 #include "PageServer.h"
 #include "Qt/Quick/ViewQuick.h"
 #include "Qt/Quick/WebViewFactoryQuick.h"
@@ -104,6 +105,49 @@ TEST(WebView, CarriesMessagesBothWays) {
     EXPECT_THAT(browser.failures, IsEmpty());
     EXPECT_TRUE(eventually(
         [&] { return browser.scene.window().grabWindow().pixelColor(150, 200) == QColor("#ff0080"); }));
+}
+
+TEST(WebView, DownloadsWhatAPageLinksTo) {
+    Browser browser("<script>document.cookie = 'key=1'</script><i id=contentDispositon><i id=contentType>");
+    browser.load();
+    ASSERT_TRUE(eventually([&] { return browser.statuses.size() == 1; }, patience));
+    struct Download {
+        PageServer::Page page;
+        std::vector<std::string> messages;
+    };
+    const QByteArray named = "Content-Disposition: attachment; filename=";
+    const std::string url = browser.server.url("/d");
+    const Download downloads[] = {
+        {{"A", 200, named + "\"a; b%20.pdf\"; x=y\r\n"},
+         {"openDocument a; b%20.pdf;data:text/html;base64,QQ=="}},
+        {{"A", 200, "Content-Disposition: FileName=../b.pdf\r\n"},
+         {"openDocument ../b.pdf;data:text/html;base64,QQ=="}},
+        {{"", 200, named + "empty\r\n"}, {"openDocument empty;data:;base64,"}},
+        {{"A", 200, named + "\"\"\r\n", "application/json;x"},
+         {"openDocument unnamed.pdf;data:application/json;base64,QQ=="}},
+        {{"A", 200, "Content-Disposition: inline\r\n", "image/tiff"},
+         {"jsError content-disposition header could not be matched against regex, content-disposition: "
+          "inline url: " +
+              url,
+          "openDocument unnamed.tiff;data:image/tiff;base64,QQ=="}},
+        {{"A", 200, named + ";\r\n"},
+         {"jsError Could not determine filename from content-disposition nor content-type"}},
+        {{"A"}, {"jsError content-disposition header missing, url: " + url}},
+        {{"A", 404}, {"jsError Response status was not ok, status: 404, url: " + url}},
+    };
+    for (const auto& [page, messages] : downloads) {
+        browser.server.set("/d", page);
+        browser.messages.clear();
+        EXPECT_EQ(browser.evaluate(merovanta::downloadScript(url)), std::nullopt);
+        ASSERT_TRUE(browser.hears(messages.size())) << messages.back();
+        for (std::size_t i = 0; i < messages.size(); ++i)
+            EXPECT_THAT(browser.messages[i], testing::StartsWith("script " + messages[i]));
+    }
+    EXPECT_TRUE(browser.server.request("/d").contains("key=1"));
+    browser.messages.clear();
+    browser.evaluate(merovanta::downloadScript("http://127.0.0.1:1/d"));
+    ASSERT_TRUE(browser.hears(1));
+    EXPECT_THAT(browser.messages[0], testing::StartsWith("script jsError fetch threw, error: "));
 }
 
 TEST(WebView, GivesTheHandlersToNoOtherPage) {
