@@ -4,24 +4,30 @@
 import { join } from 'node:path';
 
 import { AgentConsole } from './agentConsole.mjs';
-import { App, MASKS, Service } from './support.mjs';
+import { onePage } from './pdf.mjs';
+import { lowestStretch } from './pixels.mjs';
+import { App, MASKS, Service, eventually } from './support.mjs';
 
 const VIEWPORTS = { desktop: { width: 1280, height: 860 }, phone: { width: 390, height: 844 } };
 const ACCEPT_BLUE = [0x1f, 0x5b, 0xd1];
 const PALE_RED = [0xf2, 0x8f, 0x96];
+
+const LETTER = onePage(`0.05 0.42 0.36 rg 0 244 200 36 re f 1 1 1 rg BT /F1 14 Tf 16 257 Td (Alderbrook Bank) Tj ET
+  0.1 0.1 0.1 rg BT /F1 11 Tf 16 216 Td (Your new card) Tj /F1 7 Tf 0 -20 Td (Your old card is blocked since today.) Tj
+  0 -12 Td (The new one comes by post within three days.) Tj 0 -12 Td (Until then, pay with this app.) Tj ET`);
 
 const target = process.argv[2];
 const closing = [];
 const run = { after: (step) => closing.push(step) };
 
 /** The console at both widths, and the app's own window. */
-async function take(agent, app, name) {
+async function take(agent, app, name, phoneTop = '#tools') {
   app.say(`picture ${join(target, `app-${name}.png`)}`);
   await app.line(new RegExp(`^saved .*app-${name}.png$`));
   await agent.page.locator('#toast').waitFor({ state: 'hidden' });
   for (const [device, viewport] of Object.entries(VIEWPORTS)) {
     await agent.page.setViewportSize(viewport);
-    const top = device === 'phone' ? '#tools' : 'body';
+    const top = device === 'phone' ? phoneTop : 'body';
     await agent.page.locator(top).evaluate((element) => element.scrollIntoView());
     await agent.page.screenshot({ path: join(target, `console-${name}-${device}.png`) });
   }
@@ -58,6 +64,28 @@ try {
   await agent.rests();
   await take(agent, app, 'consent');
   await app.tap('accept');
+
+  await app.tap('tabProfile');
+  await app.tap('openChat');
+  // The visitor gets an identity and with it another session, which the console follows.
+  await agent.page.getByRole('tab', { name: /^Chat/ }).click();
+  await eventually('the open chat', () => agent.chatIsOpen());
+  await agent.write('Good morning! How can we help?');
+  app.say('tapAt 150 812');
+  app.say('type I have lost my card.');
+  app.say('tapAt 355 812');
+  await agent.message('I have lost my card.').waitFor();
+  await agent.write('We have blocked it. Here is what happens next:');
+  await agent.shareFile('Your new card.pdf', 'application/pdf', LETTER);
+  // Away from the field, whose cursor blinks.
+  app.say('tapAt 195 740');
+  await agent.rests();
+  await take(agent, app, 'chat', '#card');
+  const white = await lowestStretch(agent.page, await app.picture(), 24, 770, [0xff, 0xff, 0xff]);
+  app.say(`tapAt 80 ${white}`);
+  await app.place('page');
+  await agent.rests();
+  await take(agent, app, 'document');
 } finally {
   for (const step of closing) await step();
 }

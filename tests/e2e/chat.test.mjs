@@ -6,11 +6,13 @@ import { basename, join } from 'node:path';
 import { after, before, test } from 'node:test';
 
 import { AgentConsole } from '../../automation/agentConsole.mjs';
+import { onePage } from '../../automation/pdf.mjs';
 import { lowestStretch, shareOf } from '../../automation/pixels.mjs';
 import { App, Service, eventually, outputDirectory } from '../../automation/support.mjs';
 
 const WHITE = [0xff, 0xff, 0xff];
 const MAGENTA = [0xff, 0x00, 0xff];
+const DOCUMENT = onePage('1 0 1 rg 0 0 200 280 re f');
 const HEAD = [0x0d, 0x6c, 0x5d];
 const FIELD = '150 812';
 const SEND = '355 812';
@@ -46,20 +48,6 @@ async function opens(step) {
   await eventually('the chat page', () => pagesOpened() > earlier);
 }
 
-/** A document of one page, all of one colour. */
-function pdf([red, green, blue]) {
-  const paint = `${red / 255} ${green / 255} ${blue / 255} rg 0 0 200 280 re f`;
-  return Buffer.from(`%PDF-1.4
-1 0 obj <</Type /Catalog /Pages 2 0 R>> endobj
-2 0 obj <</Type /Pages /Kids [3 0 R] /Count 1>> endobj
-3 0 obj <</Type /Page /Parent 2 0 R /MediaBox [0 0 200 280] /Contents 4 0 R>> endobj
-4 0 obj <</Length ${paint.length}>> stream
-${paint}
-endstream endobj
-trailer <</Root 1 0 R>>
-`);
-}
-
 test('both sides write', async () => {
   await opens(() => app.tap('openChat'));
   await agent.openChat(/^[0-9a-f]{32}/);
@@ -79,7 +67,7 @@ test('both sides write', async () => {
 
 test('a shared document is shown, and kept for the visitor alone', async () => {
   const before = await bubble();
-  await agent.shareFile('Blocked cards – 2026.pdf', 'application/pdf', pdf(MAGENTA));
+  await agent.shareFile('Blocked cards – 2026.pdf', 'application/pdf', DOCUMENT);
   await eventually('the document in the chat', async () => await bubble() > before + 20);
   await app.longestStall();
   app.say(`tapAt 80 ${await bubble()}`);
@@ -91,7 +79,7 @@ test('a shared document is shown, and kept for the visitor alone', async () => {
   assert.equal(written.length, 1);
   const path = join(app.home, written[0]);
   assert.equal(basename(path), 'Blocked cards – 2026.pdf');
-  assert.deepEqual(readFileSync(path), pdf(MAGENTA));
+  assert.deepEqual(readFileSync(path), DOCUMENT);
   assert.equal(statSync(path).mode & 0o777, 0o600);
   await app.tap('closePreview');
   await eventually('the preview closed', async () => await app.where('closePreview') === null);
