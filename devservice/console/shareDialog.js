@@ -15,7 +15,12 @@ export class ShareDialog {
     byId('share-cancel').addEventListener('click', () => this.#dialog.close());
     this.#form.addEventListener('submit', async (event) => {
       event.preventDefault();
+      const submit = this.#form.querySelector('[type="submit"]');
+      const file = this.#file;
+      submit.disabled = true;
       const problem = await this.#share();
+      submit.disabled = false;
+      if (file !== this.#file) return;
       this.#show(problem);
       if (!problem) this.#dialog.close();
     });

@@ -9,8 +9,9 @@ namespace {
 
 class CoverInMemory : public CoverView {
  public:
-    CoverInMemory(const std::shared_ptr<NativeView>& parent, std::shared_ptr<NativeView> cover)
-        : mSubview(parent, std::move(cover)) {}
+    CoverInMemory(const std::shared_ptr<NativeView>& parent, std::shared_ptr<NativeView> cover,
+                  std::shared_ptr<std::function<void()>> dismissed)
+        : mSubview(parent, std::move(cover)), mDismissed(std::move(dismissed)) {}
 
     [[nodiscard]] std::shared_ptr<View> view() const override {
         return std::make_shared<ViewInMemory>(mSubview.native());
@@ -18,16 +19,20 @@ class CoverInMemory : public CoverView {
 
  private:
     SubviewInMemory mSubview;
+    std::shared_ptr<std::function<void()>> mDismissed;
 };
 
 }  // namespace
 
-std::unique_ptr<CoverView> CoverViewsInMemory::create(const View& parent, const std::string& className) {
+std::unique_ptr<CoverView> CoverViewsInMemory::create(const View& parent, const std::string& className,
+                                                      std::function<void()> dismissed) {
     const auto view = dynamic_cast<const ViewInMemory&>(parent).native();
     if (!view) return nullptr;
     auto cover = NativeView::make({0, 0, view->frame.width, view->frame.height}, view->color, {className});
     cover->onTap = [] {};
-    return std::make_unique<CoverInMemory>(view, std::move(cover));
+    auto shared = std::make_shared<std::function<void()>>(std::move(dismissed));
+    mDismissed = shared;
+    return std::make_unique<CoverInMemory>(view, std::move(cover), std::move(shared));
 }
 
 }  // namespace merovanta::inmemory

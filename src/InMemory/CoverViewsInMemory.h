@@ -6,8 +6,16 @@ namespace merovanta::inmemory {
 
 class CoverViewsInMemory : public CoverViewFactory {
  public:
-    [[nodiscard]] std::unique_ptr<CoverView> create(const View& parent,
-                                                    const std::string& className) override;
+    [[nodiscard]] std::unique_ptr<CoverView> create(const View& parent, const std::string& className,
+                                                    std::function<void()> dismissed) override;
+
+    /// The visitor asks the last cover to go away, if it is there.
+    void dismiss() {
+        if (const auto dismissed = mDismissed.lock()) (*dismissed)();
+    }
+
+ private:
+    std::weak_ptr<std::function<void()>> mDismissed;
 };
 
 }  // namespace merovanta::inmemory

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -24,9 +25,10 @@ class CoverViewFactory {
     virtual ~CoverViewFactory() = default;
 
     /// A cover whose native view is of this class and a direct subview of the parent; null if the parent is
-    /// dead.
-    [[nodiscard]] virtual std::unique_ptr<CoverView> create(const View& parent,
-                                                            const std::string& className) = 0;
+    /// dead. Whenever the visitor asks by the keyboard to have it go away, dismissed is called, later; it may
+    /// destroy the cover.
+    [[nodiscard]] virtual std::unique_ptr<CoverView> create(const View& parent, const std::string& className,
+                                                            std::function<void()> dismissed) = 0;
 };
 
 }  // namespace merovanta

@@ -122,7 +122,7 @@ TEST_F(Screen, ControllersLeadToWhatTheUserSees) {
 TEST_F(Screen, ACoverFillsAViewInFrontOfAllElseAndTakesItsTouches) {
     harness->show(Page::views);
     const auto taps = harness->hostTaps();
-    auto cover = platform().coverViews().create(*root(), "ChatView");
+    auto cover = platform().coverViews().create(*root(), "ChatView", {});
     ASSERT_NE(cover, nullptr);
     const auto native = cover->view();
     EXPECT_EQ(native->className(), "ChatView");
@@ -135,7 +135,7 @@ TEST_F(Screen, ACoverFillsAViewInFrontOfAllElseAndTakesItsTouches) {
     EXPECT_FALSE(native->isAlive());
     const auto gone = root();
     harness->close();
-    EXPECT_EQ(platform().coverViews().create(*gone, "ChatView"), nullptr);
+    EXPECT_EQ(platform().coverViews().create(*gone, "ChatView", {}), nullptr);
 }
 
 }  // namespace

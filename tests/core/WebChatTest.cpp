@@ -46,7 +46,7 @@ class WebChatTest : public LibraryTest {
     std::vector<std::string> openDocument(
         const std::string& body, ScriptMessage::Sender sender = ScriptMessage::Sender::evaluatedScript) {
         page().delegate.didReceiveScriptMessage({"openDocument", body, sender});
-        advance(1s);
+        advance(10s);
         std::vector<std::string> names;
         for (const auto& file : std::filesystem::directory_iterator(directory))
             names.push_back(file.path().filename());
@@ -112,6 +112,11 @@ TEST_F(WebChatTest, ATapInTheTopFifthClosesIt) {
     EXPECT_EQ(platform->tapRecognizers().attached(), 0);
     open();
     EXPECT_TRUE(isOpen());
+    page().delegate.didReceiveScriptMessage({"openDocument", "late;data:,QQ=="});
+    platform->coverViews().dismiss();
+    EXPECT_FALSE(isOpen());
+    advance(1s);
+    EXPECT_THAT(platform->documentPreviews().presented(), IsEmpty());
 }
 
 TEST_F(WebChatTest, ALinkIsDownloadedBesideThePageAndCannotBreakOutOfItsText) {
@@ -201,6 +206,11 @@ TEST_F(WebChatTest, WhatAPageSaysIsFollowedOnlyAsFarAsItMaySay) {
     const auto page = ScriptMessage::Sender::page;
     EXPECT_THAT(openDocument("no data URL", page), SizeIs(4));
     EXPECT_THAT(openDocument("x;data:no comma", page), SizeIs(4));
+    for (int i = 0; i < 9; ++i) {
+        receive({"openDocument", "again;data:,QQ=="});
+        advance(1s);
+    }
+    EXPECT_THAT(platform->documentPreviews().presented(), SizeIs(4 + 5));
     EXPECT_DEATH(openDocument("x;data:no comma"), "A document came without a data URL");
 }
 

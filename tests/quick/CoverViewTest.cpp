@@ -65,7 +65,7 @@ TEST(CoverView, LetsNothingThroughWhileItIsThere) {
     Host host;
     const auto* const everything = "click hover key touch wheel";
     EXPECT_EQ(host.noticed(), everything);
-    auto cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView");
+    auto cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView", {});
     ASSERT_NE(cover, nullptr);
     EXPECT_EQ(cover->view()->className(), "ChatView");
     EXPECT_TRUE(cover->view()->isKindOf("ChatView"));
@@ -80,7 +80,15 @@ TEST(CoverView, LetsNothingThroughWhileItIsThere) {
     EXPECT_FALSE(view->isAlive());
     QTest::qWait(20);
     EXPECT_EQ(host.noticed(), everything) << "the keyboard's focus is back too";
-    cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView");
+    cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView", [&] { cover.reset(); });
+    for (const bool isAsking : {true, false}) {
+        host.scene.window().setProperty("isAsking", isAsking);
+        QTest::qWait(500);
+    }
+    EXPECT_EQ(host.noticed(), "") << "a dialog gives the focus back to the cover";
+    QTest::keyClick(&host.scene.window(), Qt::Key_Escape);
+    EXPECT_TRUE(merovanta::test::eventually([&] { return !cover; }));
+    cover = CoverViewFactoryQuick().create(*host.scene.root(), "ChatView", {});
     host.scene.close();
     EXPECT_FALSE(cover->view()->isAlive());
 }
@@ -92,7 +100,7 @@ TEST(CoverView, IsInFrontOfTheWidgetAndBehindLaterPopups) {
         host.scene.window().setProperty("isAsking", isAsking);
         QTest::qWait(20);
         const auto widget = WidgetViewFactoryQuick().create(*root, {});
-        const auto cover = CoverViewFactoryQuick().create(*root, "ChatView");
+        const auto cover = CoverViewFactoryQuick().create(*root, "ChatView", {});
         const auto order = [&] {
             std::vector<std::string> names;
             for (const auto& view : root->subviews()) {

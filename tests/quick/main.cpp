@@ -80,7 +80,7 @@ int endInTheMiddle(int argc, char** argv) {
             {.didConnect = [&] { isOpen = true; }, .didDisconnect = [](const auto&) { std::abort(); }});
         socket->connect();
         if (!merovanta::test::eventually([&] { return isOpen; })) return 1;
-        cover = current().coverViews().create(*view, "ChatView");
+        cover = current().coverViews().create(*view, "ChatView", {});
         webView = current().webViews().create(*cover->view(), {"openDocument"}, {});
         webView->load(server.url());
         QTest::qWait(50);

@@ -51,10 +51,14 @@ Item {
             lastname: Ledger.lastName,
             email: Ledger.email,
             tags: ["Premier"]
+        }, () => {
+            if (active)
+                probe.check();
         });
     }
 
-    // Ends the session as well: the next customer at this device is somebody else.
+    // Ends the session as well: the next customer at this device is somebody else. The demonstration account is
+    // nobody's, so there is nothing to forget.
     function forget(): void {
         if (!identified)
             return;

@@ -58,7 +58,12 @@ bool ChatView::isGone() const {
 void ChatView::show() {
     assertMainThread();
     webView.reset();
-    if (!mCover) mCover = platform::current().coverViews().create(*parent, className);
+    if (!controller) controller = std::make_shared<ChatViewController>();
+    if (!mCover) {
+        mCover = platform::current().coverViews().create(*parent, className, [weak = weak_from_this()] {
+            if (const auto self = weak.lock()) self->removeFromSuperview();
+        });
+    }
     webView = makeWebView();
     // Before there is a page, too: the visitor must always be able to close what lies over the screen.
     if (!webView || !closeOnTap()) {
@@ -79,7 +84,7 @@ void ChatView::show() {
 void ChatView::reload(const std::optional<std::string>& visitor) {
     if (visitor) visitorId = visitor;
     // What was on its way is for the visitor before.
-    controller = std::make_shared<ChatViewController>();
+    controller.reset();
     show();
 }
 
@@ -88,6 +93,7 @@ void ChatView::removeFromSuperview() {
     mTapRecognizer.reset();
     webView.reset();
     mCover.reset();
+    controller.reset();
 }
 
 std::unique_ptr<WebView> ChatView::makeWebView() {

@@ -52,7 +52,7 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
     WebChatConfigurationDTO config;
     std::optional<std::string> tenantId;
     std::optional<std::string> visitorId;
-    std::shared_ptr<ChatViewController> controller = std::make_shared<ChatViewController>();
+    std::shared_ptr<ChatViewController> controller;
     // Before the web view, which is in it.
     std::unique_ptr<CoverView> mCover;
     std::unique_ptr<WebView> webView;

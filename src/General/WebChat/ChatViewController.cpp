@@ -19,6 +19,9 @@ namespace {
 constexpr std::size_t maximumDocument = 32 * 1024 * 1024;
 constexpr std::size_t maximumOfAll = 256 * 1024 * 1024;
 constexpr int maximumInWork = 4;
+// More is not what a visitor asks for; each covers the application until it is closed.
+constexpr std::size_t maximumInPeriod = 5;
+constexpr std::chrono::seconds documentsPeriod{30};
 constexpr int maximumPageMessages = 1000;
 
 /// The path of the written file; absent, with the reason on the debug output, if there is none.
@@ -95,10 +98,19 @@ void ChatViewController::store(const std::string& name, std::string payload) {
     });
 }
 
-const char* ChatViewController::refusalOf(const std::string& payload) const {
+bool ChatViewController::areTooMany() {
+    const auto now = platform::current().clock().sinceEpoch();
+    while (!mLastDocuments.empty() && now - mLastDocuments.front() > documentsPeriod)
+        mLastDocuments.pop_front();
+    if (mLastDocuments.size() >= maximumInPeriod) return true;
+    mLastDocuments.push_back(now);
+    return false;
+}
+
+const char* ChatViewController::refusalOf(const std::string& payload) {
     if (payload.size() > maximumDocument / 3 * 4) return "it is too large";
     if (mWrittenBytes > maximumOfAll) return "this chat has sent too many";
-    if (mInWork >= maximumInWork) return "too many at once";
+    if (mInWork >= maximumInWork || areTooMany()) return "too many at once";
     return nullptr;
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -28,12 +30,14 @@ class ChatViewController : public std::enable_shared_from_this<ChatViewControlle
  private:
     void handleDocument(const std::string& body, ScriptMessage::Sender sender);
     void store(const std::string& name, std::string payload);
-    [[nodiscard]] const char* refusalOf(const std::string& payload) const;
+    [[nodiscard]] const char* refusalOf(const std::string& payload);
+    [[nodiscard]] bool areTooMany();
     void show(const std::string& path);
 
     std::unique_ptr<DocumentPreview> documentPreviewController;
     std::string mDocumentUrl;
     std::size_t mWrittenBytes = 0;
+    std::deque<std::chrono::milliseconds> mLastDocuments;
     int mInWork = 0;
     int mPageMessages = 0;
 };

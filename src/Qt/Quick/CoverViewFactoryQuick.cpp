@@ -1,16 +1,18 @@
 #include "Qt/Quick/CoverViewFactoryQuick.h"
 
 #include <QtQuick/QQuickItem>
+#include <utility>
 
 #include "Qt/Quick/CoverViewQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 
 namespace merovanta::quick {
 
-std::unique_ptr<CoverView> CoverViewFactoryQuick::create(const View& parent, const std::string& className) {
+std::unique_ptr<CoverView> CoverViewFactoryQuick::create(const View& parent, const std::string& className,
+                                                         std::function<void()> dismissed) {
     QQuickItem* const item = ViewQuick::itemOf(parent);
     if (item == nullptr || item->window() == nullptr) return nullptr;
-    auto cover = std::make_unique<CoverViewQuick>();
+    auto cover = std::make_unique<CoverViewQuick>(std::move(dismissed));
     if (!cover->lay(*item, QString::fromStdString(className))) return nullptr;
     return cover;
 }

@@ -6,8 +6,8 @@ namespace merovanta::quick {
 
 class CoverViewFactoryQuick final : public CoverViewFactory {
  public:
-    [[nodiscard]] std::unique_ptr<CoverView> create(const View& parent,
-                                                    const std::string& className) override;
+    [[nodiscard]] std::unique_ptr<CoverView> create(const View& parent, const std::string& className,
+                                                    std::function<void()> dismissed) override;
 };
 
 }  // namespace merovanta::quick

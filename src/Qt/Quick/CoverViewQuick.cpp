@@ -5,6 +5,8 @@
 // The public interface has no way to keep the tab key inside of an item.
 #include <private/qquickitem_p.h>
 
+#include <utility>
+
 #include "Qt/Quick/FrontLayerQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
@@ -17,7 +19,15 @@ namespace {
 // In front of the widget, behind the agent's drawings.
 constexpr double zOfCovers = zBehindPopups + 0.25;
 
+bool isInPopup(const QQuickItem* item) {
+    while (item != nullptr && !item->inherits("QQuickOverlay"))
+        item = item->parentItem();
+    return item != nullptr;
+}
+
 }  // namespace
+
+CoverViewQuick::CoverViewQuick(std::function<void()> dismissed) : mDismissed(std::move(dismissed)) {}
 
 CoverViewQuick::~CoverViewQuick() {
     const bool hadFocus = mItem && mItem->hasActiveFocus();
@@ -37,7 +47,22 @@ bool CoverViewQuick::lay(QQuickItem& parent, const QString& className) {
     mFocus = parent.window()->activeFocusItem();
     putInFront(*mItem, parent, zOfCovers);
     mItem->forceActiveFocus(Qt::OtherFocusReason);
+    // A popup that closes gives the focus to the screen behind.
+    connect(parent.window(), &QQuickWindow::activeFocusItemChanged, this, &CoverViewQuick::holdFocus,
+            Qt::QueuedConnection);
+    connect(mItem, SIGNAL(dismissed()), this, SLOT(dismissed()), Qt::QueuedConnection);
     return true;
+}
+
+void CoverViewQuick::holdFocus() {
+    const QQuickItem* const focus = mItem && mItem->window() ? mItem->window()->activeFocusItem() : nullptr;
+    const bool isElsewhere = focus != nullptr && focus != mItem && !mItem->isAncestorOf(focus);
+    if (isElsewhere && !isInPopup(focus)) mItem->forceActiveFocus(Qt::OtherFocusReason);
+}
+
+// Works on a copy: it may destroy this object.
+void CoverViewQuick::dismissed() {
+    if (const auto action = mDismissed) action();
 }
 
 std::shared_ptr<View> CoverViewQuick::view() const {

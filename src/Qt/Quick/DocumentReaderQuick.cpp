@@ -24,15 +24,15 @@ constexpr qsizetype maximumLines = 20'000;
 /// Longer ones are broken, for a line is laid out as a whole.
 constexpr qsizetype maximumLine = 500;
 
-/// The size of this width and shape, made smaller if it is too large.
-QSize boundedSize(int width, const QSizeF& shape) {
-    const double ratio = shape.height() / shape.width();
-    const double bounded = std::min<double>(width, std::sqrt(maximumImage / ratio));
-    return QSizeF(bounded, bounded * ratio).toSize().expandedTo({1, 1});
-}
-
 double shownRatio(const QSizeF& shape) {
     return std::clamp(shape.height() / shape.width(), 0.02, 50.0);
+}
+
+/// The size of this width and shape, made smaller if it is too large.
+QSize boundedSize(int width, const QSizeF& shape) {
+    const double ratio = shownRatio(shape);
+    const double bounded = std::min<double>(width, std::sqrt(maximumImage / ratio));
+    return QSizeF(bounded, bounded * ratio).toSize().expandedTo({1, 1});
 }
 
 /// By what is in the file, for names are often wrong. Empty for what is no picture made of pixels.

@@ -2,13 +2,16 @@
 
 #include <QtQuick/QQuickItem>
 
+#include "Qt/Quick/AlertQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
 #include "Qt/Quick/PopupsQuick.h"
 
 namespace merovanta::quick {
 
 void putInFront(QQuickItem& item, QQuickItem& parent, double z) {
-    const QObject* const popup = topmostModalPopup(*parent.window());
+    const QObject* popup = topmostModalPopup(*parent.window());
+    // The library's own questions come first.
+    if (popup != nullptr && AlertQuick::isAlert(*popup)) popup = nullptr;
     // All that shows of a popup, whose class is not known here.
     auto* const popupItem = popup == nullptr ? nullptr : popup->property("contentItem").value<QQuickItem*>();
     item.setZ(popupItem == nullptr ? z : zInFrontOfAll(parent));
@@ -19,6 +22,10 @@ void putInFront(QQuickItem& item, QQuickItem& parent, double z) {
         if (!popupItem->isVisible()) goBehindPopups();
     });
     QObject::connect(popupItem, &QObject::destroyed, &item, goBehindPopups);
+    for (const QQuickItem* layer = popupItem->parentItem(); layer != nullptr; layer = layer->parentItem()) {
+        if (layer->inherits("QQuickOverlay"))
+            QObject::connect(layer, &QQuickItem::childrenChanged, &item, goBehindPopups);
+    }
 }
 
 }  // namespace merovanta::quick

@@ -24,6 +24,8 @@ void ScriptReceiverQuick::receive(const QString& name, bool isString, bool isScr
                                   bool isFirst, bool isLast) {
     if (!isAcceptable(name, isFirst, piece.size())) {
         mMessage = {};
+        // The next may be acceptable, for instance once the page is shown again.
+        if (!mIsInWork) QMetaObject::invokeMethod(this, &ScriptReceiverQuick::taken, Qt::QueuedConnection);
         return;
     }
     if (isFirst) {
@@ -58,7 +60,10 @@ bool ScriptReceiverQuick::isAcceptable(const QString& name, bool isFirst, qsizet
 void ScriptReceiverQuick::deliver() {
     mIsInWork = false;
     const ScriptMessage message = std::exchange(mMessage, {});
-    if (!mIsPageShown()) return;
+    if (!mIsPageShown()) {
+        emit taken();
+        return;
+    }
     const QPointer<ScriptReceiverQuick> self(this);
     const auto received = mReceived;
     received(message);

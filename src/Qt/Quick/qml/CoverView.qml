@@ -5,8 +5,14 @@ FocusScope {
     // Makes this a class of its own, known by its name.
     readonly property bool isMerovantaCover: true
 
+    signal dismissed
+
     anchors.fill: parent
-    Keys.onPressed: event => event.accepted = true
+    Keys.onPressed: event => {
+        event.accepted = true;
+        if (event.key === Qt.Key_Escape || event.key === Qt.Key_Back)
+            dismissed();
+    }
 
     HoverHandler {
         blocking: true

@@ -33,6 +33,16 @@ T.Dialog {
         }
     }
 
+    // The second tap of a double tap on the close button must not reach what is behind.
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: 400
+            easing.type: Easing.OutCubic
+        }
+    }
+
     T.Overlay.modal: Rectangle {
         color: "#8c000000"
     }
