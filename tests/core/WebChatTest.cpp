@@ -186,10 +186,12 @@ TEST_F(WebChatTest, ADocumentIsWrittenForItsOwnerAloneInsideItsDirectory) {
     EXPECT_TRUE(log.contains("\"Could not construct data from base64\""));
     EXPECT_THAT(openDocument("100%;data:,"), SizeIs(3));
     EXPECT_TRUE(std::filesystem::exists(directory + "/100%"));
-    EXPECT_THAT(openDocument("large;data:," + std::string(48 << 20, 'A')), SizeIs(3));
-    EXPECT_THAT(platform->documentPreviews().presented(), SizeIs(3));
+    EXPECT_THAT(openDocument("ten;data:," + std::string(10 << 20, 'A')), SizeIs(4));
+    EXPECT_EQ(std::filesystem::file_size(directory + "/ten"), (10 << 20) / 4 * 3);
+    EXPECT_THAT(openDocument("large;data:," + std::string(48 << 20, 'A')), SizeIs(4));
+    EXPECT_THAT(platform->documentPreviews().presented(), SizeIs(4));
     platform->fileManager().isBroken = true;
-    EXPECT_THAT(openDocument("b;data:,QQ=="), SizeIs(3));
+    EXPECT_THAT(openDocument("b;data:,QQ=="), SizeIs(4));
 }
 
 TEST_F(WebChatTest, WhatAPageSaysIsFollowedOnlyAsFarAsItMaySay) {
