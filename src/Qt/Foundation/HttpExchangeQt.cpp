@@ -114,7 +114,14 @@ std::string HttpExchangeQt::failure() const {
         return mReply->errorString().toStdString();
     }
     if (status == 0) return "The reply is not HTTP";
+    if (isCutShort()) return "Connection closed";
     return {};
+}
+
+bool HttpExchangeQt::isCutShort() const {
+    // Qt now and then takes a lost connection for the end of the body. The header is gone if Qt unpacked it.
+    const QVariant length = mReply->header(QNetworkRequest::ContentLengthHeader);
+    return length.isValid() && length.toULongLong() > mBody.size();
 }
 
 }  // namespace merovanta::qt

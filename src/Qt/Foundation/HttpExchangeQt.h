@@ -29,6 +29,7 @@ class HttpExchangeQt final : public QObject {
     [[nodiscard]] HttpResponse response() const;
     /// Why the exchange failed; empty if it did not.
     [[nodiscard]] std::string failure() const;
+    [[nodiscard]] bool isCutShort() const;
 
     HttpSession::Completion mCompletion;
     QNetworkReply* mReply = nullptr;
