@@ -38,6 +38,44 @@ QByteArray pdf(int pages) {
     return buffer.data();
 }
 
+/// A page of 200 by 400, cut out of a larger one and turned by a quarter, red on its left and empty
+/// elsewhere.
+QByteArray turnedPdf() {
+    return R"(%PDF-1.4
+1 0 obj <</Type /Catalog /Pages 2 0 R>>
+endobj
+2 0 obj <</Type /Pages /Kids [3 0 R] /Count 1>>
+endobj
+3 0 obj <</Type /Page /Parent 2 0 R /Rotate 90 /MediaBox [0 0 900 900] /CropBox [0 0 200 400] /Contents 4 0 R>>
+endobj
+4 0 obj <</Length 27>> stream
+1 0 0 rg 0 0 200 300 re f  
+endstream
+endobj
+trailer <</Root 1 0 R>>
+)";
+}
+
+/// A form that draws a form ten times, and so on: more than can ever be drawn.
+QByteArray endlessPdf() {
+    constexpr int depth = 14;
+    QByteArray bytes =
+        "%PDF-1.4\n1 0 obj <</Type /Catalog /Pages 2 0 R>>\nendobj\n"
+        "2 0 obj <</Type /Pages /Kids [3 0 R] /Count 1>>\nendobj\n"
+        "3 0 obj <</Type /Page /Parent 2 0 R /MediaBox [0 0 200 280] /Contents 4 0 R "
+        "/Resources <</XObject <</X 5 0 R>>>>>>\nendobj\n"
+        "4 0 obj <</Length 5>> stream\n/X Do\nendstream\nendobj\n";
+    const QByteArray ten = QByteArray("/X Do ").repeated(10);
+    for (int number = 5; number < 5 + depth; ++number) {
+        bytes += QByteArray::number(number) + " 0 obj <</Type /XObject /Subtype /Form /BBox [0 0 200 280] " +
+                 "/Resources <</XObject <</X " + QByteArray::number(number + 1) +
+                 " 0 R>>>> /Length 60>> stream\n" + ten + "\nendstream\nendobj\n";
+    }
+    return bytes + QByteArray::number(5 + depth) +
+           " 0 obj <</Type /XObject /Subtype /Form /BBox [0 0 200 280] " +
+           "/Length 14>> stream\n0 0 1 1 re f  \nendstream\nendobj\ntrailer <</Root 1 0 R>>\n";
+}
+
 QByteArray picture(QSize size, const char* format) {
     QImage image(size, QImage::Format_RGB32);
     image.fill(QColor("#ff0080"));
@@ -117,6 +155,9 @@ TEST(DocumentPreview, ShowsPagesPicturesAndText) {
         const QImage picture = desk.scene.window().grabWindow();
         return picture.pixelColor(picture.width() / 2, 150) == QColor("#0080ff");
     })) << "the second page";
+    desk.present("turned.pdf", turnedPdf());
+    EXPECT_TRUE(eventually([&] { return desk.item("page") && desk.item("page")->height() < 150; }));
+    EXPECT_TRUE(desk.showsColour("#ff0000"));
     desk.present("b.jpg", picture({2000, 1000}, "png"));
     EXPECT_TRUE(eventually([&] { return desk.item("page") && desk.item("page")->height() < 150; }));
     desk.present("page.html", "<h1>Text</h1>\r\n<script>alert()</script>");
@@ -163,6 +204,10 @@ TEST(DocumentPreview, RunsNothingAndSurvivesEverything) {
         EXPECT_TRUE(desk.shows(file.shown, file.text));
         EXPECT_TRUE(desk.opened.empty());
     }
+    desk.present("endless.pdf", endlessPdf());
+    EXPECT_TRUE(eventually([&] { return desk.item("page") != nullptr; }));
+    desk.present("next.txt", "Next");
+    EXPECT_TRUE(desk.shows("line", "Next")) << "what cannot be drawn keeps nothing waiting";
     const QByteArray zip = "PK\x03\x04";
     desk.present("letter.docx", zip);
     EXPECT_TRUE(eventually([&] { return !desk.opened.empty(); }));

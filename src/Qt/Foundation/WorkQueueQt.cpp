@@ -6,8 +6,6 @@ namespace merovanta::qt {
 
 namespace {
 
-constexpr int longestWait = 5000;
-
 std::unique_ptr<QThreadPool> singleThread() {
     auto pool = std::make_unique<QThreadPool>();
     pool->setMaxThreadCount(1);
@@ -41,8 +39,7 @@ void WorkQueueQt::applicationEnding() {
         pool = std::move(mPool);
     }
     pool->clear();
-    // A task that hangs, over a document made for it, must not keep the process from ending.
-    if (!pool->waitForDone(longestWait)) static_cast<void>(pool.release());
+    pool->waitForDone();
 }
 
 }  // namespace merovanta::qt

@@ -88,6 +88,7 @@ void DocumentPreviewQuick::show(const DocumentReaderQuick::Content& content) {
 }
 
 void DocumentPreviewQuick::close() {
+    if (mReader) mReader->cancel();
     mReader = nullptr;
     if (mDialog) {
         disconnect(mDialog, nullptr, this, nullptr);

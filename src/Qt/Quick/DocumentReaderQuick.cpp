@@ -5,8 +5,6 @@
 #include <QtCore/QMimeType>
 #include <QtCore/QStringDecoder>
 #include <QtGui/QImageReader>
-#include <QtGui/QPainter>
-#include <QtPdf/QPdfDocument>
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -15,7 +13,6 @@ namespace merovanta::quick {
 
 namespace {
 
-constexpr int maximumPages = 500;
 constexpr qint64 maximumPicture = 40'000'000;
 /// In pixels, of what is drawn.
 constexpr double maximumImage = 8'000'000;
@@ -77,8 +74,6 @@ void appendBroken(QStringView line, QStringList& lines) {
 
 DocumentReaderQuick::DocumentReaderQuick(QString path) : mPath(std::move(path)) {}
 
-DocumentReaderQuick::~DocumentReaderQuick() = default;
-
 DocumentReaderQuick::Content DocumentReaderQuick::read(qt::DocumentType type) {
     switch (type) {
         case qt::DocumentType::pdf:
@@ -98,12 +93,12 @@ QImage DocumentReaderQuick::image(int page, int width) const {
 }
 
 DocumentReaderQuick::Content DocumentReaderQuick::readPdf() {
-    mPdf = std::make_unique<QPdfDocument>();
-    if (mPdf->load(mPath) != QPdfDocument::Error::None) return {};
-    Content content{.isCut = mPdf->pageCount() > maximumPages};
-    const int count = std::min(mPdf->pageCount(), maximumPages);
-    for (int page = 0; page < count; ++page) {
-        const QSizeF size = mPdf->pagePointSize(page);
+    auto pdf = std::make_unique<PdfQuick>(mPath, mIsCancelled);
+    if (!pdf->load()) return {};
+    mPdf = std::move(pdf);
+    Content content{.isCut = mPdf->isCut()};
+    for (int page = 0; page < mPdf->pageCount(); ++page) {
+        const QSizeF size = mPdf->pageSize(page);
         content.pages.append(size.isEmpty() ? std::sqrt(2.0) : shownRatio(size));
     }
     return content;
@@ -134,15 +129,9 @@ DocumentReaderQuick::Content DocumentReaderQuick::readText() const {
 }
 
 QImage DocumentReaderQuick::pageImage(int page, int width) const {
-    const QSizeF size = mPdf->pagePointSize(page);
-    if (size.isEmpty()) return {};
-    const QImage drawn = mPdf->render(page, boundedSize(width, size));
-    if (drawn.isNull()) return {};
-    // What the document leaves empty is paper.
-    QImage paper(drawn.size(), QImage::Format_RGB32);
-    paper.fill(Qt::white);
-    QPainter(&paper).drawImage(0, 0, drawn);
-    return paper;
+    if (page < 0 || page >= mPdf->pageCount()) return {};
+    const QSizeF size = mPdf->pageSize(page);
+    return size.isEmpty() ? QImage() : mPdf->image(page, boundedSize(width, size));
 }
 
 QImage DocumentReaderQuick::pictureImage(int width) const {

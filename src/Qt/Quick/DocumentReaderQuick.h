@@ -5,11 +5,11 @@
 #include <QtCore/QStringList>
 #include <QtCore/QVariantList>
 #include <QtGui/QImage>
+#include <atomic>
 #include <memory>
 
 #include "Qt/Foundation/DocumentTypeQt.h"
-
-class QPdfDocument;
+#include "Qt/Quick/PdfQuick.h"
 
 namespace merovanta::quick {
 
@@ -30,7 +30,10 @@ class DocumentReaderQuick {
     explicit DocumentReaderQuick(QString path);
     DocumentReaderQuick(const DocumentReaderQuick&) = delete;
     DocumentReaderQuick& operator=(const DocumentReaderQuick&) = delete;
-    ~DocumentReaderQuick();
+    ~DocumentReaderQuick() = default;
+
+    /// Ends what is under way and what will be asked: it gives nothing. Any thread.
+    void cancel() { mIsCancelled = true; }
 
     [[nodiscard]] qt::DocumentType type() const { return qt::documentTypeOf(mPath); }
 
@@ -48,7 +51,8 @@ class DocumentReaderQuick {
     [[nodiscard]] QImage pictureImage(int width) const;
 
     const QString mPath;
-    std::unique_ptr<QPdfDocument> mPdf;
+    std::atomic<bool> mIsCancelled = false;
+    std::unique_ptr<PdfQuick> mPdf;
 };
 
 }  // namespace merovanta::quick
