@@ -63,6 +63,7 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
         {"start", [&window](auto&) { QMetaObject::invokeMethod(&window, "startSharing"); }},
         {"stop", [&window](auto&) { QMetaObject::invokeMethod(&window, "stopSharing"); }},
         {"identify", [&window](auto&) { QMetaObject::invokeMethod(&window, "identify"); }},
+        {"signOut", [&window](auto&) { QMetaObject::invokeMethod(&window, "signOut"); }},
         {"hide", [&window](auto&) { window.hide(); }},
         {"show",
          [&window](auto&) {

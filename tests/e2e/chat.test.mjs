@@ -104,7 +104,7 @@ test('an open chat goes on as the visitor who is identified', async () => {
   await agent.page.locator('#card [data-field="email"]').filter({ hasText: '@' }).waitFor();
   await eventually('the chat being open', () => agent.chatIsOpen());
   assert.equal(await agent.message('My card is lost').count(), 0);
-  app.say(`tapAt 195 20`);
+  app.say('tapAt 195 20');
   await eventually('the chat being closed', async () => !await agent.chatIsOpen());
 });
 
@@ -112,6 +112,19 @@ test('the widget opens the chat', async () => {
   await app.tap('getHelp');
   await opens(() => app.tap('chatButton'));
   await eventually('the chat being open', () => agent.chatIsOpen());
+  app.say('tapAt 195 20');
+  await eventually('the chat being closed', async () => !await agent.chatIsOpen());
+});
+
+test('after signing out the chat is somebody else\'s', async () => {
+  app.say('signOut');
+  await eventually('the account being gone', async () => await app.where('tabProfile') === null);
+  await app.tap('demoButton');
+  await app.tap('tabProfile');
+  await opens(() => app.tap('openChat'));
+  const visitors = service.out.map((line) => line.match(/^GET \/api\/in\/wc\/ws.*vId=(\S+) /)?.[1]).filter(Boolean);
+  assert.match(visitors.at(-1), /^[0-9a-f]{32}$/);
+  assert.ok(!visitors.slice(0, -1).includes(visitors.at(-1)));
   assert.deepEqual(app.problems(), []);
   assert.deepEqual(agent.problems, []);
 });

@@ -30,6 +30,11 @@ ApplicationWindow {
         shareSession.identify();
     }
 
+    function signOut(): void {
+        shareSession.forget();
+        stack.replace(loginPage);
+    }
+
     function sharingEnded(): void {
         shareSession.ended();
     }
@@ -110,10 +115,7 @@ ApplicationWindow {
                 shareSession.note("transfer sent");
                 stack.push(transferDonePage, { recipient: recipient, amount: amount });
             }
-            onSignedOut: {
-                shareSession.forget();
-                stack.replace(loginPage);
-            }
+            onSignedOut: signOut()
         }
     }
 

@@ -11,7 +11,8 @@ Item {
     property bool watched: false
     property bool failed: false
     property string code: ""
-    property bool identified: false
+    // Whether the visitor is identified or asked for help: there is something to forget.
+    property bool known: false
 
     function start(): void {
         failed = false;
@@ -35,16 +36,18 @@ Item {
 
     // The library shows the rest: a widget with the code, or with what went wrong.
     function getHelp(): void {
+        known = true;
         Merovanta.coBrowsing.start();
     }
 
     function openChat(): void {
+        known = true;
         Merovanta.webChat.open("support");
     }
 
     // A session that runs goes on as another one, with another code.
     function identify(): void {
-        identified = true;
+        known = true;
         Merovanta.user.tag({
             id: Ledger.customerId,
             firstname: Ledger.firstName,
@@ -58,11 +61,11 @@ Item {
     }
 
     // Ends the session as well: the next customer at this device is somebody else. The demonstration account is
-    // nobody's, so there is nothing to forget.
+    // nobody's: with it, there is nothing to forget but a chat or a request for help.
     function forget(): void {
-        if (!identified)
+        if (!known)
             return;
-        identified = false;
+        known = false;
         Merovanta.user.clear();
         ended();
     }
