@@ -15,6 +15,7 @@ std::string run(const char* script, bool isCancelled = false) {
 
 TEST(LimitedProcess, HasLimitsAndGivesNothingBeyondThem) {
     EXPECT_EQ(run("ulimit -v; ulimit -t; ulimit -c; echo no >&2"), "1048576\n10\n0\n");
+    EXPECT_EQ(run("echo early; sleep 0.1; echo late"), "early\nlate\n");
     EXPECT_EQ(run("echo partly; exit 1"), "");
     EXPECT_EQ(run("echo partly; kill -9 $$"), "");
     EXPECT_EQ(run("while :; do echo endless; done"), "");

@@ -42,6 +42,7 @@ QByteArray LimitedProcessQt::run(const QString& program, const QStringList& argu
     process.setChildProcessModifier(&limitResources);
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(program, arguments, QProcess::ReadOnly);
+    if (!process.waitForStarted()) return {};
     const QDeadlineTimer deadline(std::chrono::seconds{maximumSeconds});
     QByteArray output;
     while (process.state() != QProcess::NotRunning) {
@@ -53,8 +54,7 @@ QByteArray LimitedProcessQt::run(const QString& program, const QStringList& argu
             return {};
         }
     }
-    const bool isDone = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 &&
-                        process.error() == QProcess::UnknownError;
+    const bool isDone = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     return isDone ? output : QByteArray();
 }
 

@@ -10,7 +10,7 @@
 namespace merovanta::quick {
 
 /// A PDF, read and drawn by Poppler's programs: in processes of their own, for a document can be made to
-/// exhaust or take over what draws it. Thread: any one at a time that may wait.
+/// exhaust or crash what draws it. Thread: any one at a time that may wait.
 class PdfQuick {
  public:
     static constexpr int maximumPages = 500;
