@@ -164,6 +164,8 @@ TEST_F(WebSocketSenderTest, TextsAreTheAgentsMessagesIfTheyAreObjects) {
     peer().sendText("[1, \"a\"]");
     expectError(source + R"(Cannot convert to dict: [1,"a"])");
     peer().sendText(std::string(1'000'000, '[') + std::string(1'000'000, ']'));
+    expectError(source + "Cannot parse JSON of WebSocket response: too deep");
+    peer().sendText("[" + std::string(1'999'998, ' ') + "]");
     expectError(source + "Cannot convert to dict: a value of 2000000 bytes");
     peer().sendData("{}");
     expectError(source + "Received unexpected binary data");

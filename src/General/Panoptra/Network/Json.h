@@ -9,7 +9,13 @@
 
 namespace merovanta {
 
-/// Parses a text from outside; absent if it is not JSON.
+constexpr int maximumJsonDepth = 64;
+
+/// Whether lists and objects lie in each other deeper than that: a level takes many times its bytes in
+/// memory.
+[[nodiscard]] bool isNestedTooDeeply(std::string_view text);
+
+/// Parses a text from outside; absent if it is not JSON, or nested too deeply.
 [[nodiscard]] std::optional<nlohmann::json> parseJson(std::string_view text);
 
 /// Adds a field to a record; an absent value is left out.

@@ -5,6 +5,7 @@
 #include "General/ConstantUtils.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Util/Url.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
@@ -153,6 +154,10 @@ void WebSocketMessageSender::didReceiveText(std::string text) {
 WebSocketMessageSender::Incoming WebSocketMessageSender::read(const std::string& text,
                                                               const BidirectionalMessageParser& parser) {
     Incoming incoming{.size = text.size()};
+    if (isNestedTooDeeply(text)) {
+        incoming.error = "Cannot parse JSON of WebSocket response: too deep";
+        return incoming;
+    }
     try {
         const auto json = nlohmann::json::parse(text);
         if (json.is_object()) {
