@@ -151,7 +151,10 @@ TEST_F(AgentTest, AllPartsOfAMessageAreFollowedInOrder) {
     advance(1s);
     EXPECT_THAT(events, ElementsAre("click", "stop"));
     EXPECT_EQ(drawings(), 1);
-    EXPECT_THAT(platform->alerts().presented, SizeIs(1));
+    ASSERT_THAT(platform->alerts().presented, SizeIs(1));
+    platform->alerts().answer(true);
+    advance(0s);
+    EXPECT_EQ(config().panoptraConfig->optIn, true);
     // The session was closed, then started anew by force.
     const auto inits = service.requests("POST", "api/in/im/c");
     ASSERT_THAT(inits, SizeIs(2));
@@ -201,6 +204,14 @@ TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
     platform->alerts().answer(true);
     advance(1s);
     EXPECT_EQ(config().panoptraConfig->optIn, false);
+    say({{"co", {{"opt", true}}}});
+    platform->app.resignActive();
+    advance(6s);
+    platform->app.becomeActive();
+    advance(1s);
+    platform->alerts().answer(true);
+    advance(0s);
+    EXPECT_EQ(config().panoptraConfig->optIn, true) << "back from the background it is the same session";
 }
 
 TEST_F(AgentTest, WhatIsPackedBesideThePixelsIsNotUnpacked) {

@@ -295,6 +295,7 @@ void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
     assertMainThread();
     if (reply && reply.value() && !reply.value()->ignoreIp) {
         storeReply(*reply.value());
+        if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->refresh();
         reconnect(opening, pageName);
         return;
     }

@@ -20,7 +20,6 @@ void ConsentDialog::ask() {
     assertMainThread();
     if (mIsAsking) return;
     mIsAsking = true;
-    mAsked = applicationConfig->config.visitConfig.value_or(VisitConfig());
     uiStrings->load(applicationConfig->config.tenantId.value_or(""),
                     [weak = weak_from_this()](const std::optional<StringError>& error) {
                         if (error) Log::warning("Cannot load texts: " + error->errorDescription());
@@ -31,6 +30,7 @@ void ConsentDialog::ask() {
 }
 
 void ConsentDialog::present() {
+    mAsked = share();
     const auto title = uiStrings->text("ui.mobile.confirm.title");
     const auto accept = uiStrings->text("ui.confirm.accept");
     const auto decline = uiStrings->text("ui.confirm.decline");
@@ -56,11 +56,15 @@ void ConsentDialog::finish() {
     mAlert.reset();
 }
 
+ConsentDialog::Share ConsentDialog::share() const {
+    const ApplicationConfig& config = applicationConfig->config;
+    return {config.panoptraConfig ? config.panoptraConfig->shareId : std::nullopt,
+            config.visitConfig ? config.visitConfig->visitorId : std::nullopt};
+}
+
 bool ConsentDialog::isStillAsked() const {
     const auto panoptra = Injection::resolve<Panoptra>();
-    const VisitConfig visit = applicationConfig->config.visitConfig.value_or(VisitConfig());
-    return panoptra && panoptra->isRunning() && visit.sessionId == mAsked.sessionId &&
-           visit.visitorId == mAsked.visitorId;
+    return panoptra && panoptra->isRunning() && share() == mAsked;
 }
 
 void ConsentDialog::answered(bool accepted) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/UIStrings.h"
@@ -19,15 +21,24 @@ class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
     void ask();
 
  private:
+    /// What is shared, and by whom. A session keeps its share code when it returns from the background.
+    struct Share {
+        std::optional<std::string> code;
+        std::optional<std::string> visitorId;
+
+        bool operator==(const Share&) const = default;
+    };
+
     void present();
     void answered(bool accepted);
     void finish();
+    [[nodiscard]] Share share() const;
     [[nodiscard]] bool isStillAsked() const;
 
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
     std::shared_ptr<UIStrings> uiStrings;
     bool mIsAsking = false;
-    VisitConfig mAsked;
+    Share mAsked;
     std::unique_ptr<Alert> mAlert;
 };
 
