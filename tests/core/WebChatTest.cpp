@@ -77,7 +77,7 @@ TEST_F(WebChatTest, OpensThePageOnceUnderTheVisitorsId) {
 }
 
 TEST_F(WebChatTest, AConfigurationThatLacksWhatItShouldHoldOpensNothing) {
-    configuration = HttpSessionInMemory::reply(200, R"({"params":null})");
+    configuration = HttpSessionInMemory::reply(200, "{}");
     open();
     EXPECT_TRUE(isOpen());
     EXPECT_THAT(page().loaded, IsEmpty());

@@ -133,6 +133,8 @@ TEST(WebView, DownloadsWhatAPageLinksTo) {
         {{"A", 200, named + ";\r\n"},
          {"jsError Could not determine filename from content-disposition nor content-type"}},
         {{"A"}, {"jsError content-disposition header missing, url: " + url}},
+        {{QByteArray(merovanta::maximumDocumentBytes + 1, 'x'), 200, named + "x\r\n"},
+         {"jsError res.blob() threw, error: "}},
         {{"A", 404}, {"jsError Response status was not ok, status: 404, url: " + url}},
     };
     for (const auto& [page, messages] : downloads) {

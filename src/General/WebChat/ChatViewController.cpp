@@ -9,6 +9,7 @@
 #include "General/Panoptra/Util/Base64.h"
 #include "General/Panoptra/Util/FileUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
+#include "General/WebChat/DownloadScript.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -16,7 +17,6 @@ namespace merovanta {
 namespace {
 
 // More is no document of a chat, and would fill the visitor's disk.
-constexpr std::size_t maximumDocument = 32 * 1024 * 1024;
 constexpr std::size_t maximumOfAll = 256 * 1024 * 1024;
 constexpr int maximumInWork = 4;
 // More is not what a visitor asks for; each covers the application until it is closed.
@@ -108,7 +108,7 @@ bool ChatViewController::areTooMany() {
 }
 
 const char* ChatViewController::refusalOf(const std::string& payload) {
-    if (payload.size() > maximumDocument / 3 * 4) return "it is too large";
+    if (payload.size() > maximumDocumentBytes / 3 * 4) return "it is too large";
     if (mWrittenBytes > maximumOfAll) return "this chat has sent too many";
     if (mInWork >= maximumInWork || areTooMany()) return "too many at once";
     return nullptr;

@@ -7,11 +7,12 @@ namespace merovanta {
 namespace {
 
 constexpr std::string_view beforeUrl = "    (async function download() {\n        const url = '";
+constexpr std::string_view afterUrl = "';\n        const mostBytes = ";
 
 // A document that has neither a name nor a type that gives it one is refused: the names in the last template
 // are unknown, so that building it ends the download. Engines differ in the data URL of an empty document,
 // and have none for one that is too long for a text.
-constexpr std::string_view afterUrl = R"js(';
+constexpr std::string_view steps = R"js(
         const handlers = window.webkit.messageHandlers;
         const fail = text => handlers.jsError.postMessage(text);
         try {
@@ -50,9 +51,20 @@ constexpr std::string_view afterUrl = R"js(';
                 fail(`Could not determine filename from content-disposition nor content-type, content-dispositon: ${contentDispositon}, content-type: ${contentType}, url: ${url}`);
                 return;
             }
+            const bounded = ({ body, headers }) => {
+                let left = mostBytes;
+                const transform = (chunk, controller) => {
+                    left -= chunk.byteLength;
+                    if (left < 0) throw new RangeError('The document is too large');
+                    controller.enqueue(chunk);
+                };
+                const type = (headers.get('content-type') || '').split(';')[0];
+                return new Response(body && body.pipeThrough(new TransformStream({ transform })),
+                    { headers: type ? { 'content-type': type } : {} });
+            };
             let blob;
             try {
-                blob = await res.blob();
+                blob = await bounded(res).blob();
             } catch (err) {
                 fail(`res.blob() threw, error: ${err}, url: ${url}`);
                 return;
@@ -94,7 +106,9 @@ std::string quotable(std::string_view url) {
 }  // namespace
 
 std::string downloadScript(std::string_view url) {
-    return std::string(beforeUrl).append(quotable(url)).append(afterUrl);
+    std::string script(beforeUrl);
+    script.append(quotable(url)).append(afterUrl).append(std::to_string(maximumDocumentBytes));
+    return script.append(";").append(steps);
 }
 
 }  // namespace merovanta

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace merovanta {
+
+/// Of one document.
+constexpr std::size_t maximumDocumentBytes = std::size_t{32} * 1024 * 1024;
 
 /// The script that fetches a document in the chat page's name, and hands it over as a message to
 /// "openDocument", or says in one to "jsError" why it could not.
