@@ -9,12 +9,13 @@ export class AgentActions {
   constructor(channel) {
     for (const [id, known] of Object.entries(BUTTONS)) byId(id).addEventListener('click', () => channel.send(known));
     byId('close').addEventListener('click', async () => {
+      const { visitor } = channel;
       const sure = await confirm({
         title: 'Close the session?',
         text: 'The visitor\u2019s app stops sharing its screen. It can be invited again afterwards.',
         action: 'Close session',
       });
-      if (sure) channel.send(CLOSE);
+      if (sure) channel.send(CLOSE, { visitor });
     });
   }
 

@@ -1,4 +1,4 @@
-/** Sends the agent's messages to the visitor that is selected when they are given, one after the other. */
+/** Sends the agent's messages to one visitor, the selected one unless another is named, one after the other. */
 export class AgentChannel {
   #selected;
   #say;
@@ -10,9 +10,13 @@ export class AgentChannel {
     this.#say = say;
   }
 
+  get visitor() {
+    return this.#selected();
+  }
+
   /** Resolves to whether the service took the message; `quietly` leaves success to what it shows elsewhere. */
-  send({ message, label }, quietly = false) {
-    const visitor = this.#selected();
+  send({ message, label }, { quietly = false, visitor = this.visitor } = {}) {
+    if (!visitor) return Promise.resolve(false);
     const sent = this.#last.then(async () => {
       const problem = await post(visitor.id, message);
       const when = visitor.transport === 'websocket' ? 'sent' : 'goes out with the next reply';

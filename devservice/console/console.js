@@ -18,6 +18,7 @@ import { SessionHead } from './sessionHead.js';
 import { SettingsPanel } from './settingsPanel.js';
 import { TimelineView } from './timelineView.js';
 import { VisitorList } from './visitorList.js';
+import { visitorState } from './visitorState.js';
 
 const REFRESH_MS = 500;
 const TOAST_MS = 3500;
@@ -171,10 +172,10 @@ function takeInvited() {
   return session ?? undefined;
 }
 
-/** The session of a present visitor, if it has one that goes on. */
+/** The last session of a present visitor that goes on. One that ended without a word is silent. */
 function sessionOf({ tenantId, visitorId }) {
-  return [...visitors.values()].find((visitor) => visitor.state !== 'ended'
-    && visitor.tenantId === tenantId && visitor.visitorId === visitorId);
+  return [...visitors.values()].findLast((visitor) => visitor.tenantId === tenantId && visitor.visitorId === visitorId
+    && !['ended', 'silent'].includes(visitorState(visitor, now()).key));
 }
 
 /** Opens the visitor with this share code; returns what is wrong, if anything. */

@@ -4,11 +4,15 @@ import { PictureTools } from './pictureTools.js';
 import { devicePixel, deviceSize } from './screenGeometry.js';
 import { Sketch } from './sketch.js';
 
+// Strokes that follow each other closely go out as one drawing: the app bounds how many it shows at a time.
+const SEND_AFTER_MS = 500;
+
 /** Turns what the agent does on the picture into taps and drawings in the visitor's app. */
 export class PictureControl {
   #phone;
   #channel;
   #size = null;
+  #sending;
   #sketch = new Sketch();
   #tools = new PictureTools({
     onMode: () => this.#refresh(),
@@ -19,10 +23,10 @@ export class PictureControl {
   #surface = new PictureSurface({
     onTap: (place) => this.#tap(place),
     onCrosshair: (place) => this.#tools.crosshair(place && devicePixel(place, this.#size)),
-    onStroke: (place) => this.#sketch.begin(place, this.#tools.pen),
+    onStroke: (place) => this.#begin(place),
     onStrokeMove: (places) => this.#sketch.extend(places),
     onStrokeEnd: () => this.#strokeEnded(),
-    onStrokeCancel: () => this.#sketch.abandon(),
+    onStrokeCancel: () => this.#abandon(),
     onUndo: () => this.#undo(),
   });
 
@@ -41,6 +45,7 @@ export class PictureControl {
 
   /** Forgets what is drawn, for another visitor. */
   clear() {
+    clearTimeout(this.#sending);
     this.#sketch.clear();
     this.#refresh();
   }
@@ -53,13 +58,28 @@ export class PictureControl {
   #tap(place) {
     const pixel = devicePixel(place, this.#size);
     this.#phone.mark(place, 'tap-agent');
-    this.#channel.send(messages.tap(pixel), true);
+    this.#channel.send(messages.tap(pixel), { quietly: true });
+  }
+
+  #begin(place) {
+    clearTimeout(this.#sending);
+    this.#sketch.begin(place, this.#tools.pen);
   }
 
   #strokeEnded() {
     if (!this.#sketch.finish()) return;
-    if (this.#tools.sendsOnRelease) this.#send();
+    this.#sendSoon();
     this.#refresh();
+  }
+
+  #abandon() {
+    this.#sketch.abandon();
+    this.#sendSoon();
+  }
+
+  #sendSoon() {
+    clearTimeout(this.#sending);
+    if (this.#tools.sendsOnRelease) this.#sending = setTimeout(() => this.#send(), SEND_AFTER_MS);
   }
 
   #undo() {
@@ -68,8 +88,9 @@ export class PictureControl {
   }
 
   async #send() {
+    if (this.#sketch.strokes === 0) return;
     const url = this.#sketch.toPng();
     this.clear();
-    await this.#channel.send(messages.drawing(url), true);
+    await this.#channel.send(messages.drawing(url), { quietly: true });
   }
 }

@@ -1,7 +1,7 @@
 import { byId } from './dom.js';
 
-// Chromium draws and encodes this much without trouble; larger screens get a drawing that the app scales up.
-const MOST_PIXELS = 32e6;
+// The app takes 10 million pixels; larger screens get a drawing that the app scales up.
+const MOST_PIXELS = 9.9e6;
 
 /** The drawing over the picture, kept as strokes. Places are fractions of the screen. */
 export class Sketch {
