@@ -28,6 +28,7 @@ class MEROVANTA_EXPORT MerovantaUser {
     void tag(const ActiveUser& user, std::function<void(bool)> callback);
 
     /// Forgets who the visitor is, ends a running session and makes the next anonymous visitor a new one.
+    /// An open chat stays as it is until it is closed or somebody is tagged.
     void clear();
 
  private:

@@ -113,7 +113,13 @@ TEST_F(ConfigurationTest, WithoutAPlatformEveryCallSaysSoAndDoesNothing) {
     expectError("[ERROR] Merovanta: Cannot find instance of Application Config");
     expectError("[ERROR] MerovantaPanoptra: Cannot find instance of Panoptra", 5);
     expectError("[ERROR] MerovantaPanoptra: Cannot find instance of ApplicationConfigWrapper");
+    expectError("[ERROR] MerovantaUser: Cannot find instance of User", 3);
+    expectError("[ERROR] MerovantaWebChat: Cannot find instance of WebChat");
     Merovanta::initConfig("tenant", "token");
+    Merovanta::user().tag({});
+    Merovanta::user().tag({}, [](bool) { FAIL(); });
+    Merovanta::user().clear();
+    Merovanta::webChat().open("support");
     Merovanta::panoptra().start();
     Merovanta::panoptra().start("tenant", "token");
     Merovanta::panoptra().stop();

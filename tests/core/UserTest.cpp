@@ -42,6 +42,7 @@ TEST_F(UserTest, ATagNamesTheVisitorAndAnUnnamedOneIsNew) {
     const VisitConfig after = *config().visitConfig;
     EXPECT_NE(after.sessionId, before.sessionId);
     EXPECT_NE(after.visitId, before.visitId);
+    EXPECT_NE(after.visitorId, "4711");
     EXPECT_TRUE(tags()[1].url.ends_with("byVisitor/" + *after.visitorId + "?tId=tenant"));
     tag({.id = ".."});
     EXPECT_TRUE(tags()[2].url.ends_with("byVisitor/%2E%2E?tId=tenant"));

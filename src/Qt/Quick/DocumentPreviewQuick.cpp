@@ -68,7 +68,7 @@ void DocumentPreviewQuick::open() {
     mEngine = qmlEngine(mDialog);
     mImages = QStringLiteral("merovanta-") + QUuid::createUuid().toString(QUuid::Id128);
     mEngine->addImageProvider(mImages, new DocumentImagesQuick(mReader, mQueue));
-    connect(mDialog, SIGNAL(closed()), this, SLOT(close()), Qt::QueuedConnection);
+    connect(mDialog, SIGNAL(closed()), this, SLOT(closed()));
     connect(mWindow, &QWindow::visibleChanged, mDialog, [dialog = mDialog.data()](bool isVisible) {
         if (!isVisible) QMetaObject::invokeMethod(dialog, "close");
     });
@@ -85,6 +85,13 @@ void DocumentPreviewQuick::show(const DocumentReaderQuick::Content& content) {
                      content.lines.isEmpty() ? nullptr : new QStringListModel(content.lines, mDialog)));
     mDialog->setProperty("isCut", content.isCut);
     mDialog->setProperty("isLoaded", true);
+}
+
+void DocumentPreviewQuick::closed() {
+    // Not within the dialog's own signal, and not another document's by then.
+    platform::current().mainQueue().async([self = QPointer(this), reader = mReader] {
+        if (self && self->mReader == reader) self->close();
+    });
 }
 
 void DocumentPreviewQuick::close() {

@@ -25,7 +25,7 @@ class DocumentPreviewQuick final : public QObject, public DocumentPreview {
     void present(const ViewController& over, const std::string& path) override;
 
  private Q_SLOTS:
-    void close();
+    void closed();
 
  private:
     using Reader = std::shared_ptr<DocumentReaderQuick>;
@@ -35,6 +35,7 @@ class DocumentPreviewQuick final : public QObject, public DocumentPreview {
     void inBackground(Work work, Take take);
     void handle(qt::DocumentType type);
     void open();
+    void close();
     void show(const DocumentReaderQuick::Content& content);
 
     const DocumentPreviewFactoryQuick::Opener mOpener;

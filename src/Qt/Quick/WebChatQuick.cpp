@@ -10,4 +10,8 @@ void WebChatQuick::open(const QString& id) {
     Merovanta::webChat().open(id.toStdString());
 }
 
+void WebChatQuick::setMobileDeviceToken(const QString& token) {
+    Merovanta::webChat().setMobileDeviceToken(token.toStdString());
+}
+
 }  // namespace merovanta::quick

@@ -15,6 +15,7 @@ class WebChatQuick final : public QObject {
     explicit WebChatQuick(QObject* parent);
 
     Q_INVOKABLE void open(const QString& id);
+    Q_INVOKABLE void setMobileDeviceToken(const QString& token);
 };
 
 }  // namespace merovanta::quick
