@@ -15,8 +15,8 @@ class MEROVANTA_EXPORT CustomConfiguration {
 
     CustomConfiguration(std::string tenantId, std::string token);
 
-    /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path. Not
-    /// checked.
+    /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path: whether
+    /// it is spoken to with encryption is in the packaged property list. Not checked.
     void setServerUrl(std::string serverUrl);
 
     /// The host that serves the chat page, in the same form. Not checked.

@@ -15,7 +15,7 @@ namespace merovanta {
 /// The library's front door.
 ///
 /// A toolkit's platform must have been initialised first (for Qt Quick: merovanta::quick::initialize());
-/// without one, every call logs an error and does nothing.
+/// without one, every call but those of configuration() logs an error and does nothing.
 class MEROVANTA_EXPORT Merovanta {
  public:
     Merovanta() = delete;

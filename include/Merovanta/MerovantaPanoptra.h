@@ -29,7 +29,8 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// Ends the session. Logs a warning if none runs.
     void stop();
 
-    /// Whether an agent is recording the session.
+    /// Whether the service has said that the agent records the session. It says so with the agent's end of a
+    /// session: true from then on, so in stopCallback, until the session has stopped.
     [[nodiscard]] bool connected() const;
 
     /// Attaches a free text to the visit. Logs an error if no session has been started yet. After stop()
@@ -37,7 +38,7 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     void tag(const std::string& tag);
 
     /// Stores the host's closures, replacing earlier ones. stopCallback runs when the agent closes the
-    /// session; startCallback is kept for later use and not called.
+    /// session, which still stands by then; startCallback is kept for later use and not called.
     void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
 
     /// The five-digit code by which the visitor lets an agent in, new for every session; empty before the

@@ -8,7 +8,6 @@ Surface {
     required property ShareSession session
 
     readonly property string explanation: session.failed ? qsTr("We cannot reach our advisers right now. Check your connection and try again.")
-        : session.watched ? qsTr("An adviser sees this app. Private details stay hidden.")
         : session.active ? qsTr("Read this code to your adviser. Private details stay hidden.")
         : qsTr("Let an adviser see this app while you talk. Balances, passwords and card numbers stay hidden.")
 

@@ -8,7 +8,6 @@ Item {
 
     required property ServiceProbe probe
     property bool active: false
-    property bool watched: false
     property bool failed: false
     property string code: ""
     // Whether the visitor is identified or asked for help: there is something to forget.
@@ -16,7 +15,6 @@ Item {
 
     function start(): void {
         failed = false;
-        watched = false;
         Merovanta.panoptra.start();
         code = Merovanta.panoptra.shareId();
         active = true;
@@ -31,7 +29,6 @@ Item {
     // By the adviser.
     function ended(): void {
         active = false;
-        watched = false;
     }
 
     // The library shows the rest: a widget with the code, or with what went wrong.
@@ -75,11 +72,6 @@ Item {
             Merovanta.panoptra.tag(text);
     }
 
-    function look(): void {
-        watched = Merovanta.panoptra.connected();
-        code = Merovanta.panoptra.shareId();
-    }
-
     Connections {
         target: session.probe
 
@@ -90,11 +82,11 @@ Item {
         }
     }
 
-    // The adviser comes and goes without the app being told.
+    // Another session has another code, and may come without the app being told.
     Timer {
         interval: 500
         repeat: true
         running: session.active
-        onTriggered: session.look()
+        onTriggered: session.code = Merovanta.panoptra.shareId()
     }
 }

@@ -26,13 +26,12 @@ Rectangle {
             width: 8
             height: 8
             radius: 4
-            color: pill.session.watched ? "#5fe0a7" : "#f2c14e"
+            color: "#f2c14e"
         }
         Text {
             id: words
             anchors.verticalCenter: parent.verticalCenter
-            text: pill.session.watched ? qsTr("An adviser sees this screen")
-                                       : qsTr("Screen shared · %1").arg(pill.session.code)
+            text: qsTr("Screen shared · %1").arg(pill.session.code)
             color: Theme.accentText
             font.pixelSize: 12
             font.weight: Font.Medium
