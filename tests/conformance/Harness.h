@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -124,21 +125,12 @@ class ConformanceTest : public ::testing::Test {
     [[nodiscard]] std::shared_ptr<View> root() { return controller()->view(); }
     /// A view that must be there.
     [[nodiscard]] std::shared_ptr<View> view(long tag) {
-        auto found = find(root(), tag);
+        auto found = ViewUtils::viewWithTag(root(), tag);
         if (!found) throw std::runtime_error("no view with tag " + std::to_string(tag));
         return found;
     }
 
     std::unique_ptr<Harness> harness = makeHarness();
-
- private:
-    static std::shared_ptr<View> find(const std::shared_ptr<View>& in, long tag) {
-        if (in->tag() == tag) return in;
-        for (const auto& child : in->subviews()) {
-            if (auto found = find(child, tag)) return found;
-        }
-        return nullptr;
-    }
 };
 
 }  // namespace merovanta::conformance

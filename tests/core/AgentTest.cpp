@@ -3,7 +3,6 @@
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageParser.h"
 #include "General/Panoptra/Panoptra.h"
-#include "General/Panoptra/Util/Base64.h"
 #include "General/Panoptra/Util/PngDecoder.h"
 #include "support/LibraryTest.h"
 #include "support/Png.h"
@@ -257,15 +256,6 @@ TEST_F(AgentTest, NobodyConsentsToAnEmptyQuestion) {
     EXPECT_TRUE(log.contains("[WARNING] ConsentDialog: Cannot ask for consent"));
     say({{"co", {{"opt", true}}}});
     EXPECT_THAT(log.lines("[WARNING] ConsentDialog: Cannot ask for consent"), SizeIs(2));
-}
-
-TEST_F(AgentTest, Base64KnowsItsThreeEndings) {
-    for (const std::string& text : {std::string(), std::string("f"), std::string("fo"), std::string("foo"),
-                                    std::string("\0\xFF\x7F\x80", 4)}) {
-        EXPECT_EQ(decodeBase64(base64(text)), text);
-    }
-    EXPECT_EQ(decodeBase64("Zg=="), "f");
-    EXPECT_EQ(PngDecoder::pixelCount(png(7, 5, 0)), 35);
 }
 
 }  // namespace

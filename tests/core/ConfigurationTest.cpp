@@ -9,7 +9,6 @@
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Panoptra.h"
 #include "General/Panoptra/Util/IdUtils.h"
-#include "General/Panoptra/VisitorMetadata.h"
 #include "General/User/User.h"
 #include "support/LibraryTest.h"
 
@@ -147,12 +146,6 @@ TEST_F(ConfigurationTest, TheCustomerIdIsMadeOnceAndStored) {
     platform->userDefaults().remove("cId");
     EXPECT_EQ(platform->userDefaults().string("cId"), "");
     EXPECT_NE(IdUtils::customerId(), id);
-}
-
-TEST_F(ConfigurationTest, ARecordOfTheVisitorLeavesOutWhatIsAbsent) {
-    config().visitConfig->sessionId.reset();
-    EXPECT_EQ(VisitorMetadata().toJson().dump(),
-              R"({"tId":"tenant","vId":"00000000-1111-2222-3333-444444444444"})");
 }
 
 TEST_F(ConfigurationTest, ALogLineNamesItsFileAndStaysOneLine) {

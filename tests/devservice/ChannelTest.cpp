@@ -82,7 +82,7 @@ TEST(PresenceRegistry, IsBoundedAndForgetsWhoStopsPolling) {
         registry.takeDelivered("T", last.visitorId, later + PresenceRegistry::kInvitationHolds + seconds(3)));
 }
 
-TEST(AgentMessages, DrawingsAreLargeButBounded) {
+TEST(AgentMessages, RideOnTheNextReplyInABoundedQueue) {
     Service service;
     service.startSession();
     const std::string messages = "/console/api/visitors/1/messages";
@@ -98,7 +98,10 @@ TEST(AgentMessages, DrawingsAreLargeButBounded) {
     const json reply = json::parse(service.post(ProtoMessageList()).json()[0].get<std::string>());
     ASSERT_EQ(reply.size(), 2U);
     EXPECT_EQ(reply[1], json::parse(large));
-    EXPECT_EQ(service.request("POST", messages, large).status, 202U);
+    EXPECT_EQ(service.post(ProtoMessageList()).body, "[]");
+    for (int i = 0; i < 64; ++i)
+        EXPECT_EQ(service.request("POST", messages, "{}").status, 202U);
+    EXPECT_EQ(service.request("POST", messages, "{}").status, 429U) << "and by number";
 
     const std::string nest(100'000, '[');
     EXPECT_EQ(

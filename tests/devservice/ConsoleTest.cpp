@@ -42,34 +42,6 @@ ProtoMessageList screenshot(std::size_t bytes) {
     return list;
 }
 
-TEST(Console, FollowsAVisitor) {
-    Service service;
-    Console console(service);
-    EXPECT_EQ(console.next([](const json& m) { return m["type"] == "settings"; })["settings"]["st"], "u");
-    service.startSession();
-    const json list =
-        console.next([](const json& m) { return m["type"] == "visitors" && !m["visitors"].empty(); });
-    EXPECT_EQ(list["visitors"][0]["shareId"], "48213");
-
-    console.watch("1");
-    const json past = console.next(isTimeline);
-    EXPECT_TRUE(past["reset"]);
-    EXPECT_EQ(past["entries"][0]["kind"], "init");
-
-    service.post(screenshot(0));
-    EXPECT_EQ(console.nextFrame(), std::string("\0\0\0\1\0\0\0\1", 8) + jpeg(390, 844));
-    ProtoMessageList page;
-    page.add_messages()->set_pagechange("AccountsPage");
-    service.post(page);
-    const json news =
-        console.next([](const json& m) { return isTimeline(m) && m["entries"].back()["kind"] == "page"; });
-    EXPECT_FALSE(news["reset"]);
-
-    service.request("PUT", "/console/api/settings", R"({"st":null})");
-    EXPECT_TRUE(
-        console.next([](const json& m) { return m["type"] == "settings"; })["settings"]["st"].is_null());
-}
-
 TEST(Console, SlowPageGetsTheLastPictureInsteadOfAQueue) {
     constexpr unsigned kFrames = 60;
     Service service;

@@ -120,19 +120,5 @@ TEST(Misbehaviour, SmallBodiesCannotUnfoldIntoMillionsOfObjects) {
     EXPECT_TRUE(decodeEvents(""));
 }
 
-TEST(Misbehaviour, AgentMessagesDoNotPileUp) {
-    Service service;
-    service.startSession();
-    unsigned status = 0;
-    int accepted = 0;
-    while (accepted < 1000) {
-        status = service.request("POST", "/console/api/visitors/1/messages", "{}").status;
-        if (status != 202U) break;
-        ++accepted;
-    }
-    EXPECT_EQ(status, 429U);
-    EXPECT_EQ(accepted, 64);
-}
-
 }  // namespace
 }  // namespace merovanta::devservice::test

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "Service.h"
 
 namespace merovanta::devservice::test {
@@ -94,19 +91,6 @@ TEST(VisitorApi, CountsAndShowsWhatASessionStreams) {
     EXPECT_EQ(service.request("GET", "/console/api/visitors/1/frame.jpg").body, jpeg(390, 844));
 }
 
-TEST(VisitorApi, AgentMessagesRideOnTheNextReply) {
-    Service service;
-    service.startSession();
-    const std::string messages = "/console/api/visitors/1/messages";
-    EXPECT_EQ(service.request("POST", messages, R"({"co":{"b":true}})").status, 202U);
-    EXPECT_EQ(service.request("POST", messages, R"({"co":{"s":true}})").status, 202U);
-    const json reply = service.post(ProtoMessageList()).json();
-    ASSERT_EQ(reply.size(), 1U);
-    EXPECT_EQ(json::parse(reply[0].get<std::string>()),
-              json::parse(R"([{"co":{"b":true}},{"co":{"s":true}}])"));
-    EXPECT_EQ(service.post(ProtoMessageList()).body, "[]");
-}
-
 TEST(VisitorApi, DeleteEndsTheSessionAndALateRoundDoesNotReviveIt) {
     Service service;
     service.startSession();
@@ -158,49 +142,6 @@ TEST(VisitorApi, TextsHealthAndActivity) {
     const char* const record = R"({"c":"c","t":"cs","m":{"tId":"T","vId":"V","sId":"S"}})";
     EXPECT_EQ(service.request("POST", "/api/in/io/l", record).status, 200U);
     EXPECT_EQ(service.timeline("activity"), std::vector<std::string>{"Co-browsing started"});
-}
-
-TEST(VisitorApi, LogsRequestsOnDemand) {
-    Options options;
-    options.logRequests = true;
-    Service service(options);
-    service.startSession();
-    service.request("POST", "/api/ix/m?sId=S&tId=T", "junk", {{"X-QD-SSID", "a\x01z"}});
-    EXPECT_NE(service.log().find(
-                  "GET /api/ix/m?id=VISIT&sId=S&tId=T&vId=V&url=LoginPage&fsTy=l X-QD-SSID=S bytes=0 "
-                  "status=200\n"),
-              std::string::npos)
-        << service.log();
-    EXPECT_EQ(service.log().find('\x01'), std::string::npos);
-}
-
-TEST(VisitorApi, RecordsEverythingThatArrived) {
-    const auto directory = std::filesystem::path(testing::TempDir()) / "devservice-record";
-    std::filesystem::remove_all(directory);
-    Options options;
-    options.recordDirectory = directory;
-    {
-        Service service(options);
-        service.startSession();
-        service.post(oneOfEach());
-        ProtoMessageList noPicture;
-        noPicture.add_messages()->add_screenshotevent()->set_image("secret");
-        service.post(noPicture);
-    }
-    std::vector<std::string> kinds;
-    json screenshot;
-    std::ifstream lines(directory / "events.jsonl");
-    for (std::string line; std::getline(lines, line);) {
-        const json event = json::parse(line);
-        kinds.push_back(event["kind"]);
-        if (event["kind"] == "screenshot" && screenshot.is_null()) screenshot = event;
-    }
-    EXPECT_EQ(kinds, (std::vector<std::string>{"init", "connect", "ping", "page", "screenshot", "tap", "tag",
-                                               "userTag", "screenshot"}));
-    std::ifstream picture(directory / screenshot["file"].get<std::string>(), std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(picture), {}), jpeg(390, 844));
-    EXPECT_EQ(screenshot["time"], 2000);
-    EXPECT_TRUE(std::filesystem::exists(directory / "1-000002.bin"));
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include "Scene.h"
 
 using namespace merovanta;
-using merovanta::platform::current;
 using merovanta::test::eventually;
 
 namespace {
@@ -26,16 +25,6 @@ TEST(Life, TheEndIsQuiet) {
     for (const auto* complaint : {"QThread", "QObject::", "QTimer", "QSocketNotifier", "Sanitizer"}) {
         EXPECT_FALSE(errors.contains(complaint)) << errors.toStdString();
     }
-}
-
-TEST(Timers, KeepMicroseconds) {
-    QElapsedTimer clock;
-    clock.start();
-    qint64 fired = 0;
-    const auto timer = current().timers().schedule(std::chrono::microseconds(20500), false,
-                                                   [&] { fired = clock.nsecsElapsed(); });
-    EXPECT_TRUE(eventually([&] { return fired != 0; }));
-    EXPECT_GE(fired, 20500000);
 }
 
 }  // namespace

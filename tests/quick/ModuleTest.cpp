@@ -2,13 +2,14 @@
 
 #include <Merovanta/Merovanta.h>
 
+#include "General/Panoptra/Util/ViewUtils.h"
 #include "PageServer.h"
 #include "Scene.h"
 
 using merovanta::Merovanta;
+using merovanta::ViewUtils;
 using merovanta::test::eventually;
 using merovanta::test::Scene;
-using merovanta::test::viewWithTag;
 
 namespace {
 
@@ -30,7 +31,7 @@ TEST(Module, GivesTheFacadesAndTheTag) {
             inner.Merovanta.tag += 1;
         }
     })");
-    EXPECT_EQ(viewWithTag(scene.root(), 8)->identity(), scene.object("item"));
+    EXPECT_EQ(ViewUtils::viewWithTag(scene.root(), 8)->identity(), scene.object("item"));
     EXPECT_EQ(scene.window().property("server"), "one.example");
     EXPECT_EQ(scene.window().property("cdn"), QString::fromStdString(Merovanta::configuration().cdnPath()));
     EXPECT_TRUE(scene.window().property("cdn").toString().contains("two.example"));

@@ -41,12 +41,4 @@ std::shared_ptr<View> Scene::root() {
     return controller()->view();
 }
 
-std::shared_ptr<View> viewWithTag(const std::shared_ptr<View>& root, long tag) {
-    if (root->tag() == tag) return root;
-    for (const auto& child : root->subviews()) {
-        if (auto found = viewWithTag(child, tag)) return found;
-    }
-    return nullptr;
-}
-
 }  // namespace merovanta::test

@@ -48,7 +48,4 @@ class Scene {
     std::unique_ptr<QQuickWindow> mWindow;
 };
 
-/// The first view with this tag, in the order of the view tree; null if there is none.
-[[nodiscard]] std::shared_ptr<View> viewWithTag(const std::shared_ptr<View>& root, long tag);
-
 }  // namespace merovanta::test

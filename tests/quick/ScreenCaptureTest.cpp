@@ -7,12 +7,12 @@
 #include <atomic>
 #include <cmath>
 
+#include "General/Panoptra/Util/ViewUtils.h"
 #include "Scene.h"
 
 using namespace merovanta;
 using merovanta::test::eventually;
 using merovanta::test::Scene;
-using merovanta::test::viewWithTag;
 
 namespace {
 
@@ -154,11 +154,11 @@ TEST(ScreenCapture, AsksForMasksOnceWhileTheTreeStandsStill) {
     std::atomic<int> calls{0};
     const auto frame = capture(root, [&] {
         ++calls;
-        const auto before = viewWithTag(root, 7)->frame();
+        const auto before = ViewUtils::viewWithTag(root, 7)->frame();
         // Would happen at once, were the main thread free.
         platform::current().mainQueue().async([&] { scene.item("secret")->setX(200); });
         QThread::msleep(30);
-        EXPECT_EQ(viewWithTag(root, 7)->frame(), before);
+        EXPECT_EQ(ViewUtils::viewWithTag(root, 7)->frame(), before);
         return std::optional(masksBelow(root, *root));
     });
     EXPECT_EQ(calls, 1);
@@ -172,7 +172,7 @@ TEST(ScreenCapture, DeliversNothingForUnknownViews) {
     const auto root = scene.root();
     const auto unknown = [] { return std::optional(std::vector<MaskArea>{{Rect{}, nullptr}}); };
     EXPECT_FALSE(capture(root, unknown)) << "nobody knows whether that view moved";
-    EXPECT_FALSE(capture(viewWithTag(root, 7), maskSecrets(root))) << "no window's content";
+    EXPECT_FALSE(capture(ViewUtils::viewWithTag(root, 7), maskSecrets(root))) << "no window's content";
 }
 
 TEST(ScreenCapture, EndsWhenTheWindowHides) {

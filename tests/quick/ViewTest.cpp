@@ -1,11 +1,12 @@
 #include <gmock/gmock.h>
 
+#include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/View.h"
 #include "Scene.h"
 
+using merovanta::ViewUtils;
 using merovanta::platform::current;
 using merovanta::test::Scene;
-using merovanta::test::viewWithTag;
 
 namespace {
 
@@ -27,7 +28,7 @@ ApplicationWindow {
 TEST(Views, AreCalledByTheirPlainClassNames) {
     Scene scene(tree);
     const auto root = scene.root();
-    const auto name = [&](long tag) { return viewWithTag(root, tag)->className(); };
+    const auto name = [&](long tag) { return ViewUtils::viewWithTag(root, tag)->className(); };
     EXPECT_EQ(name(1), "QQuickItem");
     EXPECT_EQ(name(3), "QQuickRectangle");
     EXPECT_EQ(name(4), "Badge");
@@ -36,7 +37,9 @@ TEST(Views, AreCalledByTheirPlainClassNames) {
     EXPECT_EQ(name(8), "LoginPage");
     EXPECT_EQ(scene.controller()->className(), "Main");
 
-    const auto is = [&](long tag, std::string_view kind) { return viewWithTag(root, tag)->isKindOf(kind); };
+    const auto is = [&](long tag, std::string_view kind) {
+        return ViewUtils::viewWithTag(root, tag)->isKindOf(kind);
+    };
     for (const auto* kind : {"LoginPage", "Page", "QQuickPage", "Pane", "Control", "QQuickItem", "Item"}) {
         EXPECT_TRUE(is(5, kind)) << kind;
     }
@@ -59,12 +62,12 @@ TEST(Views, AreListedInPaintingOrderAndConvertedThroughRotations) {
     Scene scene(tree);
     const auto root = scene.root();
     std::vector<long> tags;
-    for (const auto& child : viewWithTag(root, 1)->subviews())
+    for (const auto& child : ViewUtils::viewWithTag(root, 1)->subviews())
         tags.push_back(child->tag());
     EXPECT_THAT(tags, testing::ElementsAre(4, 3, 2));
 
     // Turned by a right angle around its centre (15, 30).
-    const auto turned = viewWithTag(root, 3)->convert({0, 0, 10, 20}, *root);
+    const auto turned = ViewUtils::viewWithTag(root, 3)->convert({0, 0, 10, 20}, *root);
     EXPECT_NEAR(turned.x, 5, 1e-9);
     EXPECT_NEAR(turned.y, 25, 1e-9);
     EXPECT_NEAR(turned.width, 20, 1e-9);
@@ -73,7 +76,7 @@ TEST(Views, AreListedInPaintingOrderAndConvertedThroughRotations) {
 
 TEST(Views, OfPopupsAnswerForThePopup) {
     Scene scene("ApplicationWindow { PinDialog { visible: true; Merovanta.tag: 9 } }");
-    const auto view = viewWithTag(scene.root(), 9);
+    const auto view = ViewUtils::viewWithTag(scene.root(), 9);
     ASSERT_NE(view, nullptr);
     EXPECT_EQ(view->className(), "PinDialog");
     for (const auto* kind : {"PinDialog", "Dialog", "Popup", "QQuickPopup", "Item"}) {
