@@ -3,7 +3,7 @@
 import { eventually, openBrowser } from './support.mjs';
 
 /** The visitor's window in points. */
-export const SCREEN = { width: 390, height: 844 };
+const SCREEN = { width: 390, height: 844 };
 
 export const WIDGET_GREY = [0x38, 0x38, 0x38];
 const DIGIT_POINTS = 30;

@@ -8,8 +8,8 @@ let counts = {};
 while (Date.now() < deadline) {
   const reply = await fetch(new URL('console/api/visitors', url)).catch(() => null);
   const visitors = reply?.ok ? await reply.json() : [];
-  for (const visitor of visitors.visitors ?? visitors) {
-    counts = Object.fromEntries(kinds.map((kind) => [kind, visitor.counters?.[kind] ?? visitor[kind] ?? 0]));
+  for (const visitor of visitors) {
+    counts = Object.fromEntries(kinds.map((kind) => [kind, visitor.counters[kind]]));
   }
   // The tour goes on for a while after the first of each: wait for a few.
   if (kinds.every((kind) => counts[kind] >= 3)) break;

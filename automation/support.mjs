@@ -6,6 +6,7 @@ import { spawn } from 'node:child_process';
 import { mkdirSync, mkdtempSync, readdirSync, readFileSync, rmSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
+import { after } from 'node:test';
 import { setTimeout as pause } from 'node:timers/promises';
 import { isDeepStrictEqual } from 'node:util';
 
@@ -51,6 +52,13 @@ function atEnd(t, step) {
     });
   }
   closing.get(t).unshift(step);
+}
+
+/** In place of a test, for what lasts as long as the whole file of them. */
+export function wholeFile() {
+  let end;
+  after(() => end?.());
+  return { after: (step) => { end = step; } };
 }
 
 /** A directory that goes with the test. */

@@ -69,7 +69,7 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Co
     Log::debug("Get init");
     ViewUtils::frontScreenName([weak = weak_from_this(), start](const std::optional<std::string>& name) {
         const auto self = weak.lock();
-        if (!self || !self->goesOn(start)) return;
+        if (!self || self->failIfOvertaken(start)) return;
         if (name) {
             self->requestInit(start, *name);
         } else {
@@ -82,7 +82,7 @@ void Panoptra::requestInit(const std::shared_ptr<Start>& start, const std::strin
     initSender->sendInit(pageName, start->force, [weak = weak_from_this(), start](InitSender::Reply reply) {
         ViewUtils::runOnMainQueue([weak, start, reply = std::move(reply)] {
             const auto self = weak.lock();
-            if (self && self->goesOn(start)) self->initReplied(start, reply);
+            if (self && !self->failIfOvertaken(start)) self->initReplied(start, reply);
         });
     });
 }
@@ -111,7 +111,7 @@ void Panoptra::goOn(const std::shared_ptr<Start>& start, const MonitoringConfigD
     ViewUtils::frontScreenName(
         [weak = weak_from_this(), start, reply](const std::optional<std::string>& name) {
             const auto self = weak.lock();
-            if (!self || !self->goesOn(start)) return;
+            if (!self || self->failIfOvertaken(start)) return;
             if (!name) {
                 self->finish(start, noControllerName());
                 return;
@@ -131,7 +131,7 @@ void Panoptra::goOn(const std::shared_ptr<Start>& start, const MonitoringConfigD
             self->viewMonitor->start(self->mMessageSender,
                                      [weak, start](const std::optional<StringError>& error) {
                                          const auto controller = weak.lock();
-                                         if (controller && controller->goesOn(start))
+                                         if (controller && !controller->failIfOvertaken(start))
                                              controller->finish(start, error);
                                      });
         });
@@ -174,10 +174,10 @@ void Panoptra::startEnded() {
     if (const auto restart = std::exchange(mPendingRestart, nullptr)) restart();
 }
 
-bool Panoptra::goesOn(const std::shared_ptr<Start>& start) const {
-    if (start->run == mRun) return true;
+bool Panoptra::failIfOvertaken(const std::shared_ptr<Start>& start) const {
+    if (start->run == mRun) return false;
     start->completion(StringError("Panoptra was stopped while it started"));
-    return false;
+    return true;
 }
 
 void Panoptra::stop() {

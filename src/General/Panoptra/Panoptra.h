@@ -71,7 +71,7 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     void finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error);
 
     /// Whether this start is still wanted; completes it with an error if a stop has overtaken it.
-    [[nodiscard]] bool goesOn(const std::shared_ptr<Start>& start) const;
+    [[nodiscard]] bool failIfOvertaken(const std::shared_ptr<Start>& start) const;
 
     void observeApplicationState();
     void willResignActive();

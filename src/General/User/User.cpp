@@ -43,7 +43,7 @@ void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>&
     merovantaAPI->post("rest/v1/customerstatus/tag/byVisitor/" + encodePathSegment(visitorId),
                        {{"tId", config.tenantId.value_or("")}}, std::move(body.value()),
                        [weak = weak_from_this(), report, callback](const HttpReply& reply) {
-                           if (const auto error = reply.error ? reply.error : statusError(reply)) {
+                           if (const auto error = failureOf(reply)) {
                                report(*error);
                                return;
                            }

@@ -1,6 +1,6 @@
 #include "General/WebChat/DownloadScript.h"
 
-#include <cstdio>
+#include "General/Panoptra/Util/Url.h"
 
 namespace merovanta {
 
@@ -93,9 +93,7 @@ std::string quotable(std::string_view url) {
     for (const char character : url) {
         const auto byte = static_cast<unsigned char>(character);
         if (byte <= 0x20 || byte >= 0x7F || character == '\'' || character == '\\') {
-            char escape[4];
-            std::snprintf(escape, sizeof escape, "%%%02X", static_cast<unsigned>(byte));
-            text += escape;
+            appendEncoded(text, character);
         } else {
             text += character;
         }

@@ -15,8 +15,7 @@ namespace merovanta {
 namespace {
 
 Result<WebChatConfigurationDTO> decode(const HttpReply& reply) {
-    if (reply.error) return *reply.error;
-    if (const auto error = statusError(reply)) return *error;
+    if (const auto error = failureOf(reply)) return *error;
     if (!reply.data) return StringError("Data is nil");
     return WebChatConfigurationDTO::decode(*reply.data);
 }

@@ -11,8 +11,8 @@ namespace merovanta::quick {
 std::unique_ptr<Alert> AlertFactoryQuick::present(const ViewController& over, const AlertTexts& texts,
                                                   std::function<void(bool accepted)> answered) {
     const auto view = over.view();
-    const QQuickItem* const item = view ? ViewQuick::itemOf(*view) : nullptr;
-    if (item == nullptr || item->window() == nullptr) return nullptr;
+    const QQuickItem* const item = view ? ViewQuick::itemInWindow(*view) : nullptr;
+    if (item == nullptr) return nullptr;
     auto alert = std::make_unique<AlertQuick>(std::move(answered));
     if (!alert->present(*item->window(), texts)) return nullptr;
     return alert;

@@ -10,8 +10,8 @@ namespace merovanta::quick {
 
 std::unique_ptr<CoverView> CoverViewFactoryQuick::create(const View& parent, const std::string& className,
                                                          std::function<void()> dismissed) {
-    QQuickItem* const item = ViewQuick::itemOf(parent);
-    if (item == nullptr || item->window() == nullptr) return nullptr;
+    QQuickItem* const item = ViewQuick::itemInWindow(parent);
+    if (item == nullptr) return nullptr;
     auto cover = std::make_unique<CoverViewQuick>(std::move(dismissed));
     if (!cover->lay(*item, QString::fromStdString(className))) return nullptr;
     return cover;

@@ -32,7 +32,7 @@ DocumentPreviewQuick::~DocumentPreviewQuick() {
 void DocumentPreviewQuick::present(const ViewController& over, const std::string& path) {
     close();
     const auto view = over.view();
-    const QQuickItem* const item = view ? ViewQuick::itemOf(*view) : nullptr;
+    const QQuickItem* const item = view ? ViewQuick::itemInWindow(*view) : nullptr;
     mWindow = item == nullptr ? nullptr : item->window();
     if (!mWindow) return;
     mPath = QString::fromStdString(path);

@@ -15,6 +15,11 @@ QQuickItem* ViewQuick::itemOf(const View& view) {
     return own == nullptr ? nullptr : own->mItem.data();
 }
 
+QQuickItem* ViewQuick::itemInWindow(const View& view) {
+    QQuickItem* const item = itemOf(view);
+    return item == nullptr || item->window() == nullptr ? nullptr : item;
+}
+
 bool ViewQuick::isAlive() const {
     return !mItem.isNull();
 }

@@ -15,6 +15,9 @@ class ViewQuick final : public View {
     /// The item of a view of this toolkit; null if it is dead or another toolkit's.
     [[nodiscard]] static QQuickItem* itemOf(const View& view);
 
+    /// As itemOf(); null as well if the item is in no window.
+    [[nodiscard]] static QQuickItem* itemInWindow(const View& view);
+
     [[nodiscard]] bool isAlive() const override;
     [[nodiscard]] const void* identity() const override;
     [[nodiscard]] std::string className() const override;

@@ -11,8 +11,8 @@ namespace merovanta::quick {
 std::unique_ptr<WebView> WebViewFactoryQuick::create(const View& superview,
                                                      const std::vector<std::string>& handlers,
                                                      WebView::Delegate delegate) {
-    QQuickItem* const item = ViewQuick::itemOf(superview);
-    if (item == nullptr || item->window() == nullptr) return nullptr;
+    QQuickItem* const item = ViewQuick::itemInWindow(superview);
+    if (item == nullptr) return nullptr;
     auto webView = std::make_unique<WebViewQuick>(handlers, std::move(delegate));
     if (!webView->open(*item)) return nullptr;
     return webView;

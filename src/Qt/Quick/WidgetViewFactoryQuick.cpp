@@ -9,8 +9,8 @@
 namespace merovanta::quick {
 
 std::unique_ptr<WidgetView> WidgetViewFactoryQuick::create(const View& parent, WidgetView::Actions actions) {
-    QQuickItem* const item = ViewQuick::itemOf(parent);
-    if (item == nullptr || item->window() == nullptr) return nullptr;
+    QQuickItem* const item = ViewQuick::itemInWindow(parent);
+    if (item == nullptr) return nullptr;
     auto widget = std::make_unique<WidgetViewQuick>(std::move(actions));
     if (!widget->load(*item)) return nullptr;
     return widget;

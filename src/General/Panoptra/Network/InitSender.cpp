@@ -11,8 +11,7 @@ namespace merovanta {
 namespace {
 
 InitSender::Reply decodeReply(const HttpReply& reply) {
-    if (reply.error) return *reply.error;
-    if (auto error = statusError(reply)) return *error;
+    if (const auto error = failureOf(reply)) return *error;
     if (!reply.data) return std::optional<MonitoringConfigDTO>();
     const auto json = parseJson(*reply.data);
     if (!json) return StringError("Cannot decode reply: it is not JSON");

@@ -32,7 +32,8 @@ MerovantaAPI::TranslationsResult decodeTranslations(const HttpReply& reply) {
 
 }  // namespace
 
-std::optional<StringError> statusError(const HttpReply& reply) {
+std::optional<StringError> failureOf(const HttpReply& reply) {
+    if (reply.error) return reply.error;
     const int status = reply.response ? reply.response->status : 0;
     if (status >= 200 && status < 300) return std::nullopt;
     return StringError("HTTP status " + std::to_string(status));

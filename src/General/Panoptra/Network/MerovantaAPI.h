@@ -12,8 +12,8 @@
 
 namespace merovanta {
 
-/// The error of a reply whose status is not one of success; absent for 200 to 299.
-[[nodiscard]] std::optional<StringError> statusError(const HttpReply& reply);
+/// What failed: the request, or the service by a status outside 200 to 299. Absent if neither did.
+[[nodiscard]] std::optional<StringError> failureOf(const HttpReply& reply);
 
 /// The REST client: builds addresses on the configured server and decodes replies. Thread: main; completions
 /// are called once, inside the call if no request can be made, else on a thread of the HTTP session's.

@@ -27,10 +27,9 @@ void MonitoringSender::send(VisitorActivityLogType type, Completion completion) 
         completion(body.error());
         return;
     }
-    merovantaAPI->post("api/in/io/l", {}, std::move(body.value()),
-                       [completion = std::move(completion)](const HttpReply& reply) {
-                           completion(reply.error ? reply.error : statusError(reply));
-                       });
+    merovantaAPI->post(
+        "api/in/io/l", {}, std::move(body.value()),
+        [completion = std::move(completion)](const HttpReply& reply) { completion(failureOf(reply)); });
 }
 
 }  // namespace merovanta

@@ -8,6 +8,12 @@
 
 namespace merovanta {
 
+void appendEncoded(std::string& target, char character) {
+    static constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(character);
+    target += {'%', digits[byte >> 4], digits[byte & 0xF]};
+}
+
 namespace {
 
 bool isHexDigit(char character) {
@@ -16,12 +22,6 @@ bool isHexDigit(char character) {
 
 bool isEscape(std::string_view text, std::size_t at) {
     return text[at] == '%' && at + 2 < text.size() && isHexDigit(text[at + 1]) && isHexDigit(text[at + 2]);
-}
-
-void appendEncoded(std::string& target, char character) {
-    static constexpr std::string_view digits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(character);
-    target += {'%', digits[byte >> 4], digits[byte & 0xF]};
 }
 
 std::string encodeIllegal(std::string_view text, std::string_view legalPunctuation) {

@@ -11,6 +11,9 @@ namespace merovanta {
 /// then. The host may be empty: a request to nowhere fails like any other that finds no way.
 [[nodiscard]] std::optional<std::string> parseUrl(std::string_view text);
 
+/// Appends a byte percent-encoded.
+void appendEncoded(std::string& target, char character);
+
 /// Percent-encodes a text so that it is one segment of a path, whatever it holds.
 [[nodiscard]] std::string encodePathSegment(std::string_view text);
 
