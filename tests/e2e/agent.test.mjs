@@ -2,18 +2,17 @@
 
 import assert from 'node:assert/strict';
 import { join } from 'node:path';
-import { after, before, test } from 'node:test';
+import { before, test } from 'node:test';
 
 import { FakeVisitor } from '../devservice/fakeVisitor.mjs';
 import { AgentConsole, WIDGET_GREY } from '../../automation/agentConsole.mjs';
-import { App, Service, eventually, outputDirectory } from '../../automation/support.mjs';
+import { App, Service, eventually, outputDirectory, wholeFile } from '../../automation/support.mjs';
 
 const ACCEPT_BLUE = [0x1f, 0x5b, 0xd1];
 // The blue pen, half transparent on white.
 const PALE_BLUE = [0x8e, 0xb7, 0xf9];
 
-let endFile;
-const file = { after: (step) => { endFile = step; } };
+const file = wholeFile();
 let service;
 let agent;
 
@@ -21,8 +20,6 @@ before(async () => {
   service = await Service.start(file);
   agent = await AgentConsole.open(file, service.url);
 });
-
-after(() => endFile?.());
 
 const keep = async (name) => {
   const directory = outputDirectory('agent');
@@ -79,12 +76,14 @@ test('the agent joins by the share code, taps, draws, asks for consent and close
 
   await agent.button('Faster polling').click();
   await agent.entry('Faster polling').waitFor();
+  await agent.button('Force start').click();
+  await app.line(/Panoptra is already started$/);
   await agent.closeSession();
   await ended();
   await app.line(/^\[DEBUG\] MessageSender: Delete sent$/);
   assert.equal(await app.where('sharingPill'), null);
   assert.deepEqual(service.events('end', id).length, 1);
-  assert.deepEqual(app.problems(/ClickUtil: View not found$/), []);
+  assert.deepEqual(app.problems(/ClickUtil: View not found$/, /Panoptra is already started$/), []);
 });
 
 test('a visitor without a session is invited, or starts co-browsing in the app', async (t) => {

@@ -3,12 +3,12 @@
 import assert from 'node:assert/strict';
 import { readdirSync, readFileSync, statSync } from 'node:fs';
 import { basename, join } from 'node:path';
-import { after, before, test } from 'node:test';
+import { before, test } from 'node:test';
 
 import { AgentConsole } from '../../automation/agentConsole.mjs';
 import { onePage } from '../../automation/pdf.mjs';
 import { lowestStretch, shareOf } from '../../automation/pixels.mjs';
-import { App, Service, eventually, outputDirectory } from '../../automation/support.mjs';
+import { App, Service, eventually, outputDirectory, wholeFile } from '../../automation/support.mjs';
 
 const WHITE = [0xff, 0xff, 0xff];
 const MAGENTA = [0xff, 0x00, 0xff];
@@ -19,8 +19,7 @@ const FIELD = '150 812';
 const SEND = '355 812';
 const COMPOSER_TOP = 770;
 
-let endFile;
-const file = { after: (step) => { endFile = step; } };
+const file = wholeFile();
 let service;
 let agent;
 let app;
@@ -32,8 +31,6 @@ before(async () => {
   await app.tap('demoButton');
   await app.tap('tabProfile');
 });
-
-after(() => endFile?.());
 
 const keep = async (name) => {
   const directory = outputDirectory('chat');

@@ -2,9 +2,9 @@
 // what is wrong, never blocks its GUI thread, and the next session streams.
 
 import assert from 'node:assert/strict';
-import { after, before, describe, test } from 'node:test';
+import { before, describe, test } from 'node:test';
 
-import { App, Service, eventually } from '../../automation/support.mjs';
+import { App, Service, eventually, wholeFile } from '../../automation/support.mjs';
 
 // What belongs to a fault is far more than the jitter of a busy machine: a time-out, a large reply read on the GUI
 // thread. Runs on a quiet machine show a tenth of this.
@@ -49,17 +49,14 @@ const CASES = {
   },
 };
 
-let endFile;
+const file = wholeFile();
 let service;
 let app;
 
 before(async () => {
-  const file = { after: (step) => { endFile = step; } };
   service = await Service.start(file);
   app = App.open(file, service.host, ['--control', '--tour']);
 });
-
-after(() => endFile?.());
 
 /** Hands over a function that waits for a picture of this session: any one, or one after the first `from` events. */
 async function session(whileRunning) {

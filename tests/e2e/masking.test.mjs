@@ -3,22 +3,20 @@
 import assert from 'node:assert/strict';
 import { copyFileSync } from 'node:fs';
 import { join } from 'node:path';
-import { after, before, describe, test } from 'node:test';
+import { before, describe, test } from 'node:test';
 
-import { App, MASKS, Service, eventually, openBrowser, outputDirectory } from '../../automation/support.mjs';
+import { App, MASKS, Service, eventually, openBrowser, outputDirectory, wholeFile } from '../../automation/support.mjs';
 
 // How far red and blue must exceed green. The app itself has no purple, but JPEG gives up to 22 beside its green. The
 // sentinel loses strength behind a dialog's shade, by the shrinking, and where JPEG averages the colour of four pixels.
 const MAGENTA = 30;
 
-let endFile;
+const file = wholeFile();
 let painter;
 
 before(async () => {
-  painter = await (await openBrowser({ after: (step) => { endFile = step; } })).newPage();
+  painter = await (await openBrowser(file)).newPage();
 });
-
-after(() => endFile?.());
 
 /** For each JPEG the most by which red and blue exceed green; with `leak` a strip of 36 by 6 points is painted
  * magenta before. */
