@@ -293,8 +293,9 @@ void Panoptra::requestReopening(unsigned opening, const std::string& pageName) {
 void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
                                 const InitSender::Reply& reply) {
     assertMainThread();
-    if (reply && reply.value() && !reply.value()->ignoreIp) {
-        storeReply(*reply.value());
+    const auto config = reply ? reply.value() : std::nullopt;
+    if (config && !config->ignoreIp) {
+        storeReply(*config);
         if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->refresh();
         reconnect(opening, pageName);
         return;
@@ -303,7 +304,7 @@ void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
     mMayReopen = false;
     if (!reply) {
         Log::error("Cannot restart session after close: " + reply.error().errorDescription());
-    } else if (!reply.value()) {
+    } else if (!config) {
         Log::warning("Config is nil");
     } else {
         Log::debug("Ignoring");

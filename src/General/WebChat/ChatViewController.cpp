@@ -17,7 +17,7 @@ namespace merovanta {
 namespace {
 
 // More is no document of a chat, and would fill the visitor's disk.
-constexpr std::size_t maximumOfAll = 256 * 1024 * 1024;
+constexpr std::size_t maximumOfAll = std::size_t{256} * 1024 * 1024;
 constexpr int maximumInWork = 4;
 // More is not what a visitor asks for; each covers the application until it is closed.
 constexpr std::size_t maximumInPeriod = 5;

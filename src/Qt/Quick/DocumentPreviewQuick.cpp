@@ -80,9 +80,11 @@ void DocumentPreviewQuick::show(const DocumentReaderQuick::Content& content) {
     mDialog->setProperty("imageSource", QString(QStringLiteral("image://") + mImages + u'/'));
     mDialog->setProperty("pages", content.pages);
     mDialog->setProperty("pictureWidth", content.width);
-    mDialog->setProperty(
-        "lines", QVariant::fromValue<QObject*>(
-                     content.lines.isEmpty() ? nullptr : new QStringListModel(content.lines, mDialog)));
+    if (!content.lines.isEmpty()) {
+        auto lines = std::make_unique<QStringListModel>(content.lines);
+        lines->setParent(mDialog);
+        mDialog->setProperty("lines", QVariant::fromValue<QObject*>(lines.release()));
+    }
     mDialog->setProperty("isCut", content.isCut);
     mDialog->setProperty("isLoaded", true);
 }

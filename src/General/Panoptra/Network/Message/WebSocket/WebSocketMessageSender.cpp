@@ -118,12 +118,15 @@ void WebSocketMessageSender::didConnect() {
 
 void WebSocketMessageSender::didDisconnect(const std::optional<WebSocketError>& error) {
     assertMainThread();
-    if (error && !error->code) {
-        Log::warning("Connection closed with unknown error");
-    } else if (error && error->code != normalClosure) {
-        Log::warning("Connection closed: " + std::to_string(*error->code));
-    } else if (error) {
-        Log::debug("Connection closed");
+    if (error) {
+        const auto code = error->code;
+        if (!code) {
+            Log::warning("Connection closed with unknown error");
+        } else if (*code != normalClosure) {
+            Log::warning("Connection closed: " + std::to_string(*code));
+        } else {
+            Log::debug("Connection closed");
+        }
     }
     if (error && wasSuccessfulOnce) {
         Log::debug("Connect again");
