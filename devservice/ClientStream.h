@@ -2,10 +2,10 @@
 
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
 #include <boost/beast/core/error.hpp>
 #include <boost/beast/core/role.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
-#include <boost/beast/ssl/ssl_stream.hpp>
 #include <boost/beast/websocket/ssl.hpp>
 #include <boost/beast/websocket/teardown.hpp>
 #include <utility>
@@ -79,7 +79,7 @@ class ClientStream {
 
  private:
     using Plain = boost::beast::tcp_stream;
-    using Encrypted = boost::beast::ssl_stream<boost::beast::tcp_stream>;
+    using Encrypted = boost::asio::ssl::stream<boost::beast::tcp_stream>;
     using Layer = std::variant<Plain, Encrypted>;
 
     Layer layer_;
