@@ -11,7 +11,7 @@
 #include <QtTest/QTest>
 
 #include "Harness.h"
-#include "HttpPeerQt.h"
+#include "qt/PageServer.h"
 #include "qt/SocketPeerQt.h"
 
 namespace merovanta::conformance {
@@ -124,11 +124,12 @@ class HarnessQuick : public Harness {
     }
 
     std::string serve(int status, const std::string& body) override {
-        mPeer = std::make_unique<HttpPeerQt>(status, body);
+        mPeer = std::make_unique<test::PageServer>(
+            test::PageServer::Page{.body = QByteArray::fromStdString(body), .status = status});
         return mPeer->url();
     }
     std::vector<HttpRequest> received() override { return mPeer->received(); }
-    std::string deadUrl() override { return HttpPeerQt(200, {}).url(); }
+    std::string deadUrl() override { return test::PageServer().url(); }
 
     std::string serveSockets() override {
         mSocketPeer = std::make_unique<test::SocketPeerQt>();
@@ -173,7 +174,7 @@ class HarnessQuick : public Harness {
 
     QQmlEngine mEngine;
     std::unique_ptr<QQuickWindow> mWindow;
-    std::unique_ptr<HttpPeerQt> mPeer;
+    std::unique_ptr<test::PageServer> mPeer;
     std::unique_ptr<test::SocketPeerQt> mSocketPeer;
 };
 

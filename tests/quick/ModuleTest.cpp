@@ -3,8 +3,8 @@
 #include <Merovanta/Merovanta.h>
 
 #include "General/Panoptra/Util/ViewUtils.h"
-#include "PageServer.h"
 #include "Scene.h"
+#include "qt/PageServer.h"
 
 using merovanta::Merovanta;
 using merovanta::ViewUtils;
@@ -51,7 +51,7 @@ TEST(Module, TellsWhoTheVisitorIs) {
         }
         function forgetUser() { Merovanta.user.clear() }
     })");
-    Merovanta::configuration().setServer(server.url("").substr(std::string("http://").size()));
+    Merovanta::configuration().setServer(server.url().substr(std::string("http://").size()));
     QMetaObject::invokeMethod(&scene.window(), "tagUser");
     EXPECT_TRUE(eventually([&] { return scene.window().property("isTagged").toBool(); }));
     for (const auto* part : {"\"v1\"", "Ünal", "[\"a\",\"b\"]"})

@@ -82,6 +82,9 @@ TEST(WebSockets, RefuseUnknownCertificatesAndAreWholeOverTls) {
     auto trusting = before;
     trusting.addCaCertificate(certificate);
     QSslConfiguration::setDefaultConfiguration(trusting);
+    const auto port = peer.url().substr(peer.url().rfind(':'));
+    expectBroken({.url = "wss://localhost" + port}, "host name");
+    EXPECT_EQ(peer.connections, 0);
     const Connection trusted({.url = peer.url()});
     ASSERT_TRUE(eventually([&] { return trusted.isOpen && peer.connections == 1; }));
     peer.socket().sendTextMessage("hello");

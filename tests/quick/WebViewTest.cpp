@@ -7,10 +7,10 @@
 #include <utility>
 
 #include "General/WebChat/DownloadScript.h"
-#include "PageServer.h"
 #include "Qt/Quick/ViewQuick.h"
 #include "Qt/Quick/WebViewFactoryQuick.h"
 #include "Scene.h"
+#include "qt/PageServer.h"
 #include "support/LogCapture.h"
 
 using merovanta::ScriptMessage;

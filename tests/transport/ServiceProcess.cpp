@@ -7,19 +7,15 @@
 #include <csignal>
 #include <fstream>
 #include <memory>
-#include <utility>
 
 namespace merovanta::test {
 
 using nlohmann::json;
 
-ServiceProcess::ServiceProcess(EventLoop& loop, QStringList options)
-    : mLoop(loop), mOptions(std::move(options)) {
+ServiceProcess::ServiceProcess(EventLoop& loop) : mLoop(loop) {
     mProcess.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // Not to outlive a test that crashes.
     mProcess.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-    // The certificate is for this name.
-    mUrl = mOptions.contains(QStringLiteral("--tls-cert")) ? "https://localhost:" : "http://localhost:";
     start();
 }
 
@@ -29,8 +25,8 @@ ServiceProcess::~ServiceProcess() {
 }
 
 void ServiceProcess::start() {
-    const QStringList always{"--port", QString::fromStdString(mPort), "--record", mRecord.path()};
-    mProcess.start(QStringLiteral(MEROVANTA_DEVSERVICE), always + mOptions);
+    mProcess.start(QStringLiteral(MEROVANTA_DEVSERVICE),
+                   {"--port", QString::fromStdString(mPort), "--record", mRecord.path()});
     ASSERT_TRUE(mLoop.runUntil([this] { return mProcess.canReadLine(); })) << "The service does not start";
     const std::string line = mProcess.readLine().trimmed().toStdString();
     mPort = line.substr(line.rfind(':') + 1);
@@ -44,7 +40,8 @@ int ServiceProcess::stop() {
 }
 
 json ServiceProcess::request(const char* method, const std::string& path, const json& body) {
-    QNetworkRequest request(QUrl(QString::fromStdString(mUrl + mPort + "/console/api/" + path)));
+    QNetworkRequest request(
+        QUrl(QString::fromStdString("http://localhost:" + mPort + "/console/api/" + path)));
     request.setHeader(QNetworkRequest::ContentTypeHeader, "application/json");
     const auto content = body.is_null() ? QByteArray() : QByteArray::fromStdString(body.dump());
     const std::unique_ptr<QNetworkReply> reply(mNetwork.sendCustomRequest(request, method, content));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QtCore/QProcess>
-#include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 #include <QtNetwork/QNetworkAccessManager>
 #include <nlohmann/json.hpp>
@@ -15,7 +14,7 @@ namespace merovanta::test {
 /// The development service as a process of its own, which sees one visitor. Waiting for it handles events.
 class ServiceProcess {
  public:
-    explicit ServiceProcess(EventLoop& loop, QStringList options = {});
+    explicit ServiceProcess(EventLoop& loop);
     ~ServiceProcess();
 
     /// On a free port; on the same again when started anew, which then knows nothing any more.
@@ -41,9 +40,7 @@ class ServiceProcess {
     void expectQueued(const std::string& what, const nlohmann::json& body);
 
     EventLoop& mLoop;
-    QStringList mOptions;
     QTemporaryDir mRecord;
-    std::string mUrl;
     std::string mPort = "0";
     QNetworkAccessManager mNetwork;
     QProcess mProcess;

@@ -1,15 +1,17 @@
 #pragma once
 
 #include <QtCore/QByteArray>
-#include <QtCore/QList>
 #include <QtCore/QMap>
 #include <QtNetwork/QTcpServer>
 #include <QtNetwork/QTcpSocket>
 #include <string>
+#include <vector>
+
+#include "Platform/HttpSession.h"
 
 namespace merovanta::test {
 
-/// A small web server on the loopback. What it does not have is answered with 404.
+/// A small web server on the loopback.
 class PageServer {
  public:
     struct Page {
@@ -20,19 +22,24 @@ class PageServer {
         QByteArray type = "text/html; charset=utf-8";
     };
 
-    PageServer();
+    /// What it does not have is answered with 404, or as told.
+    PageServer() : PageServer({.body = "not found", .status = 404}) {}
+    explicit PageServer(Page otherwise);
 
     void set(const QByteArray& path, const Page& page) { mPages[path] = page; }
     void forget() { mRequests.clear(); }
-    [[nodiscard]] std::string url(const std::string& path) const;
+    [[nodiscard]] std::string url(const std::string& path = {}) const;
     /// The last request for this path, with its body; empty if there was none.
     [[nodiscard]] QByteArray request(const QByteArray& path) const { return mRequests.value(path); }
+    [[nodiscard]] const std::vector<HttpRequest>& received() const { return mReceived; }
 
  private:
     void answer(QTcpSocket& socket);
 
+    Page mOtherwise;
     QMap<QByteArray, Page> mPages;
     QMap<QByteArray, QByteArray> mRequests;
+    std::vector<HttpRequest> mReceived;
     QTcpServer mServer;
 };
 
