@@ -3,15 +3,12 @@
 #include <chrono>
 #include <set>
 
-#include "RateMeter.h"
 #include "Service.h"
 #include "VisitorRegistry.h"
 
 namespace merovanta::devservice::test {
 namespace {
 
-using std::chrono::hours;
-using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr Moment kStart{std::chrono::seconds(1'700'000'000)};
@@ -26,18 +23,6 @@ class CountingObserver : public VisitorObserver {
     std::set<std::string> removed;
 };
 
-TEST(RateMeter, AveragesOverTheWindowOrTheStreamsAgeAndForgets) {
-    RateMeter meter;
-    for (int i = 0; i < 100; ++i) {
-        meter.add(kStart + milliseconds(300 * i), 1);
-        if (i == 4) {
-            EXPECT_NEAR(meter.perSecond(kStart + milliseconds(1200)), 5 / 1.2, 0.01);
-        }
-    }
-    EXPECT_NEAR(meter.perSecond(kStart + milliseconds(300 * 99)), 10.0 / 3.0, 0.4);
-    EXPECT_EQ(meter.perSecond(kStart + hours(1)), 0.0);
-}
-
 TEST(Visitor, KeepsABoundedPastHoweverLongItStreams) {
     CountingObserver observer;
     Visitor visitor(1, "T", "S", kStart, observer);
@@ -45,8 +30,17 @@ TEST(Visitor, KeepsABoundedPastHoweverLongItStreams) {
     ProtoMessageList list;
     list.add_messages()->add_clickevent();
     list.add_messages()->add_screenshotevent()->set_image(jpeg(10, 20));
-    for (int i = 0; i < 5000; ++i)
+    const auto framesPerSecond = [&](int at) {
+        return visitor.summary(kStart + seconds(at))["framesPerSecond"];
+    };
+    for (int i = 0; i < 5000; ++i) {
         visitor.received(list, 100, Transport::Polling, kStart + seconds(i));
+        if (i == 2) {
+            EXPECT_EQ(framesPerSecond(2), 3 / 2.0) << "over the age of the stream";
+        }
+    }
+    EXPECT_EQ(framesPerSecond(4999), 1);
+    EXPECT_EQ(framesPerSecond(9999), 0);
     EXPECT_EQ(visitor.counters().taps, 5000U);
     const auto entries = visitor.timeline().entriesAfter(0);
     EXPECT_EQ(entries.size(), Timeline::kCapacity);

@@ -4,7 +4,7 @@
 import assert from 'node:assert/strict';
 import { before, describe, test } from 'node:test';
 
-import { App, Service, eventually, wholeFile } from '../../automation/support.mjs';
+import { App, Service, countFiles, eventually, temporaryDirectory, wholeFile } from '../../automation/support.mjs';
 
 // What belongs to a fault is far more than the jitter of a busy machine: a time-out, a large reply read on the GUI
 // thread. Runs on a quiet machine show a tenth of this.
@@ -99,6 +99,15 @@ async function run(endpoint, kind, { running = {}, stopped = {}, others = [], fr
   assert.deepEqual([...unexpected, ...app.problems(...expected)], []);
   return app.longestStall();
 }
+
+test('without a service the app says so once and goes on', async (t) => {
+  const nobody = '127.0.0.1:1';
+  const screens = temporaryDirectory(t);
+  const lone = App.start(t, nobody, ['--tour', '--exit-after', '12', '--screenshot-dir', screens]);
+  assert.equal(await lone.exitCode(60), 0);
+  assert.deepEqual(lone.err, [`merovanta-bank: cannot reach the service at ${nobody}`]);
+  assert.ok(countFiles(screens) >= 3, 'the tour stood still');
+});
 
 describe('faults', () => {
   for (const [name, expectation] of Object.entries(CASES)) {

@@ -69,7 +69,7 @@ test('the agent follows a visitor live until the end', async (t) => {
   await page.getByText(/Session ended at/).waitFor();
   await page.locator('#state-pill').getByText('Ended').waitFor();
   if (screenshotTo) await page.screenshot({ path: join(screenshotTo, 'ended.png') });
-  assert.deepEqual(tour.problems(), []);
+  assert.deepEqual([...tour.problems(), ...agent.problems], []);
   assert.equal((await service.visitor()).counters.warnings, 0);
 });
 
@@ -77,10 +77,6 @@ test('requests leave in order, under one session, at the pace agreed', () => {
   const requests = service.requests();
   const [init] = service.events('init');
   const record = JSON.parse(init.body);
-  assert.deepEqual(Object.keys(record),
-    ['shId', 'qdu', 'url', 'start', 'init', 'page', 'vId', 'sId', 'viId', 'tId', 'optin']);
-  assert.deepEqual(record.page, { width: 390, height: 844, docHeight: 0, docWidth: 0 });
-  assert.equal(record.url, 'LoginPage');
 
   // A round that was due when the session ended may still send what was waiting.
   const names = {
@@ -105,10 +101,6 @@ test('requests leave in order, under one session, at the pace agreed', () => {
   assert.ok(pings > seconds * 0.75 && pings <= seconds + 1, `${pings} pings in ${seconds} s`);
   const posts = service.postTimes();
   posts.forEach((time, i) => assert.ok(!(posts[i + 10] - time < 1000), 'more than ten POSTs in a second'));
-});
-
-test('nothing went wrong in the browser', () => {
-  assert.deepEqual(agent.problems, []);
 });
 
 test('a still page is sent once', async (t) => {
