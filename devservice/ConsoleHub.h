@@ -21,7 +21,7 @@ class ConsoleHub : public VisitorObserver {
     static constexpr std::size_t kMaxSessions = 16;
 
     /// To be called once before the first session; the registries themselves report to the hub.
-    void attach(const ConsoleSources& sources) { sources_.emplace(sources); }
+    void attach(const ConsoleSources& sources) { sources_ = std::make_unique<ConsoleSources>(sources); }
 
     /// Takes the connection over, or answers why not.
     std::optional<Response> open(Upgrade& upgrade);
@@ -40,7 +40,7 @@ class ConsoleHub : public VisitorObserver {
  private:
     void forEach(const std::function<void(ConsoleSession&)>& action);
 
-    std::optional<ConsoleSources> sources_;
+    std::unique_ptr<ConsoleSources> sources_;
     std::vector<std::weak_ptr<ConsoleSession>> sessions_;
 };
 

@@ -131,9 +131,9 @@ std::optional<Fault> Faults::take(const Request& request) {
     auto found = faults_.find(endpointOf(request));
     if (found == faults_.end()) found = faults_.find(kAny);
     if (found == faults_.end()) return std::nullopt;
-    const Fault fault = found->second;
-    if (fault.count) {
-        if (--*found->second.count == 0) faults_.erase(found);
+    Fault fault = found->second;
+    if (auto& left = found->second.count) {
+        if (--*left == 0) faults_.erase(found);
         changed();
     }
     return fault;

@@ -59,7 +59,7 @@ void HttpConnection::start() {
 }
 
 void HttpConnection::readHead() {
-    parser_.emplace();
+    parser_ = std::make_unique<Parser>();
     parser_->header_limit(kMaxHeadBytes * 3);
     parser_->body_limit(boost::none);
     request_ = {};
@@ -168,10 +168,10 @@ void HttpConnection::drop() {
 }
 
 void HttpConnection::answer() {
-    const bool distorted = fault_ && fault_->changesBody();
-    if (upgradeHandler_ != nullptr && !distorted) return upgrade();
+    const Fault* const distorting = fault_ && fault_->changesBody() ? &*fault_ : nullptr;
+    if (upgradeHandler_ != nullptr && distorting == nullptr) return upgrade();
     Response response = upgradeHandler_ == nullptr ? router_.dispatch(request_) : Response();
-    if (distorted) distortion_ = fault_->distort(response);
+    if (distorting != nullptr) distortion_ = distorting->distort(response);
     const bool whole = upgradeHandler_ == nullptr && distortion_.missing == 0;
     reply(std::move(response), whole && parser_->keep_alive());
 }

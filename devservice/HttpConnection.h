@@ -32,6 +32,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
 
  private:
     using ErrorCode = boost::beast::error_code;
+    using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
 
     void readHead();
     void onHead(ErrorCode error, std::size_t bytes);
@@ -58,7 +59,7 @@ class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
     RequestLog& log_;
     HttpTimeouts timeouts_;
     boost::beast::flat_buffer buffer_;
-    std::optional<boost::beast::http::request_parser<boost::beast::http::string_body>> parser_;
+    std::unique_ptr<Parser> parser_;
     boost::beast::http::response<boost::beast::http::string_body> response_;
     Request request_;
     /// Takes the connection over when the client asks for a WebSocket.

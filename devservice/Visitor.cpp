@@ -1,6 +1,7 @@
 #include "Visitor.h"
 
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "Text.h"
@@ -160,9 +161,10 @@ bool Visitor::queueAgentMessage(const json& message, Moment now) {
 }
 
 std::vector<std::string> Visitor::takeAgentMessages() {
-    std::vector<std::string> result;
-    while (auto message = takeAgentMessage())
-        result.push_back(std::move(*message));
+    std::vector<std::string> result(std::make_move_iterator(agentMessages_.begin()),
+                                    std::make_move_iterator(agentMessages_.end()));
+    agentMessages_.clear();
+    agentMessageBytes_ = 0;
     return result;
 }
 
