@@ -7,17 +7,17 @@
 
 namespace merovanta {
 
-/// The hosts that the library talks to. The one instance is Merovanta::configuration(). Nothing is checked, and
-/// nothing fails. Use it once the platform is initialised, which brings the protocol of the addresses. Thread:
-/// main.
+/// The hosts that the library talks to. The one instance is Merovanta::configuration(). Nothing is checked,
+/// and nothing fails. Use it once the platform is initialised, which brings the protocol of the addresses.
+/// Thread: main.
 class MEROVANTA_EXPORT MerovantaConfiguration {
  public:
     MerovantaConfiguration(const MerovantaConfiguration&) = delete;
     MerovantaConfiguration& operator=(const MerovantaConfiguration&) = delete;
 
     /// Sends the requests that start a session, poll for the agent, tag the visitor and configure the chat to
-    /// this host ("service.example:8443"), and moves the content delivery there. A session's own stream goes to
-    /// the host that Merovanta::initConfig() has set: name the host there as well, or only there.
+    /// this host ("service.example:8443"), and moves the content delivery there. A session's own stream goes
+    /// to the host that Merovanta::initConfig() has set: name the host there as well, or only there.
     void setServer(std::string hostname);
 
     /// Moves only the content delivery to this host.

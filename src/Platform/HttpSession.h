@@ -33,8 +33,8 @@ struct HttpReply {
     std::optional<std::string> data;
     std::optional<HttpResponse> response;
     /// The request failed: no route, time-out, connection lost in the middle, reply larger than the bound.
-    /// A status such as 500 is a response and no error. A chunked reply whose connection was lost may pass for
-    /// a whole one: readers do not trust that data is complete.
+    /// A status such as 500 is a response and no error. A chunked reply whose connection was lost may pass
+    /// for a whole one: readers do not trust that data is complete.
     std::optional<StringError> error;
 };
 
