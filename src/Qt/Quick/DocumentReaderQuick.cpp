@@ -9,6 +9,8 @@
 #include <cmath>
 #include <utility>
 
+#include "Qt/Foundation/GuardedFileQt.h"
+
 namespace merovanta::quick {
 
 namespace {
@@ -88,7 +90,7 @@ DocumentReaderQuick::Content DocumentReaderQuick::read(qt::DocumentType type) {
 }
 
 QImage DocumentReaderQuick::image(int page, int width) const {
-    if (width <= 0) return {};
+    if (width <= 0 || mIsCancelled) return {};
     return mPdf ? pageImage(page, width) : pictureImage(width);
 }
 
@@ -105,7 +107,8 @@ DocumentReaderQuick::Content DocumentReaderQuick::readPdf() {
 }
 
 DocumentReaderQuick::Content DocumentReaderQuick::readPicture() const {
-    const QImageReader reader(mPath, pictureFormat(mPath));
+    qt::GuardedFileQt file(mPath, mIsCancelled);
+    const QImageReader reader(&file, pictureFormat(mPath));
     const QSize size = pictureSize(reader);
     if (size.isEmpty()) return {};
     const QSize shown = isTurned(reader) ? size.transposed() : size;
@@ -135,7 +138,8 @@ QImage DocumentReaderQuick::pageImage(int page, int width) const {
 }
 
 QImage DocumentReaderQuick::pictureImage(int width) const {
-    QImageReader reader(mPath, pictureFormat(mPath));
+    qt::GuardedFileQt file(mPath, mIsCancelled);
+    QImageReader reader(&file, pictureFormat(mPath));
     const QSize size = pictureSize(reader);
     if (size.isEmpty()) return {};
     reader.setAutoTransform(true);
@@ -143,7 +147,8 @@ QImage DocumentReaderQuick::pictureImage(int width) const {
     const QSize shown = boundedSize(width, turned ? size.transposed() : size);
     const QSize wanted = turned ? shown.transposed() : shown;
     if (wanted.width() < size.width()) reader.setScaledSize(wanted);
-    return reader.read();
+    const QImage image = reader.read();
+    return file.isOver() ? QImage() : image;
 }
 
 }  // namespace merovanta::quick
