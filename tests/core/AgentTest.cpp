@@ -196,8 +196,14 @@ TEST_F(AgentTest, TheVisitorIsAskedOnceAtATimeAndConsentIsReported) {
 TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
     startSession();
     say({{"co", {{"opt", true}}}});
+    Merovanta::panoptra().stop();
+    startSession();
+    platform->alerts().answer(true);
     advance(1s);
-    ASSERT_THAT(platform->alerts().presented, SizeIs(1));
+    EXPECT_EQ(config().panoptraConfig->optIn, false) << "asked before the texts had come";
+    say({{"co", {{"opt", true}}}});
+    advance(1s);
+    ASSERT_THAT(platform->alerts().presented, SizeIs(2));
     Merovanta::panoptra().stop();
     startSession();
     platform->alerts().answer(true);

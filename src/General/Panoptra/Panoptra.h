@@ -70,7 +70,7 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     void startEnded();
     void finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error);
 
-    /// Whether this start is still wanted; completes it with an error if a stop has overtaken it.
+    /// Whether a stop has overtaken this start, which is then completed with an error.
     [[nodiscard]] bool failIfOvertaken(const std::shared_ptr<Start>& start) const;
 
     void observeApplicationState();

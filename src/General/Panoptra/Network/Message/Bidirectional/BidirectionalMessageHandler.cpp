@@ -61,7 +61,9 @@ void BidirectionalMessageHandler::handle(BidirectionalMessage message) const {
     // Deliberately for false as well: that the agent's side speaks of it at all asks for the faster rate.
     if (message.bidirectional && session) session->increasedPollingFrequency = true;
     if (message.optIn.value_or(false)) mConsentDialog->ask();
-    if (message.start.value_or(false)) startSession();
+    if (!message.start.value_or(false)) return;
+    startSession();
+    if (message.optIn.value_or(false)) mConsentDialog->sessionStarted();
 }
 
 // The controllers are resolved at the moment of use: they are themselves built from the transports that call

@@ -20,6 +20,7 @@ void ConsentDialog::ask() {
     assertMainThread();
     if (mIsAsking) return;
     mIsAsking = true;
+    mAsked = share();
     uiStrings->load(applicationConfig->config.tenantId.value_or(""),
                     [weak = weak_from_this()](const std::optional<StringError>& error) {
                         if (error) Log::warning("Cannot load texts: " + error->errorDescription());
@@ -29,8 +30,11 @@ void ConsentDialog::ask() {
                     });
 }
 
+void ConsentDialog::sessionStarted() {
+    if (mIsAsking) mAsked = share();
+}
+
 void ConsentDialog::present() {
-    mAsked = share();
     const auto title = uiStrings->text("ui.mobile.confirm.title");
     const auto accept = uiStrings->text("ui.confirm.accept");
     const auto decline = uiStrings->text("ui.confirm.decline");

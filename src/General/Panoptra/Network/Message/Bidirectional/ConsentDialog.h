@@ -20,6 +20,9 @@ class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
     /// answer counts only for the session and the visitor that were asked.
     void ask();
 
+    /// The message that asked has started a session as well: that is the one the question is about.
+    void sessionStarted();
+
  private:
     /// What is shared, and by whom. A session keeps its share code when it returns from the background.
     struct Share {
