@@ -57,7 +57,7 @@ function now() {
 function select(id) {
   selected = id;
   phone.clear();
-  control.clear();
+  control.leave();
   timeline.add([], true);
   connection.watch(id ?? '');
   choosePerson();

@@ -12,7 +12,8 @@ export class PictureControl {
   #phone;
   #channel;
   #size = null;
-  #sending;
+  #sending = null;
+  #drawnFor;
   #sketch = new Sketch();
   #tools = new PictureTools({
     onMode: () => this.#refresh(),
@@ -43,9 +44,14 @@ export class PictureControl {
     this.#refresh();
   }
 
-  /** Forgets what is drawn, for another visitor. */
+  /** Makes ready for another visitor; what waits to go out still goes to the one it was drawn for. */
+  leave() {
+    if (this.#sending) this.#send();
+    this.clear();
+  }
+
   clear() {
-    clearTimeout(this.#sending);
+    this.#wait();
     this.#sketch.clear();
     this.#refresh();
   }
@@ -62,7 +68,7 @@ export class PictureControl {
   }
 
   #begin(place) {
-    clearTimeout(this.#sending);
+    this.#wait();
     this.#sketch.begin(place, this.#tools.pen);
   }
 
@@ -78,8 +84,14 @@ export class PictureControl {
   }
 
   #sendSoon() {
-    clearTimeout(this.#sending);
+    this.#wait();
+    this.#drawnFor = this.#channel.visitor;
     if (this.#tools.sendsOnRelease) this.#sending = setTimeout(() => this.#send(), SEND_AFTER_MS);
+  }
+
+  #wait() {
+    clearTimeout(this.#sending);
+    this.#sending = null;
   }
 
   #undo() {
@@ -91,6 +103,6 @@ export class PictureControl {
     if (this.#sketch.strokes === 0) return;
     const url = this.#sketch.toPng();
     this.clear();
-    await this.#channel.send(messages.drawing(url), { quietly: true });
+    await this.#channel.send(messages.drawing(url), { quietly: true, visitor: this.#drawnFor });
   }
 }
