@@ -18,7 +18,7 @@ void say(const QString& line) {
 
 void tellPlace(const QQuickWindow& window, const QString& objectName) {
     const auto* item = findVisibleItem(window, objectName);
-    if (!item || !item->isEnabled()) return say(objectName + QStringLiteral(" is not there"));
+    if (!item || !isReady(*item)) return say(objectName + QStringLiteral(" is not there"));
     const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
     say(QStringLiteral("%1 at %2 %3 %4 %5")
             .arg(objectName)

@@ -17,3 +17,11 @@ QQuickItem* findIn(QQuickItem* item, const QString& objectName) {
 QQuickItem* findVisibleItem(const QQuickWindow& window, const QString& objectName) {
     return findIn(window.contentItem(), objectName);
 }
+
+bool isReady(const QQuickItem& item) {
+    for (const auto* step = &item; step; step = step->parentItem()) {
+        // A stack of pages drops what is tapped until the new one is in place.
+        if (step->property("busy").toBool()) return false;
+    }
+    return item.isEnabled();
+}

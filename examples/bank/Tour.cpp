@@ -179,11 +179,11 @@ void Tour::beat() {
     }
 }
 
-// The middle of the target once it can be touched: enabled, inside the window, and where it was a beat ago.
+// The middle of the target once it can be touched: ready, inside the window, and where it was a beat ago.
 std::optional<QPointF> Tour::restingPlace(const QString& objectName) {
     const auto* item = findVisibleItem(*m_window, objectName);
     const auto before = std::exchange(m_lastPlace, std::nullopt);
-    if (!item || !item->isEnabled()) return std::nullopt;
+    if (!item || !isReady(*item)) return std::nullopt;
     const QPointF middle = item->mapToScene({item->width() / 2, item->height() / 2});
     if (!QRectF(QPointF(), m_window->size()).contains(middle)) return std::nullopt;
     m_lastPlace = middle;
