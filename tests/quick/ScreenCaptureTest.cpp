@@ -248,6 +248,31 @@ TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
     EXPECT_EQ(masksBelow(scene.root(), *scene.root()).size(), 1);
 }
 
+TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {
+    const auto* const layer = "layer.enabled: true; width: 300; height: 400;";
+    for (const auto* const scenery :
+         {"Item { %1 SecretField { objectName: 'secret'; y: 40 } }",
+          "Item { %1 Item { %1 Item { %1 SecretField { objectName: 'secret'; y: 40 } } } }",
+          "Item { id: source; width: 300; height: 400; SecretField { objectName: 'secret'; y: 40 } } "
+          "ShaderEffectSource { sourceItem: source; hideSource: true; width: 300; height: 400 }"}) {
+        Scene scene("Window {" + QString(scenery).replace("%1", layer) + "}");
+        const auto tally = film(scene, 20, [&](int attempt) {
+            // With frames of its own in between, and without.
+            if (attempt % 2 == 0) QTest::qWait(40);
+            scene.item("secret")->setX(attempt % 3 * 50);
+        });
+        EXPECT_EQ(tally.leaked, 0) << scenery;
+        EXPECT_EQ(tally.masked, 20) << scenery;
+
+        QTest::qWait(100);
+        film(scene, 1);
+        int frames = 0;
+        QObject::connect(&scene.window(), &QQuickWindow::beforeRendering, [&] { ++frames; });
+        QTest::qWait(100);
+        EXPECT_EQ(frames, 0) << "a picture asks for no further frame: " << scenery;
+    }
+}
+
 TEST(ScreenCaptureMasks, AreNotTrustedWhileAnAnimatorRuns) {
     for (const auto* const scenery :
          {"SecretField { id: moved; y: 40; %1 }", "Item { SecretField { id: moved; y: 40; %1 } }",

@@ -3,10 +3,15 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGRendererInterface>
+#include <QtQuick/QSGTextureProvider>
+#include <algorithm>
+#include <vector>
 // The public interface shows neither an item's use by effects nor a window's renderer.
 #include <private/qquickitem_p.h>
+#include <private/qquickshadereffectsource_p.h>
 #include <private/qquickwindow_p.h>
 #include <private/qsgabstractsoftwarerenderer_p.h>
+#include <private/qsgadaptationlayer_p.h>
 
 namespace merovanta::quick {
 
@@ -16,8 +21,52 @@ bool mayBePainted(const QQuickItem& item) {
     return extra.isAllocated() && extra->recursiveEffectRefCount > 0;
 }
 
+namespace {
+
+struct Effect {
+    QQuickShaderEffectSource* source = nullptr;
+    int depth = 0;
+};
+
+void addEffects(const QQuickItem& item, int depth, std::vector<Effect>& effects) {
+    const auto children = item.childItems();
+    for (QQuickItem* child : children) {
+        auto* const source = qobject_cast<QQuickShaderEffectSource*>(child);
+        if (source != nullptr && QQuickItemPrivate::get(source)->paintNode != nullptr) {
+            effects.push_back({source, depth});
+        }
+        addEffects(*child, depth + 1, effects);
+    }
+}
+
+/// By itself, the software renderer shows a layer as it was a frame ago, and one inside another as it was
+/// longer ago.
+void paintLayers(const QQuickWindow& window) {
+    std::vector<Effect> effects;
+    addEffects(*window.contentItem(), 0, effects);
+    // What is inside another lies deeper.
+    std::stable_sort(effects.begin(), effects.end(),
+                     [](const Effect& a, const Effect& b) { return a.depth > b.depth; });
+    // They would ask for a further frame.
+    std::vector<QSignalBlocker> quiet;
+    for (const Effect& effect : effects)
+        quiet.emplace_back(effect.source->textureProvider()->texture());
+    for (const Effect& effect : effects) {
+        auto* const layer = qobject_cast<QSGLayer*>(effect.source->textureProvider()->texture());
+        auto* const node =
+            dynamic_cast<QSGInternalImageNode*>(QQuickItemPrivate::get(effect.source)->paintNode);
+        if (layer == nullptr || node == nullptr) continue;
+        layer->markDirtyTexture();
+        node->preprocess();
+        node->update();
+    }
+}
+
+}  // namespace
+
 void paintWhole(QQuickWindow& window) {
     if (window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software) return;
+    paintLayers(window);
     auto* const renderer =
         dynamic_cast<QSGAbstractSoftwareRenderer*>(QQuickWindowPrivate::get(&window)->renderer);
     if (renderer != nullptr) renderer->markDirty();

@@ -11,8 +11,8 @@ namespace merovanta::quick {
 
 /// Makes the software renderer paint the whole window in the frame now under way, not only what changed.
 /// Without that, an item that moves entirely below an opaque one leaves its old picture behind, where nothing
-/// masks it. For every other renderer, which paints each frame whole, this does nothing. On the thread that
-/// renders.
+/// masks it, and layers lag behind what is in them. For every other renderer, which paints each frame whole,
+/// this does nothing. On the thread that renders.
 void paintWhole(QQuickWindow& window);
 
 }  // namespace merovanta::quick
