@@ -252,6 +252,10 @@ TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {
     const auto* const layer = "layer.enabled: true; width: 300; height: 400;";
     for (const auto* const scenery :
          {"Item { %1 SecretField { objectName: 'secret'; y: 40 } }",
+          "Item { %1 layer.sourceRect: Qt.rect(-90, -90, 600, 600); SecretField { objectName: 'secret'; y: "
+          "40 } }",
+          "Item { %1 layer.textureMirroring: ShaderEffectSource.NoMirroring; SecretField { objectName: "
+          "'secret'; y: 40 } }",
           "Item { %1 Item { %1 Item { %1 SecretField { objectName: 'secret'; y: 40 } } } }",
           "Item { id: source; width: 300; height: 400; SecretField { objectName: 'secret'; y: 40 } } "
           "ShaderEffectSource { sourceItem: source; hideSource: true; width: 300; height: 400 }"}) {

@@ -4,9 +4,19 @@
 #include <cmath>
 #include <utility>
 
+#include "Qt/Quick/SceneGraphQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 
 namespace merovanta::quick {
+
+namespace {
+
+Rect place(const QQuickItem& item) {
+    const QRectF rect = item.mapRectToScene(QRectF(QPointF(), item.size()));
+    return {rect.x(), rect.y(), rect.width(), rect.height()};
+}
+
+}  // namespace
 
 FrameRequestQuick::FrameRequestQuick(PixelBuffer buffer, ScreenCapture::MaskProvider masks)
     : mProvider(std::move(masks)) {
@@ -18,10 +28,11 @@ void FrameRequestQuick::freeze(const QQuickWindow& window) {
     if (mStage != Stage::waiting) return fail();
     auto masks = mProvider();
     if (!masks) return fail();
-    for (const MaskArea& mask : *masks) {
+    for (MaskArea& mask : *masks) {
         QQuickItem* const item = mask.view == nullptr ? nullptr : ViewQuick::itemOf(*mask.view);
         if (item == nullptr) return fail();
         mGeometry.add(*item);
+        if (const QQuickItem* const layer = rearrangingLayer(*item)) mask.rect = place(*layer);
     }
     // A layer's picture may be one frame older than the nodes, so they must be in place already now, before
     // the animators move on, and not only when the frame is done.

@@ -49,6 +49,7 @@ void paintLayers(const QQuickWindow& window) {
                      [](const Effect& a, const Effect& b) { return a.depth > b.depth; });
     // They would ask for a further frame.
     std::vector<QSignalBlocker> quiet;
+    quiet.reserve(effects.size());
     for (const Effect& effect : effects)
         quiet.emplace_back(effect.source->textureProvider()->texture());
     for (const Effect& effect : effects) {
@@ -63,6 +64,21 @@ void paintLayers(const QQuickWindow& window) {
 }
 
 }  // namespace
+
+QQuickItem* rearrangingLayer(QQuickItem& item) {
+    QQuickItem* outermost = nullptr;
+    for (QQuickItem* step = &item; step != nullptr; step = step->parentItem()) {
+        const auto& extra = QQuickItemPrivate::get(step)->extra;
+        const QQuickItemLayer* const layer = extra.isAllocated() ? extra->layer : nullptr;
+        if (layer == nullptr || !layer->enabled()) continue;
+        const bool isPart =
+            !layer->sourceRect().isEmpty() && layer->sourceRect() != QRectF(QPointF(), step->size());
+        if (isPart || layer->textureMirroring() != QQuickShaderEffectSource::MirrorVertically) {
+            outermost = step;
+        }
+    }
+    return outermost;
+}
 
 void paintWhole(QQuickWindow& window) {
     if (window.rendererInterface()->graphicsApi() != QSGRendererInterface::Software) return;
