@@ -19,7 +19,7 @@ void handleStartRequest() {
         return;
     }
     coBrowsing->start([](const std::optional<StringError>& error, bool /*isStarted*/) {
-        if (error) Log::warning("Starting CoBrowsing failed: " + error->errorDescription());
+        if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
     });
 }
 
@@ -109,9 +109,8 @@ void CoBrowsing::startSession(const Completion& completion) {
 
 void CoBrowsing::sessionStarted() {
     mIsSessionRunning = true;
-    const ApplicationConfig& config = applicationConfig->config;
-    if (view) view->setChatActivated(config.chatAvailable.value_or(false));
-    setText(config.panoptraConfig ? config.panoptraConfig->shareId.value_or("") : "");
+    const auto& session = applicationConfig->config.panoptraConfig;
+    setText(session ? session->shareId.value_or("") : "");
 }
 
 void CoBrowsing::hide() {
@@ -139,6 +138,11 @@ void CoBrowsing::sessionRestarted(bool isRunning) {
     } else {
         sessionStopped();
     }
+}
+
+void CoBrowsing::setChatActivated(bool isActivated) {
+    assertMainThread();
+    if (view) view->setChatActivated(isActivated);
 }
 
 void CoBrowsing::refresh() {

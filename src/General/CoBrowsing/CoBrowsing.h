@@ -42,6 +42,9 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     void sessionRestarts();
     void sessionRestarted(bool isRunning);
 
+    /// Whether the service offers the chat, which the widget opens.
+    void setChatActivated(bool isActivated);
+
     /// Shows what is known now: the share code, once the session runs.
     void refresh();
 
