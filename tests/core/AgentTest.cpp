@@ -210,6 +210,11 @@ TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
     advance(1s);
     EXPECT_EQ(config().panoptraConfig->optIn, false);
     say({{"co", {{"opt", true}}}});
+    Merovanta::panoptra().stop();
+    startSession();
+    say({{"co", {{"opt", true}}}});
+    say({{"co", {{"opt", true}}}});
+    EXPECT_THAT(platform->alerts().presented, SizeIs(4)) << "a question left over hides no other";
     platform->app.resignActive();
     advance(6s);
     platform->app.becomeActive();

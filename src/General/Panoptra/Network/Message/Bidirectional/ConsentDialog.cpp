@@ -18,16 +18,19 @@ ConsentDialog::ConsentDialog(std::shared_ptr<ApplicationConfigWrapper> wrapper,
 
 void ConsentDialog::ask() {
     assertMainThread();
-    if (mIsAsking) return;
+    if (mIsAsking && mAsked == share()) return;
+    finish();
     mIsAsking = true;
     mAsked = share();
-    uiStrings->load(applicationConfig->config.tenantId.value_or(""),
-                    [weak = weak_from_this()](const std::optional<StringError>& error) {
-                        if (error) Log::warning("Cannot load texts: " + error->errorDescription());
-                        ViewUtils::runOnMainQueue([weak] {
-                            if (const auto self = weak.lock()) self->present();
-                        });
-                    });
+    uiStrings->load(
+        applicationConfig->config.tenantId.value_or(""),
+        [weak = weak_from_this(), question = ++mQuestion](const std::optional<StringError>& error) {
+            if (error) Log::warning("Cannot load texts: " + error->errorDescription());
+            ViewUtils::runOnMainQueue([weak, question] {
+                const auto self = weak.lock();
+                if (self && self->mQuestion == question) self->present();
+            });
+        });
 }
 
 void ConsentDialog::sessionStarted() {

@@ -17,7 +17,8 @@ class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
                   std::shared_ptr<UIStrings> uiStrings);
 
     /// Loads the texts if need be, then presents the question; does nothing while it is asked already. The
-    /// answer counts only for the session and the visitor that were asked.
+    /// answer counts only for the session and the visitor that were asked; a question left over from another
+    /// gives way.
     void ask();
 
     /// The message that asked has started a session as well: that is the one the question is about.
@@ -41,6 +42,7 @@ class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
     std::shared_ptr<UIStrings> uiStrings;
     bool mIsAsking = false;
+    unsigned mQuestion = 0;
     Share mAsked;
     std::unique_ptr<Alert> mAlert;
 };
