@@ -65,7 +65,7 @@ TEST_F(WebChatTest, OpensThePageOnceUnderTheVisitorsId) {
     advance(1s);
     open();
     EXPECT_EQ(fetches(), 2);
-    EXPECT_TRUE(log.contains("[DEBUG] WebChat: GET https://service.example/api/in/wc/c/support"));
+    EXPECT_TRUE(log.contains("[DEBUG] HttpUtil: GET https://service.example/api/in/wc/c/support"));
     EXPECT_EQ(platform->webViews().made, 1);
     EXPECT_EQ(screen->subviews.back()->classNames.front(), "ChatView");
     EXPECT_THAT(page().handlers, ElementsAre("openDocument", "jsError"));

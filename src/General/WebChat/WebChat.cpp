@@ -44,7 +44,6 @@ void WebChat::fetchConfiguration(const std::string& id, const std::shared_ptr<Vi
     };
     const auto url = MerovantaAPI::buildUrl("api/in/wc/c/" + encodePathSegment(id), {});
     if (!url) return report(StringError("Cannot construct URL"));
-    Log::debug("GET " + *url);
     merovantaAPI->get(*url, [weak = weak_from_this(), report,
                              owned = ownedByMainThread(parent)](const HttpReply& reply) {
         auto configuration = decode(reply);
