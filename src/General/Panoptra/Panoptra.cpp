@@ -144,6 +144,8 @@ void Panoptra::storeReply(const MonitoringConfigDTO& reply) {
         config.panoptraConfig->storageType = reply.storageType.value_or("l");
     }
     config.chatAvailable = reply.chatActivated;
+    if (const auto coBrowsing = Injection::resolve<CoBrowsing>())
+        coBrowsing->setChatActivated(reply.chatActivated.value_or(false));
 }
 
 void Panoptra::selectSender(const std::string& pageName) {
@@ -297,7 +299,12 @@ void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
     if (config && !config->ignoreIp) {
         storeReply(*config);
         if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->refresh();
-        reconnect(opening, pageName);
+        // In a turn of its own: a picture already on its way, masked by the lists just replaced, comes before
+        // it and is dropped.
+        ViewUtils::runOnMainQueue([weak = weak_from_this(), opening, pageName] {
+            const auto self = weak.lock();
+            if (self && self->mOpening == opening) self->reconnect(opening, pageName);
+        });
         return;
     }
     // Closed for good: until the next stop and start.
