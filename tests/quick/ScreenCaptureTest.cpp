@@ -246,6 +246,20 @@ TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
     EXPECT_TRUE(masksBelow(scene.root(), *scene.root()).empty());
     scene.item("secret")->setVisible(true);
     EXPECT_EQ(masksBelow(scene.root(), *scene.root()).size(), 1);
+
+    Scene rows(R"(Window {
+        ListView {
+            objectName: "list"; height: 100; width: 200; model: 30; cacheBuffer: 600; reuseItems: true
+            delegate: SecretField { height: 50 }
+        }
+    })");
+    const auto all = [&] {
+        return rows.item("list")->property("contentItem").value<QQuickItem*>()->childItems();
+    };
+    EXPECT_TRUE(eventually([&] { return all().size() > 10; })) << "rows are made in advance";
+    rows.item("list")->setProperty("contentY", 500);
+    QTest::qWait(50);
+    EXPECT_LE(masksBelow(rows.root(), *rows.root()).size(), 4) << "those out of sight hide no others";
 }
 
 TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {

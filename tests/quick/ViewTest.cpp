@@ -26,6 +26,7 @@ ApplicationWindow {
 )";
 
 TEST(Views, AreCalledByTheirPlainClassNames) {
+    qmlRegisterType(QUrl("qrc:/scenes/LoginPage.qml"), "Bank", 1, 0, "SignIn");
     Scene scene(tree);
     const auto root = scene.root();
     const auto name = [&](long tag) { return ViewUtils::viewWithTag(root, tag)->className(); };
@@ -47,6 +48,7 @@ TEST(Views, AreCalledByTheirPlainClassNames) {
         EXPECT_TRUE(is(6, kind)) << kind;
     }
     EXPECT_TRUE(is(4, "Rectangle"));
+    EXPECT_TRUE(is(5, "SignIn")) << "the name of the type is not that of its file";
     for (const auto* kind : {"", "Login", "LoginPage_QMLTYPE", "TextField", "QQuickRectangle"}) {
         EXPECT_FALSE(is(5, kind)) << kind;
     }

@@ -1,5 +1,6 @@
 #include "Qt/Quick/ClassNamesQuick.h"
 
+#include <QtCore/QFileInfo>
 #include <QtCore/QMetaObject>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
@@ -40,6 +41,14 @@ bool isPlainName(std::string_view className, std::string_view name) {
     return className.starts_with(name) && plainLength(className) == name.size();
 }
 
+/// Whether objects of the QML type are of this class; one that is written in QML is called by its file.
+bool isMadeOf(const QQmlType& type, std::string_view className) {
+    if (type.isComposite()) {
+        return QFileInfo(type.sourceUrl().path()).baseName().toStdString() == className;
+    }
+    return type.metaObject() != nullptr && type.metaObject()->className() == className;
+}
+
 }  // namespace
 
 ClassNamesQuick& ClassNamesQuick::instance() {
@@ -72,17 +81,15 @@ bool ClassNamesQuick::exists(std::string_view name) {
 }
 
 bool ClassNamesQuick::isRegisteredAs(const char* className, std::string_view name) {
-    const std::string_view key = className;
-    if (plainLength(key) != key.size()) return false;
+    const std::string_view key = plain(className);
     const std::scoped_lock lock(mMutex);
     auto found = mTypeNames.find(key);
     if (found == mTypeNames.end()) {
         std::vector<std::string> names;
         const auto types = QQmlMetaType::qmlTypes();
         for (const QQmlType& type : types) {
-            const QMetaObject* const metaObject = type.isComposite() ? nullptr : type.metaObject();
-            if (metaObject == nullptr || metaObject->className() != key) continue;
-            if (!type.elementName().isEmpty()) names.push_back(type.elementName().toStdString());
+            if (!type.elementName().isEmpty() && isMadeOf(type, key))
+                names.push_back(type.elementName().toStdString());
         }
         found = mTypeNames.emplace(key, std::move(names)).first;
     }

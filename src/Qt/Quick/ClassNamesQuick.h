@@ -16,8 +16,8 @@ namespace merovanta::quick {
 /// What the classes of QML and C++ objects are called.
 ///
 /// An object is of the QML types and C++ classes that it derives from, under their plain names: without the
-/// suffix that the engine adds to make names unique. A C++ class also answers to the names under which it is
-/// registered as a QML type.
+/// suffix that the engine adds to make names unique. A C++ class and a QML file also answer to the names
+/// under which they are registered as QML types.
 ///
 /// Thread: main, or one that runs while the main thread stands still; the lock is for the passage between
 /// them.

@@ -16,8 +16,10 @@
 namespace merovanta::quick {
 
 bool mayBePainted(const QQuickItem& item) {
-    if (item.isVisible()) return true;
-    const auto& extra = QQuickItemPrivate::get(&item)->extra;
+    const QQuickItemPrivate* const details = QQuickItemPrivate::get(&item);
+    // Culled are the rows that a list keeps out of sight, to be used again.
+    if (item.isVisible() && !details->culled) return true;
+    const auto& extra = details->extra;
     return extra.isAllocated() && extra->recursiveEffectRefCount > 0;
 }
 
