@@ -18,9 +18,10 @@ class MEROVANTA_EXPORT MerovantaUser {
 
     /// Identifies the visitor from now on and tells the service. The visitor's consent is taken back; a
     /// visitor without id gets new visitor, visit and session ids. When the service knows, a running session
-    /// is stopped and started again under the new identity; if that start fails, the log says so and no
-    /// session runs. A visitor without id then is known by the device again. The host's registered callbacks
-    /// stay. An open chat is loaded anew, as this visitor's. Any thread.
+    /// is stopped and started again under the new identity, and until then goes on under the earlier one; if
+    /// that start fails, the log says so and no session runs. A visitor without id then is known by the
+    /// device again. The host's registered callbacks stay. An open chat is loaded anew, as this visitor's.
+    /// Any thread.
     void tag(const ActiveUser& user);
 
     /// As tag(); the callback is then called with true once the service knows. It is not called if the
