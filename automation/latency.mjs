@@ -50,11 +50,11 @@ try {
   const tapOn = async (name) => agent.tap(await app.place(name));
   await agent.shows('the login page', await app.place('signInButton'), [0x0d, 0x66, 0x50]);
   await tapOn('demoButton');
-  await tapOn('tabProfile');
-  await app.line(/View changed to: ProfilePage$/);
+  await tapOn('tabCards');
+  await app.line(/View changed to: CardsPage$/);
 
   // Where the knob is in one position and not in the other.
-  const toggle = await app.place('fingerprintToggle');
+  const toggle = await app.place('freezeToggle');
   const place = { x: (toggle.x + 8) / 390, y: (toggle.y + toggle.height / 2) / 844 };
   const measure = async (what) => {
     const samples = [];
@@ -66,6 +66,7 @@ try {
       const reaction = await agent.page.evaluate(() => window.reaction);
       if (reaction) samples.push({ ...reaction, handled });
       else lost += 1;
+      if (lost > SAMPLES) throw new Error('the picture shows none of the taps');
     }
     console.log(`${what}, ${samples.length} clicks, ${lost} whose picture was lost:`);
     console.log(`  until the picture shows it  ${summary(samples.map(({ clicked, seen }) => seen - clicked))}`);
@@ -75,7 +76,7 @@ try {
   for (const pace of ['normal polling', 'faster polling']) {
     if (pace === 'faster polling') await agent.button('Faster polling').click();
     await measure(`${pace}, the visitor idle`);
-    const taps = setInterval(() => app.say('tap tabProfile'), VISITOR_TAPS_EVERY_MS);
+    const taps = setInterval(() => app.say('tap tabCards'), VISITOR_TAPS_EVERY_MS);
     await measure(`${pace}, the visitor tapping`);
     clearInterval(taps);
   }
