@@ -46,7 +46,10 @@ export class PictureControl {
 
   /** Makes ready for another visitor; what waits to go out still goes to the one it was drawn for. */
   leave() {
-    if (this.#sending) this.#send();
+    if (this.#sending) {
+      this.#sketch.abandon();
+      this.#send();
+    }
     this.clear();
   }
 
@@ -68,7 +71,8 @@ export class PictureControl {
   }
 
   #begin(place) {
-    this.#wait();
+    // Together with this stroke.
+    clearTimeout(this.#sending);
     this.#sketch.begin(place, this.#tools.pen);
   }
 
