@@ -248,7 +248,10 @@ TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
     EXPECT_EQ(masksBelow(scene.root(), *scene.root()).size(), 1);
 
     Scene rows(R"(Window {
+        Item { layer.enabled: true; width: 9; height: 9; Item { visible: false; SecretField {} } }
+        Item { layer.enabled: true; visible: false; width: 9; height: 9; SecretField {} }
         ListView {
+            layer.enabled: true
             objectName: "list"; height: 100; width: 200; model: 30; cacheBuffer: 600; reuseItems: true
             delegate: SecretField { height: 50 }
         }
@@ -259,7 +262,9 @@ TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
     EXPECT_TRUE(eventually([&] { return all().size() > 10; })) << "rows are made in advance";
     rows.item("list")->setProperty("contentY", 500);
     QTest::qWait(50);
-    EXPECT_LE(masksBelow(rows.root(), *rows.root()).size(), 4) << "those out of sight hide no others";
+    const auto masked = masksBelow(rows.root(), *rows.root()).size();
+    EXPECT_GE(masked, 2);
+    EXPECT_LE(masked, 4) << "those out of sight hide no others";
 }
 
 TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {
@@ -271,8 +276,9 @@ TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {
           "Item { %1 layer.textureMirroring: ShaderEffectSource.NoMirroring; SecretField { objectName: "
           "'secret'; y: 40 } }",
           "Item { %1 Item { %1 Item { %1 SecretField { objectName: 'secret'; y: 40 } } } }",
-          "Item { id: source; width: 300; height: 400; SecretField { objectName: 'secret'; y: 40 } } "
-          "ShaderEffectSource { sourceItem: source; hideSource: true; width: 300; height: 400 }"}) {
+          "Item { id: source; visible: false; width: 300; height: 400; SecretField { objectName: 'secret'; "
+          "y: 40 } } "
+          "ShaderEffectSource { sourceItem: source; width: 300; height: 400 }"}) {
         Scene scene("Window {" + QString(scenery).replace("%1", layer) + "}");
         const auto tally = film(scene, 20, [&](int attempt) {
             // With frames of its own in between, and without.

@@ -44,7 +44,7 @@ bool isPlainName(std::string_view className, std::string_view name) {
 /// Whether objects of the QML type are of this class; one that is written in QML is called by its file.
 bool isMadeOf(const QQmlType& type, std::string_view className) {
     if (type.isComposite()) {
-        return QFileInfo(type.sourceUrl().path()).baseName().toStdString() == className;
+        return QFileInfo(type.sourceUrl().path()).completeBaseName().toStdString() == className;
     }
     return type.metaObject() != nullptr && type.metaObject()->className() == className;
 }

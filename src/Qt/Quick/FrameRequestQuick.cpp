@@ -28,12 +28,15 @@ void FrameRequestQuick::freeze(const QQuickWindow& window) {
     if (mStage != Stage::waiting) return fail();
     auto masks = mProvider();
     if (!masks) return fail();
-    for (MaskArea& mask : *masks) {
+    std::vector<MaskArea> layers;
+    for (const MaskArea& mask : *masks) {
         QQuickItem* const item = mask.view == nullptr ? nullptr : ViewQuick::itemOf(*mask.view);
         if (item == nullptr) return fail();
         mGeometry.add(*item);
-        if (const QQuickItem* const layer = rearrangingLayer(*item)) mask.rect = place(*layer);
+        if (const QQuickItem* const layer = rearrangingLayer(*item))
+            layers.push_back({place(*layer), mask.view});
     }
+    masks->insert(masks->end(), layers.begin(), layers.end());
     // A layer's picture may be one frame older than the nodes, so they must be in place already now, before
     // the animators move on, and not only when the frame is done.
     if (!mGeometry.matchesScene()) return fail();

@@ -18,9 +18,12 @@ namespace merovanta::quick {
 bool mayBePainted(const QQuickItem& item) {
     const QQuickItemPrivate* const details = QQuickItemPrivate::get(&item);
     // Culled are the rows that a list keeps out of sight, to be used again.
-    if (item.isVisible() && !details->culled) return true;
+    if (details->explicitVisible && !details->culled) return true;
     const auto& extra = details->extra;
-    return extra.isAllocated() && extra->recursiveEffectRefCount > 0;
+    if (!extra.isAllocated()) return false;
+    // Its own layer is hidden with it.
+    const int ownEffects = extra->layer != nullptr && extra->layer->effectSource() != nullptr ? 1 : 0;
+    return extra->effectRefCount > ownEffects;
 }
 
 namespace {
@@ -30,14 +33,21 @@ struct Effect {
     int depth = 0;
 };
 
-void addEffects(const QQuickItem& item, int depth, std::vector<Effect>& effects) {
+int depthOf(const QQuickItem* item) {
+    int depth = 0;
+    for (; item != nullptr; item = item->parentItem())
+        ++depth;
+    return depth;
+}
+
+void addEffects(const QQuickItem& item, std::vector<Effect>& effects) {
     const auto children = item.childItems();
     for (QQuickItem* child : children) {
         auto* const source = qobject_cast<QQuickShaderEffectSource*>(child);
-        if (source != nullptr && QQuickItemPrivate::get(source)->paintNode != nullptr) {
-            effects.push_back({source, depth});
+        if (source != nullptr && source->live() && QQuickItemPrivate::get(source)->paintNode != nullptr) {
+            effects.push_back({source, depthOf(source->sourceItem())});
         }
-        addEffects(*child, depth + 1, effects);
+        addEffects(*child, effects);
     }
 }
 
@@ -45,8 +55,8 @@ void addEffects(const QQuickItem& item, int depth, std::vector<Effect>& effects)
 /// longer ago.
 void paintLayers(const QQuickWindow& window) {
     std::vector<Effect> effects;
-    addEffects(*window.contentItem(), 0, effects);
-    // What is inside another lies deeper.
+    addEffects(*window.contentItem(), effects);
+    // A layer inside another is that of a deeper item.
     std::stable_sort(effects.begin(), effects.end(),
                      [](const Effect& a, const Effect& b) { return a.depth > b.depth; });
     // They would ask for a further frame.

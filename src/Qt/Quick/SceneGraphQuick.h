@@ -5,8 +5,9 @@ class QQuickWindow;
 
 namespace merovanta::quick {
 
-/// Whether the item, or what is in it, may be on the screen: it is visible, or an effect shows it in its
-/// stead. The pages that a stack or tabs keep behind the one in front are not, nor are a list's spare rows.
+/// Whether the item, or what is in it, may be on the screen, if its parent is: it is visible, or an effect
+/// shows it in its stead. The pages that a stack or tabs keep behind the one in front are not, nor are a
+/// list's spare rows.
 [[nodiscard]] bool mayBePainted(const QQuickItem& item);
 
 /// The outermost item whose layer shows what is in it, this item too, in other places than where the items
