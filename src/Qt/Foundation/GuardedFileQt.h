@@ -1,25 +1,25 @@
 #pragma once
 
-#include <QtCore/QDeadlineTimer>
 #include <QtCore/QFile>
 #include <atomic>
 
+#include "Qt/Foundation/ReadingTimeQt.h"
+
 namespace merovanta::qt {
 
-/// A file that came from outside, for a reader that takes long over some: it ends, with an error, some
-/// seconds after it was opened, once it is cancelled, and when the application ends.
+/// A file that came from outside, for a reader that takes long over some: it ends, with an error, when
+/// the time of reading is over.
 class GuardedFileQt final : public QFile {
  public:
     GuardedFileQt(const QString& path, const std::atomic<bool>& isCancelled);
 
-    [[nodiscard]] bool isOver() const;
+    [[nodiscard]] bool isOver() const { return mTime.isOver(); }
 
  protected:
     qint64 readData(char* data, qint64 maximumSize) override;
 
  private:
-    const std::atomic<bool>& mIsCancelled;
-    const QDeadlineTimer mDeadline;
+    const ReadingTimeQt mTime;
 };
 
 }  // namespace merovanta::qt
