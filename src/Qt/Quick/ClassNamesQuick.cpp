@@ -117,11 +117,8 @@ bool ClassNamesQuick::isRegistered(std::string_view name) {
     const auto known = mUnknown.find(name);
     if (known != mUnknown.end() && known->second == types.size()) return false;
     const QString wanted = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
-    const QByteArray wantedClass = wanted.toUtf8();
     const bool found = std::any_of(types.begin(), types.end(), [&](const QQmlType& type) {
-        if (type.elementName() == wanted) return true;
-        const QMetaObject* const metaObject = type.isComposite() ? nullptr : type.metaObject();
-        return metaObject != nullptr && metaObject->className() == wantedClass;
+        return type.elementName() == wanted || isMadeOf(type, name);
     });
     if (found) {
         // The types of a module that was loaded since may be other names of classes met before.
