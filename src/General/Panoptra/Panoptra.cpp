@@ -298,7 +298,6 @@ void Panoptra::reopeningReplied(unsigned opening, const std::string& pageName,
     const auto config = reply ? reply.value() : std::nullopt;
     if (config && !config->ignoreIp) {
         storeReply(*config);
-        if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->refresh();
         // In a turn of its own: a picture already on its way, masked by the lists just replaced, comes before
         // it and is dropped.
         ViewUtils::runOnMainQueue([weak = weak_from_this(), opening, pageName] {
