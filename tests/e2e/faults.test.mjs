@@ -58,7 +58,7 @@ before(async () => {
   app = App.open(file, service.host, ['--control', '--tour']);
 });
 
-/** Hands over a function that waits for a picture of this session: any one, or one after the first `from` events. */
+/** Hands over a function that waits for a picture of what it has started: any one, or one after the first `from` events. */
 async function session(whileRunning) {
   const begin = service.events().length;
   const picture = (from = begin) => eventually('a picture', () => {
