@@ -109,8 +109,17 @@ TEST_F(CoBrowsingTest, ASessionThatCannotStartShowsItsErrorUntilItIsClosed) {
     expectError("[ERROR] MerovantaCoBrowsing: Starting CoBrowsing failed: UI is already shown");
     EXPECT_EQ(platform->widgets().made, 1);
     Merovanta::coBrowsing().stop();
+    service.initReply["cA"] = true;
+    platform->tapRecognizers().isBroken = true;
     start();
-    EXPECT_THAT(outcomes, ElementsAre("Panoptra is already started", "UI is already shown", "started"));
+    expectError("[ERROR] CoBrowsing: Starting Panoptra failed: Cannot register click listener");
+    expectError("[ERROR] MerovantaCoBrowsing: Starting CoBrowsing failed: Cannot register click listener");
+    EXPECT_THAT(widget()->hidden, UnorderedElementsAre(Element::showButton)) << "the chat is there to ask";
+    platform->tapRecognizers().isBroken = false;
+    Merovanta::coBrowsing().stop();
+    start();
+    EXPECT_THAT(outcomes, ElementsAre("Panoptra is already started", "UI is already shown",
+                                      "Cannot register click listener", "started"));
 }
 
 TEST_F(CoBrowsingTest, AWidgetThatCannotBeShownStartsNoSession) {
