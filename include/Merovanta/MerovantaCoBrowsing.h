@@ -26,8 +26,8 @@ class MEROVANTA_EXPORT MerovantaCoBrowsing {
     void stop();
 
     /// As start(); then one of the closures is called: the first when the session runs, the second, with the
-    /// reason, when it could not be started. Neither is called if the service leaves this visitor alone.
-    /// The second may be called before this returns, and is called when a stop() overtakes the start.
+    /// reason, when it could not be started or the service leaves this visitor alone. The second may be
+    /// called before this returns, and is called when a stop() overtakes the start.
     void startWith(std::function<void()> success, std::function<void(const std::string& error)> failure);
 
  private:

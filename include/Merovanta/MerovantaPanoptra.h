@@ -23,7 +23,7 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// Starts a session: the service is asked what to hide and whether to watch, then the masked screen, the
     /// changes of page and the taps are streamed to it. Logs an error if a session runs already, or if this
     /// one cannot be started; the latter may be tried again. A visitor whom the service ignores is left
-    /// alone, but counts as started until stop().
+    /// alone: nothing runs then.
     void start();
 
     /// Ends the session. Logs a warning if none runs.

@@ -16,9 +16,9 @@ std::string_view baseName(std::string_view path) {
     return path.substr(0, path.find_last_of('.'));
 }
 
-void write(std::string_view prefix, std::string_view message, const Log::Source& source) {
+void write(std::string_view prefix, std::string_view message, Log::Source source) {
     std::string line;
-    line.append(prefix).append(baseName(source.file_name())).append(": ");
+    line.append(prefix).append(source.name()).append(": ");
     // Texts from outside must not be able to forge a second line.
     while (!message.empty()) {
         const std::size_t control = message.front() == '\t' ? 0 : controlCharacterSize(message);
@@ -32,15 +32,17 @@ void write(std::string_view prefix, std::string_view message, const Log::Source&
 
 }  // namespace
 
-void Log::debug(std::string_view message, const Source& source) {
+Log::Source::Source(const std::source_location& location) : mName(baseName(location.file_name())) {}
+
+void Log::debug(std::string_view message, Source source) {
     write("[DEBUG] ", message, source);
 }
 
-void Log::warning(std::string_view message, const Source& source) {
+void Log::warning(std::string_view message, Source source) {
     write("[WARNING] ", message, source);
 }
 
-void Log::error(std::string_view message, const Source& source) {
+void Log::error(std::string_view message, Source source) {
     write("[ERROR] ", message, source);
 }
 

@@ -6,16 +6,27 @@
 namespace merovanta {
 
 /// The console log: one line on standard output for each call, always. The line names the calling source
-/// file. Any thread.
+/// file, or whatever else it is to be known by. Any thread.
 class Log {
  public:
-    using Source = std::source_location;
+    /// What a line comes from.
+    class Source {
+     public:
+        // NOLINTNEXTLINE(google-explicit-constructor): the place of the call stands for itself.
+        Source(const std::source_location& location);
+        explicit Source(std::string_view name) : mName(name) {}
+
+        [[nodiscard]] std::string_view name() const { return mName; }
+
+     private:
+        std::string_view mName;
+    };
 
     Log() = delete;
 
-    static void debug(std::string_view message, const Source& source = Source::current());
-    static void warning(std::string_view message, const Source& source = Source::current());
-    static void error(std::string_view message, const Source& source = Source::current());
+    static void debug(std::string_view message, Source source = std::source_location::current());
+    static void warning(std::string_view message, Source source = std::source_location::current());
+    static void error(std::string_view message, Source source = std::source_location::current());
 };
 
 }  // namespace merovanta

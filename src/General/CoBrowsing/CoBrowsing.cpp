@@ -48,33 +48,28 @@ void CoBrowsing::start(Completion completion) {
         return;
     }
     isStarted = true;
-    ++mRun;
+    mInvitation = std::make_shared<Invitation>(Invitation{.completion = std::move(completion)});
+    const std::weak_ptr<Invitation> invitation = mInvitation;
     uiStrings->load(applicationConfig->config.tenantId.value_or(""),
-                    [weak = weak_from_this(), run = mRun,
-                     completion = std::move(completion)](const std::optional<StringError>& error) {
+                    [weak = weak_from_this(), invitation](const std::optional<StringError>& error) {
                         if (error) Log::warning("Cannot load texts: " + error->errorDescription());
-                        ViewUtils::runOnMainQueue([weak, run, completion] {
+                        ViewUtils::runOnMainQueue([weak, invitation] {
                             const auto self = weak.lock();
-                            if (!self) return;
-                            if (self->mRun == run) {
-                                self->showWidget(completion);
-                            } else {
-                                completion(StringError("CoBrowsing was stopped while it started"), false);
-                            }
+                            if (self && !invitation.expired()) self->showWidget();
                         });
                     });
 }
 
-void CoBrowsing::showWidget(const Completion& completion) {
+void CoBrowsing::showWidget() {
     if (const auto error = createWidget()) {
         isStarted = false;
         Log::error("Starting UI failed with error: " + error->errorDescription());
-        completion(error, false);
+        std::exchange(mInvitation, nullptr)->completion(error, false);
         return;
     }
     setText(textOr(connectingString, "CONNECTING"));
     view->tenantId = applicationConfig->config.tenantId.value_or("");
-    startSession(completion);
+    startSession();
 }
 
 std::optional<StringError> CoBrowsing::createWidget() {
@@ -87,28 +82,32 @@ std::optional<StringError> CoBrowsing::createWidget() {
     return std::nullopt;
 }
 
-void CoBrowsing::startSession(const Completion& completion) {
+void CoBrowsing::startSession() {
     const auto& visit = applicationConfig->config.visitConfig;
     panoptra->start(
         /*force=*/true, visit ? visit->sessionId : std::nullopt,
-        [weak = weak_from_this(), run = mRun, completion](const std::optional<StringError>& error) {
+        [weak = weak_from_this(), invitation = std::weak_ptr(mInvitation),
+         completion =
+             std::exchange(mInvitation->completion, nullptr)](const std::optional<StringError>& error) {
             const auto self = weak.lock();
-            if (!self) return;
-            if (error) {
-                Log::error("Starting Panoptra failed: " + error->errorDescription());
-                if (self->mRun == run) {
-                    self->isStarted = false;
-                    self->setText(self->textOr(self->errorString, "ERROR"));
-                }
-            } else if (self->mRun == run) {
-                self->sessionStarted();
-            }
-            completion(error, !error);
+            const bool isCurrent = self && !invitation.expired();
+            if (error) Log::error("Starting Panoptra failed: " + error->errorDescription());
+            if (isCurrent && error) self->startFailed();
+            if (isCurrent && !error) self->sessionStarted();
+            // One that the service leaves alone has lost its widget by now.
+            completion(error, isCurrent && !error);
         });
 }
 
+/// The widget stays, to say so.
+void CoBrowsing::startFailed() {
+    mInvitation.reset();
+    isStarted = false;
+    setText(textOr(errorString, "ERROR"));
+}
+
 void CoBrowsing::sessionStarted() {
-    mIsSessionRunning = true;
+    mInvitation->isConnected = true;
     const auto& session = applicationConfig->config.panoptraConfig;
     setText(session ? session->shareId.value_or("") : "");
 }
@@ -127,12 +126,12 @@ void CoBrowsing::sessionStopped() {
 }
 
 void CoBrowsing::sessionRestarts() {
-    mIsSessionRunning = false;
+    if (mInvitation) mInvitation->isConnected = false;
     setText(textOr(connectingString, "CONNECTING"));
 }
 
 void CoBrowsing::sessionRestarted(bool isRunning) {
-    if (!isStarted) return;
+    if (!mInvitation) return;
     if (isRunning) {
         sessionStarted();
     } else {
@@ -146,7 +145,7 @@ void CoBrowsing::setChatActivated(bool isActivated) {
 }
 
 void CoBrowsing::refresh() {
-    if (mIsSessionRunning) sessionStarted();
+    if (mInvitation && mInvitation->isConnected) sessionStarted();
 }
 
 void CoBrowsing::setText(const std::string& text) {
@@ -156,11 +155,12 @@ void CoBrowsing::setText(const std::string& text) {
 }
 
 void CoBrowsing::removeWidget() {
-    ++mRun;
-    mIsSessionRunning = false;
-    ViewUtils::runOnMainQueue([widget = std::exchange(view, nullptr)] {
-        if (widget) widget->removeFromSuperview();
-    });
+    const auto invitation = std::exchange(mInvitation, nullptr);
+    ViewUtils::runOnMainQueue(
+        [widget = std::exchange(view, nullptr), completion = invitation ? invitation->completion : nullptr] {
+            if (widget) widget->removeFromSuperview();
+            if (completion) completion(StringError("CoBrowsing was stopped while it started"), false);
+        });
 }
 
 std::string CoBrowsing::textOr(const char* key, const char* fallback) const {

@@ -17,7 +17,8 @@ namespace merovanta {
 /// Lets an agent start a session from the other side, and shows the widget while one runs. Thread: main.
 class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
  public:
-    /// Receives nothing and true once the session runs, else the error and false.
+    /// Receives nothing and true once the session runs, else false and the error: none if the service leaves
+    /// the visitor alone.
     using Completion = std::function<void(const std::optional<StringError>&, bool isStarted)>;
 
     CoBrowsing(std::shared_ptr<Panoptra> panoptra, std::shared_ptr<UIStrings> uiStrings,
@@ -27,8 +28,8 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     /// Begins to wait for an agent's request.
     void startPolling();
 
-    /// Shows the widget and starts a forced session under the visit's own session id. The completion is not
-    /// called if the service leaves the visitor alone, as with Panoptra::start().
+    /// Shows the widget and starts a forced session under the visit's own session id. The completion is
+    /// called once, also if a stop comes first.
     void start(Completion completion);
 
     /// Takes the widget away and stops the session.
@@ -49,9 +50,19 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     void refresh();
 
  private:
-    void showWidget(const Completion& completion);
+    /// One request to co-browse, from the start to the end of its widget. What is still on its way for it
+    /// holds it weakly.
+    struct Invitation {
+        /// Called once; gone when it has been, or is for the session to call.
+        Completion completion;
+        /// The widget shows the share code of a session that runs.
+        bool isConnected = false;
+    };
+
+    void showWidget();
     [[nodiscard]] std::optional<StringError> createWidget();
-    void startSession(const Completion& completion);
+    void startSession();
+    void startFailed();
     void sessionStarted();
     void setText(const std::string& text);
     void removeWidget();
@@ -67,9 +78,7 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     const char* const connectingString = "ui.mobile.connecting";
     std::shared_ptr<DefaultUIView> view;
     bool isStarted = false;
-    bool mIsSessionRunning = false;
-    // Counts starts and ends: what was set going before the last of them no longer has an effect.
-    unsigned mRun = 0;
+    std::shared_ptr<Invitation> mInvitation;
 };
 
 }  // namespace merovanta

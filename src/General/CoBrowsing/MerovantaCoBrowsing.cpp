@@ -11,6 +11,7 @@ namespace merovanta {
 namespace {
 
 constexpr const char* noInstance = "Cannot get CoBrowsing instance";
+constexpr const char* notWanted = "The service leaves this visitor alone";
 
 }  // namespace
 
@@ -41,13 +42,13 @@ void MerovantaCoBrowsing::startWith(std::function<void()> success,
         return;
     }
     coBrowsing->start([success = std::move(success), failure = std::move(failure)](
-                          const std::optional<StringError>& error, bool /*isStarted*/) {
-        if (!error) {
+                          const std::optional<StringError>& error, bool isStarted) {
+        if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
+        if (isStarted) {
             if (success) success();
-            return;
+        } else if (failure) {
+            failure(error ? error->errorDescription() : notWanted);
         }
-        Log::error("Starting CoBrowsing failed: " + error->errorDescription());
-        if (failure) failure(error->errorDescription());
     });
 }
 

@@ -4,12 +4,14 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Monitoring/ViewMonitor.h"
 #include "General/Panoptra/Network/InitSender.h"
 #include "General/Panoptra/Network/Message/MessageSenderManager.h"
 #include "General/Panoptra/Network/NetworkManager.h"
+#include "General/Panoptra/Session.h"
 #include "General/StringError.h"
 #include "Platform/Application.h"
 #include "Platform/Timer.h"
@@ -21,8 +23,8 @@ namespace merovanta {
 /// application is back. Thread: main.
 class Panoptra : public std::enable_shared_from_this<Panoptra> {
  public:
-    /// Receives nothing on success.
-    using Completion = std::function<void(const std::optional<StringError>&)>;
+    using Completion = Session::Completion;
+    using StateObserver = std::function<void(const Session::Change&)>;
 
     Panoptra(std::shared_ptr<InitSender> initSender,
              std::shared_ptr<MessageSenderManager> messageSenderManager,
@@ -33,18 +35,26 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// Starts a session. After an error that came from the view monitor, what was started by then (pictures,
     /// pings, the stream) goes on until a later start succeeds and is stopped. Without a session id the
     /// visitor's consent is taken back and a new session id made. The completion is called once, when the
-    /// session runs or could not be started; it is not called if the service answers with nothing, or that
-    /// this visitor is to be ignored: then the controller stays started, without doing anything, until it is
-    /// stopped.
+    /// session runs or could not be started, also if a stop comes first. If the service answers with nothing,
+    /// or that this visitor is to be ignored, it receives no error and nothing runs.
     void start(bool force, const std::optional<std::string>& sessionId, Completion completion);
 
     void stop();
 
     /// Stops and starts again, as the last start did, but as a new service session. The co-browsing widget
-    /// stays. An error if none runs or the new start fails.
+    /// stays. An error if none runs or the new start fails. While a start is under way it waits for its end;
+    /// several that wait are one.
     void restart(Completion completion);
 
-    [[nodiscard]] bool isRunning() const { return mIsRunning; }
+    /// A session is started and not stopped.
+    [[nodiscard]] bool isRunning() const { return mSession != nullptr; }
+
+    /// The session that is started; null without one.
+    [[nodiscard]] const std::shared_ptr<Session>& session() const { return mSession; }
+
+    /// Told of every state that a session enters, on the main thread. It may stop and start sessions; one
+    /// observer at a time.
+    void observeState(StateObserver observer) { mStateObserver = std::move(observer); }
 
     /// The transport of the running session, or of the last one; null before the first.
     [[nodiscard]] const std::shared_ptr<MessageSender>& messageSender() const { return mMessageSender; }
@@ -59,29 +69,15 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
 
  private:
-    struct Start;
-
+    void begin(const std::optional<std::string>& sessionId, Session::Order order);
+    [[nodiscard]] Session::Delegate delegate();
+    void sessionChanged(const Session& session, const Session::Change& change);
     void end();
-    void requestInit(const std::shared_ptr<Start>& start, const std::string& pageName);
-    void initReplied(const std::shared_ptr<Start>& start, const InitSender::Reply& reply);
-    void goOn(const std::shared_ptr<Start>& start, const MonitoringConfigDTO& reply);
-    void storeReply(const MonitoringConfigDTO& reply);
-    void selectSender(const std::string& pageName);
-    void startEnded();
-    void finish(const std::shared_ptr<Start>& start, const std::optional<StringError>& error);
-
-    /// Whether a stop has overtaken this start, which is then completed with an error.
-    [[nodiscard]] bool failIfOvertaken(const std::shared_ptr<Start>& start) const;
 
     void observeApplicationState();
     void willResignActive();
     void closeSender();
     void didBecomeActive();
-    void reopen();
-    void requestReopening(unsigned opening, const std::string& pageName);
-    void reopeningReplied(unsigned opening, const std::string& pageName, const InitSender::Reply& reply);
-    void reconnect(unsigned opening, const std::string& pageName);
-    void reconnected();
 
     std::shared_ptr<InitSender> initSender;
     std::shared_ptr<MessageSenderManager> messageSenderManager;
@@ -91,20 +87,11 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     std::shared_ptr<NetworkManager> networkManager;
     std::function<void()> startCallback = [] {};
     std::function<void()> stopCallback = [] {};
-    bool mIsRunning = false;
     bool closingIsSetup = false;
     std::unique_ptr<Timer> backgroundTimeoutTimer;
 
-    // Whether the last start was forced, and whether it is still under way.
-    bool mIsForced = false;
-    bool mIsStarting = false;
-    std::function<void()> mPendingRestart;
-    // Counts starts and stops: a start that was overtaken by a stop must not go on.
-    unsigned mRun = 0;
-    // The running session has its sender, and may be opened again when the application comes back.
-    bool mMayReopen = false;
-    // Counts what opens or closes the sender: a reopening that was overtaken must not go on.
-    unsigned mOpening = 0;
+    std::shared_ptr<Session> mSession;
+    StateObserver mStateObserver;
     std::unique_ptr<Observation> mResignObservation;
     std::unique_ptr<Observation> mActiveObservation;
 };

@@ -1,13 +1,22 @@
 #include "General/Panoptra/Network/MonitoringSender.h"
 
+#include <string>
 #include <utility>
 
+#include "General/Log.h"
 #include "General/Panoptra/Network/Json.h"
 #include "General/Panoptra/Network/MonitoringLogDTO.h"
 
 namespace merovanta {
 
 MonitoringSender::MonitoringSender(std::shared_ptr<MerovantaAPI> api) : merovantaAPI(std::move(api)) {}
+
+MonitoringSender::Completion MonitoringSender::logged(const char* event) {
+    return [event](const std::optional<StringError>& error) {
+        if (error)
+            Log::warning("Cannot log co-browsing " + std::string(event) + ": " + error->errorDescription());
+    };
+}
 
 void MonitoringSender::logCoBrowsingStart(Completion completion) const {
     send(VisitorActivityLogType::COBROWSE_START, std::move(completion));

@@ -16,6 +16,9 @@ class MonitoringSender {
  public:
     using Completion = std::function<void(const std::optional<StringError>&)>;
 
+    /// A completion that only logs a failure: the session goes on whatever becomes of the entry.
+    [[nodiscard]] static Completion logged(const char* event);
+
     explicit MonitoringSender(std::shared_ptr<MerovantaAPI> merovantaAPI);
 
     void logCoBrowsingStart(Completion completion) const;

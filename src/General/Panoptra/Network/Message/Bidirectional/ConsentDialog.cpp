@@ -18,23 +18,21 @@ ConsentDialog::ConsentDialog(std::shared_ptr<ApplicationConfigWrapper> wrapper,
 
 void ConsentDialog::ask() {
     assertMainThread();
-    if (mIsAsking && mAsked == share()) return;
-    finish();
-    mIsAsking = true;
-    mAsked = share();
-    uiStrings->load(
-        applicationConfig->config.tenantId.value_or(""),
-        [weak = weak_from_this(), question = ++mQuestion](const std::optional<StringError>& error) {
-            if (error) Log::warning("Cannot load texts: " + error->errorDescription());
-            ViewUtils::runOnMainQueue([weak, question] {
-                const auto self = weak.lock();
-                if (self && self->mQuestion == question) self->present();
-            });
-        });
+    if (mQuestion && isCurrent(*mQuestion)) return;
+    mQuestion = std::make_shared<Question>(Question{.session = session(), .visitorId = visitorId()});
+    uiStrings->load(applicationConfig->config.tenantId.value_or(""),
+                    [weak = weak_from_this(),
+                     question = std::weak_ptr(mQuestion)](const std::optional<StringError>& error) {
+                        if (error) Log::warning("Cannot load texts: " + error->errorDescription());
+                        ViewUtils::runOnMainQueue([weak, question] {
+                            const auto self = weak.lock();
+                            if (self && !question.expired()) self->present();
+                        });
+                    });
 }
 
 void ConsentDialog::sessionStarted() {
-    if (mIsAsking) mAsked = share();
+    if (mQuestion) mQuestion->session = session();
 }
 
 void ConsentDialog::present() {
@@ -45,41 +43,40 @@ void ConsentDialog::present() {
     const auto controller = ViewUtils::topViewController();
     // Without words for it, nobody can consent to anything.
     if (accept && (title || message) && controller) {
-        mAlert = platform::current().alerts().present(*controller,
-                                                      {.title = title.value_or(""),
-                                                       .message = message.value_or(""),
-                                                       .accept = *accept,
-                                                       .decline = decline},
-                                                      [this](bool accepted) { answered(accepted); });
+        mQuestion->alert =
+            platform::current().alerts().present(*controller,
+                                                 {.title = title.value_or(""),
+                                                  .message = message.value_or(""),
+                                                  .accept = *accept,
+                                                  .decline = decline},
+                                                 [this](bool accepted) { answered(accepted); });
     }
-    if (!mAlert) {
+    if (!mQuestion->alert) {
         Log::warning("Cannot ask for consent");
-        finish();
+        mQuestion.reset();
     }
 }
 
-void ConsentDialog::finish() {
-    mIsAsking = false;
-    mAlert.reset();
-}
-
-ConsentDialog::Share ConsentDialog::share() const {
-    const ApplicationConfig& config = applicationConfig->config;
-    return {config.panoptraConfig ? config.panoptraConfig->shareId : std::nullopt,
-            config.visitConfig ? config.visitConfig->visitorId : std::nullopt};
-}
-
-bool ConsentDialog::isStillAsked() const {
+std::shared_ptr<Session> ConsentDialog::session() {
     const auto panoptra = Injection::resolve<Panoptra>();
-    return panoptra && panoptra->isRunning() && share() == mAsked;
+    return panoptra ? panoptra->session() : nullptr;
+}
+
+std::optional<std::string> ConsentDialog::visitorId() const {
+    const auto& visit = applicationConfig->config.visitConfig;
+    return visit ? visit->visitorId : std::nullopt;
+}
+
+bool ConsentDialog::isCurrent(const Question& question) const {
+    return question.session.lock() == session() && question.visitorId == visitorId();
 }
 
 void ConsentDialog::answered(bool accepted) {
     assertMainThread();
     const auto self = shared_from_this();
-    finish();
-    if (!accepted || !isStillAsked()) return;
-    if (auto& session = applicationConfig->config.panoptraConfig) session->optIn = true;
+    const auto question = std::exchange(mQuestion, nullptr);
+    if (!accepted || !session() || !isCurrent(*question)) return;
+    if (auto& shared = applicationConfig->config.panoptraConfig) shared->optIn = true;
     if (const auto panoptra = Injection::resolve<Panoptra>()) panoptra->consentGiven();
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->refresh();
 }

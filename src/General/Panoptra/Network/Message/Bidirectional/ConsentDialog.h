@@ -10,6 +10,8 @@
 
 namespace merovanta {
 
+class Session;
+
 /// Asks the visitor, on the agent's behalf, whether to let the agent in. Thread: main.
 class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
  public:
@@ -25,26 +27,24 @@ class ConsentDialog : public std::enable_shared_from_this<ConsentDialog> {
     void sessionStarted();
 
  private:
-    /// What is shared, and by whom. A session keeps its share code when it returns from the background.
-    struct Share {
-        std::optional<std::string> code;
+    /// One question, about what is shared and to whom it was put. What is still on its way for it holds it
+    /// weakly.
+    struct Question {
+        /// The same when it returns from the background.
+        std::weak_ptr<Session> session;
         std::optional<std::string> visitorId;
-
-        bool operator==(const Share&) const = default;
+        std::unique_ptr<Alert> alert;
     };
 
     void present();
     void answered(bool accepted);
-    void finish();
-    [[nodiscard]] Share share() const;
-    [[nodiscard]] bool isStillAsked() const;
+    [[nodiscard]] static std::shared_ptr<Session> session();
+    [[nodiscard]] std::optional<std::string> visitorId() const;
+    [[nodiscard]] bool isCurrent(const Question& question) const;
 
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
     std::shared_ptr<UIStrings> uiStrings;
-    bool mIsAsking = false;
-    unsigned mQuestion = 0;
-    Share mAsked;
-    std::unique_ptr<Alert> mAlert;
+    std::shared_ptr<Question> mQuestion;
 };
 
 }  // namespace merovanta
