@@ -21,7 +21,7 @@ const closing = [];
 const run = { after: (step) => closing.push(step) };
 
 /** The console at both widths, and the app's own window. */
-async function take(agent, app, name, phoneTop = '#tools') {
+async function take(agent, app, name, phoneTop = 'body') {
   app.say(`picture ${join(target, `app-${name}.png`)}`);
   await app.line(new RegExp(`^saved .*app-${name}.png$`));
   await agent.page.locator('#toast').waitFor({ state: 'hidden' });

@@ -4,27 +4,30 @@ import { AgentActions } from './agentActions.js';
 import { AgentChannel } from './agentChannel.js';
 import { ChatPanel } from './chatPanel.js';
 import { Connection } from './connection.js';
+import { showConnection } from './connectionPill.js';
 import { ContactCard } from './contactCard.js';
 import { ContactList } from './contactList.js';
 import { Contacts, showUnread } from './contacts.js';
 import { byId, setText } from './dom.js';
-import { FaultsPanel } from './faultsPanel.js';
 import { JoinForm } from './joinForm.js';
+import { PaneToggle } from './paneToggle.js';
 import { PanelTabs } from './panelTabs.js';
 import { PhoneView } from './phoneView.js';
 import { PictureControl } from './pictureControl.js';
-import { deviceSize } from './screenGeometry.js';
+import { deviceSize, pointsAcross } from './screenGeometry.js';
 import { SessionHead } from './sessionHead.js';
-import { SettingsPanel } from './settingsPanel.js';
 import { TimelineView } from './timelineView.js';
+import { toast } from './toast.js';
 import { VisitorList } from './visitorList.js';
 import { visitorState } from './visitorState.js';
+import { Zoom } from './zoom.js';
 
 const REFRESH_MS = 500;
-const TOAST_MS = 3500;
 // Within which a session that ended and one that starts are a restart under a new identity.
 const RESTART_MS = 15000;
 const TITLE = document.title;
+// Where the list of visitors lies over the picture.
+const NARROW = matchMedia('(max-width: 1199.98px)');
 
 const visitors = new Map();
 const contacts = new Contacts();
@@ -46,9 +49,9 @@ const earlierList = new ContactList('earlier', { onSelect: selectContact });
 const card = new ContactCard(selectContact);
 const chat = new ChatPanel(toast);
 const tabs = new PanelTabs(() => chat.shown());
-const settings = new SettingsPanel(() => toast('Saved. Holds from the next session start on.'));
-const faults = new FaultsPanel(toast);
-const connection = new Connection({ onState: showConnection, onMessage: receive, onFrame: receiveFrame });
+const zoom = new Zoom();
+const nav = new PaneToggle('nav-toggle', 'nav', true);
+const connection = new Connection({ onState: connectionChanged, onMessage: receive, onFrame: receiveFrame });
 
 function now() {
   return Date.now() + clockOffset;
@@ -56,6 +59,7 @@ function now() {
 
 function select(id) {
   selected = id;
+  if (NARROW.matches) nav.show(false);
   phone.clear();
   control.leave();
   timeline.add([], true);
@@ -94,10 +98,6 @@ function choose(id) {
 
 function receive(message) {
   clockOffset = message.now - Date.now();
-  if (message.type === 'settings') {
-    settings.update(message.settings);
-    faults.update(message.faults);
-  }
   if (message.type === 'visitors') receiveVisitors(message);
   if (message.type === 'contacts') receiveContacts(message);
   if (message.type === 'chat' && message.contact === chosen) receiveChat(message);
@@ -242,6 +242,7 @@ function showSession(visitor, contact) {
   phone.update(visitor, now());
   actions.update(visitor);
   control.update(visitor);
+  if (phone.picture) zoom.update(pointsAcross(phone.picture, visitor.screen));
 }
 
 function showPerson(contact) {
@@ -252,26 +253,15 @@ function showPerson(contact) {
   chat.update(contact);
 }
 
-function showConnection(state) {
-  const labels = { connecting: 'Connecting', connected: 'Connected', disconnected: 'Service not reached' };
-  const pill = byId('connection');
-  pill.dataset.state = state;
-  setText(pill, labels[state]);
+function connectionChanged(state) {
+  showConnection(state);
   // A restarted service numbers its visitors anew.
-  if (state !== 'connected') return;
-  phone.clear();
-}
-
-let toastTimer = 0;
-function toast(text) {
-  const box = byId('toast');
-  box.textContent = text;
-  box.hidden = false;
-  clearTimeout(toastTimer);
-  toastTimer = setTimeout(() => { box.hidden = true; }, TOAST_MS);
+  if (state === 'connected') phone.clear();
 }
 
 byId('start-command').textContent = `merovanta-bank --server ${location.host} --start`;
 new JoinForm(join);
+new PaneToggle('pane-toggle', 'pane', true);
+NARROW.addEventListener('change', () => nav.show(!NARROW.matches || selected === null));
 setInterval(show, REFRESH_MS);
 connection.open();

@@ -23,6 +23,13 @@ function exact(about, { width, height }) {
   return near ? size : null;
 }
 
+/** The screen's width in points: as announced, turned if the picture is, or the picture's own if it is another screen. */
+export function pointsAcross(picture, points) {
+  const about = { width: picture.width * SHRINK, height: picture.height * SHRINK };
+  const turned = { width: points.height, height: points.width };
+  return [points, turned].find((side) => exact(about, side))?.width ?? picture.width;
+}
+
 /** The device pixel at a place given as fractions of the screen. */
 export function devicePixel({ left, top }, size) {
   const inside = (fraction, length) => Math.min(length - 1, Math.max(0, Math.floor(fraction * length)));

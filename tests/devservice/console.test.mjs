@@ -20,9 +20,9 @@ before(async () => {
   browser = page.context().browser();
 });
 
-/** A JPEG of a phone's screen, a third of 1170 by 2532 pixels, in one colour. */
-async function picture(colour) {
-  const painter = await browser.newPage({ viewport: { width: 390, height: 844 } });
+/** A JPEG of a screen in one colour, by default a phone's: a third of 1170 by 2532 pixels. */
+async function picture(colour, viewport = { width: 390, height: 844 }) {
+  const painter = await browser.newPage({ viewport });
   await painter.setContent(`<body style="margin:0;background:${colour}">`);
   const jpeg = await painter.screenshot({ type: 'jpeg', quality: 40 });
   await painter.close();
@@ -71,7 +71,9 @@ test('a visitor is followed live', async () => {
     event.userTag(3000, { firstname: 'Ada', lastname: 'Keller', email: 'ada@example.org' }), event.ping(3000));
   await entry('<img src=x onerror=alert(1)>').waitFor();
   await page.getByText('Ada Keller · Tenant northbank').waitFor();
+  await page.getByRole('button', { name: 'Details' }).click();
   await page.locator('.fact-screen').getByText('390 × 844 pt @3x').waitFor();
+  await page.keyboard.press('Escape');
 
   await page.getByRole('button', { name: 'Taps' }).click();
   assert.equal(await page.getByRole('list', { name: 'Timeline' }).getByRole('listitem').count(), 1);
@@ -122,7 +124,11 @@ async function watched(shareId, on = page) {
   const visitor = new FakeVisitor(url, { shareId });
   await visitor.start();
   await visitor.send(event.screenshot(0, await picture('rgb(240, 240, 240)')));
-  await on.getByRole('button', { name: new RegExp(shareId) }).click();
+  const row = on.locator('.visitor').filter({ hasText: shareId });
+  await row.waitFor({ state: 'attached' });
+  await on.locator('#session').waitFor();
+  if (!(await row.isVisible())) await on.getByRole('button', { name: 'Visitors' }).click();
+  await row.click();
   await on.locator('.surface:not([data-mode="off"])').waitFor();
   const next = async () => {
     for (;;) {
@@ -237,40 +243,105 @@ test('a present visitor is invited and its session opens', async () => {
   await page.getByRole('heading', { name: /Present, no session/ }).waitFor({ state: 'hidden' });
 });
 
+/** The page for tests. */
+async function testingPage() {
+  const tester = await browser.newPage();
+  tester.setDefaultTimeout(30_000);
+  await tester.goto(`${url}console/testing.html`);
+  return tester;
+}
+
 test('what the service replies can be set', async () => {
-  await page.getByRole('button', { name: 'Start reply' }).click();
-  await page.getByLabel('Ignore the visitor').check();
-  await page.getByLabel('Masked view tags').fill('12\n13');
-  await page.getByLabel('Chat available').selectOption('Yes');
-  await page.getByRole('button', { name: 'Save' }).click();
-  await page.getByRole('dialog').waitFor({ state: 'hidden' });
+  assert.equal(await page.getByRole('button', { name: 'Start reply' }).count(), 0, 'agents do not see it');
+  const tester = await testingPage();
+  await tester.getByRole('button', { name: 'Start reply' }).click();
+  await tester.getByLabel('Ignore the visitor').check();
+  await tester.getByLabel('Masked view tags').fill('12\n13');
+  await tester.getByLabel('Chat available').selectOption('Yes');
+  await tester.getByRole('button', { name: 'Save' }).click();
+  await tester.getByRole('dialog').waitFor({ state: 'hidden' });
   const reply = await new FakeVisitor(url, { shareId: '33333' }).start();
   assert.deepEqual(reply.ios.blacklist, ['12', '13']);
   assert.equal(reply.x, true);
   assert.equal(reply.cA, true);
   assert.equal(reply.st, 'u');
+  await tester.close();
 });
 
 test('faults are set, counted down and cleared', async () => {
   const health = async () => (await fetch(`${url}api/ic/h`)).status;
-  const faults = page.getByRole('button', { name: /^Faults/ });
+  const tester = await testingPage();
+  const faults = tester.getByRole('button', { name: /^Faults/ });
   await faults.focus();
-  await page.keyboard.press('Enter');
-  const dialog = page.getByRole('dialog', { name: 'Faults' });
+  await tester.keyboard.press('Enter');
+  const dialog = tester.getByRole('dialog', { name: 'Faults' });
   await dialog.getByLabel('Health check: fault').selectOption('Status code');
   await dialog.getByLabel('Health check: value').fill('599');
   await dialog.getByLabel('Health check: only the next').fill('1');
   await dialog.getByLabel('All others: fault').selectOption('Very large reply');
   await dialog.getByRole('button', { name: 'Apply' }).click();
   await dialog.waitFor({ state: 'hidden' });
-  await page.getByRole('button', { name: 'Faults, 2 active' }).waitFor();
+  await tester.getByRole('button', { name: 'Faults, 2 active' }).waitFor();
   assert.equal(await health(), 599);
-  await page.getByRole('button', { name: 'Faults, 1 active' }).waitFor();
+  await tester.getByRole('button', { name: 'Faults, 1 active' }).waitFor();
   await faults.click();
   assert.equal(await dialog.getByLabel('All others: value').inputValue(), '17');
   await dialog.getByRole('button', { name: 'Clear all' }).click();
-  await page.getByRole('button', { name: 'Faults', exact: true }).waitFor();
+  await tester.getByRole('button', { name: 'Faults', exact: true }).waitFor();
   assert.equal(await health(), 200);
+  await tester.close();
+});
+
+/** The boxes of what the agent works with. */
+const boxes = (on) => on.evaluate(() => Object.fromEntries(['surface', 'stage', 'tools', 'zoom', 'session-head', 'pane'].map((id) => {
+  const { x, y, width, height } = document.getElementById(id).getBoundingClientRect();
+  return [id, { x, y, width, height }];
+})));
+
+const overlap = (a, b) => a.width > 0 && b.width > 0 && a.x < b.x + b.width - 1 && b.x < a.x + a.width - 1
+  && a.y < b.y + b.height - 1 && b.y < a.y + a.height - 1;
+
+test('the screen has the room at every size', async () => {
+  const { visitor } = await watched('64001');
+  await page.getByRole('radio', { name: 'Draw' }).check();
+  for (const [width, height] of [[1024, 600], [1024, 700], [1366, 768], [1440, 900], [1920, 1080], [2560, 1080]]) {
+    await page.setViewportSize({ width, height });
+    const at = await boxes(page);
+    assert.ok(at.surface.height >= 0.7 * height, `${width}x${height}: the screen is ${at.surface.height} pixels high`);
+    for (const other of ['tools', 'zoom', 'session-head', 'pane']) {
+      assert.ok(!overlap(at.stage, at[other]), `${width}x${height}: ${other} covers the screen`);
+    }
+    const clipped = await page.evaluate(() => [...document.querySelectorAll('#session button')].filter((button) => {
+      const box = button.getBoundingClientRect();
+      return box.width > 0 && (box.right > innerWidth || button.scrollWidth > button.clientWidth + 1);
+    }).map((button) => button.textContent));
+    assert.deepEqual(clipped, [], `${width}x${height}`);
+    assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), `${width}x${height}`);
+  }
+  await page.getByRole('radio', { name: 'Tap' }).check();
+
+  await page.setViewportSize({ width: 1024, height: 600 });
+  const width = async () => (await boxes(page)).surface.width;
+  await page.getByRole('button', { name: '100 %' }).click();
+  assert.equal(Math.round(await width()), 390);
+  await page.getByRole('button', { name: '200 %' }).click();
+  assert.equal(Math.round(await width()), 780);
+  await page.locator('#stage').focus();
+  await page.keyboard.press('End');
+  await page.waitForFunction(() => document.getElementById('stage').scrollTop > 900);
+  await page.getByRole('button', { name: 'Fit' }).click();
+
+  await visitor.send(event.screenshot(2000, await picture('rgb(9, 9, 99)', { width: 640, height: 270 })));
+  await shown(9, 9, 99);
+  const beside = await width();
+  await page.getByRole('button', { name: 'Side pane' }).click();
+  assert.ok(await width() > beside + 250, 'the pane leaves its room to a wide screen');
+  await page.getByRole('button', { name: 'Side pane' }).click();
+  await page.getByRole('button', { name: 'Full screen' }).click();
+  await page.waitForFunction(() => document.fullscreenElement?.id === 'view');
+  await page.getByRole('button', { name: 'Full screen' }).click();
+  await page.waitForFunction(() => document.fullscreenElement === null);
+  await page.setViewportSize({ width: 1280, height: 900 });
 });
 
 test('it fits a phone and takes touches', async () => {
