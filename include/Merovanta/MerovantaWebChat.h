@@ -6,9 +6,10 @@
 
 namespace merovanta {
 
-/// The chat between the visitor and an agent: a page of the service in a web view over the application. The
-/// visitor closes it with a tap in the top fifth of the screen. Documents that the agent shares are written
-/// to a private temporary directory, where they stay, and shown in a preview. The one instance is
+/// The chat between the visitor and an agent: a page of the service in a web view over the application. A
+/// tap in the top fifth of the screen closes it, the visitor's or one of the agent's. Documents that the agent
+/// shares are written to a private temporary directory, where they stay, and shown in a preview; what it
+/// cannot show goes to another program when the visitor presses "Open" there. The one instance is
 /// Merovanta::webChat(); it holds no state.
 ///
 /// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: any.
@@ -24,6 +25,15 @@ class MEROVANTA_EXPORT MerovantaWebChat {
 
     /// The device's push token, which the service is told with the visitor's identity when a session starts.
     void setMobileDeviceToken(const std::string& token);
+
+    /// Whether the visitor may attach files to the chat, where its page offers that: the toolkit's file
+    /// dialog then opens. Not allowed unless the host says so; holds from the next time that the visitor
+    /// wants to. While the visitor chooses, no picture of the screen is sent and no tap of an agent's played
+    /// back.
+    void setAttachmentsAllowed(bool areAllowed);
+
+    /// Thread: main.
+    [[nodiscard]] bool attachmentsAllowed() const;
 
  private:
     friend class Merovanta;

@@ -66,7 +66,7 @@ class PlatformInMemory : public Platform {
  private:
     ScreenCaptureInMemory mCapture;
     TapRecognizersInMemory mTapRecognizers;
-    TapPlayerInMemory mTapPlayer;
+    TapPlayerInMemory mTapPlayer{mTapRecognizers};
     OverlaysInMemory mOverlays;
     AlertsInMemory mAlerts{time};
     WidgetsInMemory mWidgets;

@@ -25,6 +25,7 @@ bool TapPlayerInMemory::tap(const View& root, const Point& point) {
     const auto hit = view ? hitTest(view, point) : nullptr;
     if (!hit) return false;
     hit->onTap();
+    mRecognizers.playedBack(point);
     return true;
 }
 

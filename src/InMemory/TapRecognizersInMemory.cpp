@@ -8,8 +8,9 @@ namespace merovanta::inmemory {
 
 class TapRecognizersInMemory::Recognizer final : public TapRecognizer {
  public:
-    Recognizer(std::shared_ptr<std::vector<Recognizer*>> attached, TapRecognizerFactory::Action action)
-        : mAttached(std::move(attached)), mAction(std::move(action)) {}
+    Recognizer(std::shared_ptr<std::vector<Recognizer*>> attached, TapRecognizerFactory::Action action,
+               TapRecognizerFactory::Taps taps)
+        : mAttached(std::move(attached)), mAction(std::move(action)), mTaps(taps) {}
     ~Recognizer() override { detach(); }
 
     void attach(const View& view) override {
@@ -25,7 +26,8 @@ class TapRecognizersInMemory::Recognizer final : public TapRecognizer {
     }
 
     /// The place is given in the window's root view.
-    void report(const Point& place, State state) {
+    void report(const Point& place, State state, bool isPlayedBack) {
+        if (isPlayedBack && mTaps == TapRecognizerFactory::Taps::visitors) return;
         auto top = mView->native();
         while (top && !top->superview.expired())
             top = top->superview.lock();
@@ -47,24 +49,33 @@ class TapRecognizersInMemory::Recognizer final : public TapRecognizer {
 
     std::shared_ptr<std::vector<Recognizer*>> mAttached;
     TapRecognizerFactory::Action mAction;
+    TapRecognizerFactory::Taps mTaps;
     std::unique_ptr<ViewInMemory> mView;
     /// In the attached view.
     Point mPoint;
     State mState = State::possible;
 };
 
-std::unique_ptr<TapRecognizer> TapRecognizersInMemory::create(Action action) {
+std::unique_ptr<TapRecognizer> TapRecognizersInMemory::create(Action action, Taps taps) {
     if (isBroken) return nullptr;
-    return std::make_unique<Recognizer>(mAttached, std::move(action));
+    return std::make_unique<Recognizer>(mAttached, std::move(action), taps);
 }
 
 void TapRecognizersInMemory::tap(const Point& point, TapRecognizer::State state) {
+    report(point, state, /*isPlayedBack=*/false);
+}
+
+void TapRecognizersInMemory::playedBack(const Point& point) {
+    report(point, TapRecognizer::State::ended, /*isPlayedBack=*/true);
+}
+
+void TapRecognizersInMemory::report(const Point& point, TapRecognizer::State state, bool isPlayedBack) {
     const auto attachedNow = *mAttached;
     for (Recognizer* const recognizer : attachedNow) {
         // An action before may have detached or destroyed it.
         const bool isAttached =
             std::find(mAttached->begin(), mAttached->end(), recognizer) != mAttached->end();
-        if (isAttached) recognizer->report(point, state);
+        if (isAttached) recognizer->report(point, state, isPlayedBack);
     }
 }
 

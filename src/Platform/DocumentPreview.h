@@ -7,8 +7,9 @@
 
 namespace merovanta {
 
-/// Shows one document over the host application: pages of a PDF, a picture, text. Anything else is handed to
-/// the system, but never what could run as a program. Destroying it closes it. Thread: main.
+/// Shows one document over the host application: pages of a PDF, a picture, text. Anything else, but never
+/// what could run as a program, it offers to hand to the system, and does so when the visitor in person asks
+/// for it: no played-back tap does. Destroying it closes it. Thread: main.
 class DocumentPreview {
  public:
     virtual ~DocumentPreview() = default;

@@ -11,8 +11,9 @@ class TapPlayer {
     virtual ~TapPlayer() = default;
 
     /// Finds the deepest view under this point, given in the root view's points, that takes touches, and
-    /// presses and releases on it there, as the visitor would. Recognisers do not report the tap. False if no
-    /// view takes touches there, in particular outside the root view.
+    /// presses and releases on it there, as the visitor would. Only recognisers made for it report the tap.
+    /// False if no view takes touches there, in particular outside the root view, and on what the visitor
+    /// must press in person.
     virtual bool tap(const View& root, const Point& point) = 0;
 };
 

@@ -33,10 +33,13 @@ class TapRecognizerFactory {
     /// Called on the main thread whenever the state changes to ended; other changes may be reported too.
     using Action = std::function<void(const TapRecognizer&)>;
 
+    /// Whose taps are recognised: the visitor's alone, or also those that the TapPlayer plays back.
+    enum class Taps { visitors, everyones };
+
     virtual ~TapRecognizerFactory() = default;
 
     /// Null if the toolkit cannot recognise taps.
-    [[nodiscard]] virtual std::unique_ptr<TapRecognizer> create(Action action) = 0;
+    [[nodiscard]] virtual std::unique_ptr<TapRecognizer> create(Action action, Taps taps) = 0;
 };
 
 }  // namespace merovanta

@@ -24,7 +24,8 @@ struct ScriptMessage {
 };
 
 /// A browser for one page of the service, which shares nothing with the host's own: no cookies, no storage,
-/// no access to local files, no other windows, no downloads to disk. Destroying it takes it away; it may be
+/// no access to local files but those that the visitor chooses, no other windows, no downloads to disk. While
+/// the visitor chooses, no picture of the window is captured and no tap played back in it. Destroying it takes it away; it may be
 /// destroyed inside its own callback. Thread: main.
 class WebView {
  public:
@@ -32,14 +33,17 @@ class WebView {
 
     /// Each comes later, never inside a call to this object.
     struct Delegate {
-        /// Only for messages to the handlers that the view was made with, sent while the page that load()
-        /// named is shown, by itself and not by a page within it.
+        /// Only for messages to the handlers that the view was made with, sent by the page that load() named,
+        /// or to which the server redirected that load within its origin, and not by a page within it.
         std::function<void(const ScriptMessage&)> didReceiveScriptMessage;
-        /// Before anything but the page that load() names is opened, also in another window, as a whole or
-        /// within the page. May be asked while the page waits: decides at once.
+        /// Before anything but the page that load() names is opened, also where that one redirects to, in
+        /// another window, as a whole or within the page. May be asked while the page waits: decides at once.
         std::function<Policy(const std::string& url)> decidePolicyForNavigationAction;
         /// The status with which a page, not what is within it, was answered over HTTP.
         std::function<void(int statusCode)> didReceiveNavigationResponse;
+        /// Before the visitor is shown the files of this device to choose from, for the page to read; the page
+        /// asked for it. Without it the answer is no.
+        std::function<bool()> mayChooseFiles;
         /// The page could not be loaded, for another reason than its status or a cancelled navigation.
         std::function<void(const StringError& error)> didFailNavigation;
     };
@@ -49,7 +53,8 @@ class WebView {
     /// The native view; dead once the host has destroyed it.
     [[nodiscard]] virtual std::shared_ptr<View> view() const = 0;
 
-    /// Opens the page and, while it is shown, gives it `window.webkit.messageHandlers` with the handlers.
+    /// Opens the page and gives it `window.webkit.messageHandlers` with the handlers, whatever address it
+    /// gives itself later.
     virtual void load(const std::string& url) = 0;
 
     /// Runs the script beside the page: with its address, its cookies and its document, and with handlers of

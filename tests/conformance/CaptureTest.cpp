@@ -157,13 +157,16 @@ class Taps : public ConformanceTest {
  protected:
     Taps() { harness->show(Page::views); }
 
-    std::unique_ptr<TapRecognizer> recognizer() {
-        return platform().tapRecognizers().create([this](const TapRecognizer& from) {
-            if (from.state() != TapRecognizer::State::ended) return;
-            EXPECT_TRUE(isOnMain());
-            inRoot.push_back(from.locationIn(*root()));
-            inSecret.push_back(from.locationIn(*view(2)));
-        });
+    std::unique_ptr<TapRecognizer> recognizer(
+        TapRecognizerFactory::Taps taps = TapRecognizerFactory::Taps::visitors) {
+        return platform().tapRecognizers().create(
+            [this](const TapRecognizer& from) {
+                if (from.state() != TapRecognizer::State::ended) return;
+                EXPECT_TRUE(isOnMain());
+                inRoot.push_back(from.locationIn(*root()));
+                inSecret.push_back(from.locationIn(*view(2)));
+            },
+            taps);
     }
 
     std::vector<Point> inRoot;
@@ -204,15 +207,29 @@ TEST_F(Taps, ComeFromTheWatchedViewUntilDetachmentOrDestruction) {
     harness->close();
 }
 
+TEST_F(Taps, ThatArePlayedBackAreReportedToThoseWhoAskForThem) {
+    const auto visitors = recognizer();
+    visitors->attach(*root());
+    EXPECT_TRUE(platform().tapPlayer().tap(*root(), {40, 310}));
+    EXPECT_THAT(inRoot, IsEmpty());
+    const auto everyones = recognizer(TapRecognizerFactory::Taps::everyones);
+    everyones->attach(*root());
+    EXPECT_TRUE(platform().tapPlayer().tap(*root(), {40, 310}));
+    EXPECT_THAT(inRoot, ElementsAre(Point{40, 310}));
+    harness->tap({40, 310});
+    EXPECT_EQ(inRoot.size(), 3) << "both";
+}
+
 TEST_F(Taps, AnActionMayDestroyAnyRecognizer) {
     std::vector<std::unique_ptr<TapRecognizer>> all;
     int reports = 0;
     for (int count = 0; count < 3; ++count) {
-        all.push_back(
-            platform().tapRecognizers().create([&, kept = std::make_shared<int>(1)](const TapRecognizer&) {
+        all.push_back(platform().tapRecognizers().create(
+            [&, kept = std::make_shared<int>(1)](const TapRecognizer&) {
                 all.clear();
                 reports += *kept;
-            }));
+            },
+            TapRecognizerFactory::Taps::visitors));
         all.back()->attach(*root());
     }
     harness->tap({40, 80});

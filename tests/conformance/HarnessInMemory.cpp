@@ -37,6 +37,7 @@ class HarnessInMemory : public Harness {
         const auto home = NativeController::make("HomePage", content);
         const auto detail = NativeController::make("DetailPage", content);
         if (page == Page::views) addViews(*content);
+        content->onTap = [] {};
         if (page == Page::presenting) main->presented = NativeController::make("PinDialog", content);
         if (page == Page::navigation) main->entries = {home, detail};
         if (page == Page::tabs) main->selected = detail;

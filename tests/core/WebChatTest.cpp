@@ -229,6 +229,112 @@ TEST_F(WebChatTest, ATagReloadsAnOpenChatForTheNewVisitor) {
     EXPECT_EQ(platform->webViews().made, 2);
 }
 
+TEST_F(WebChatTest, WhatArrivesForAFormerVisitorIsNotShownToTheNext) {
+    Merovanta::user().tag({.id = "former"});
+    open();
+    openDocument("read.pdf;data:,QQ==");
+    const auto late = page().delegate.didReceiveScriptMessage;
+    const auto arrives = [&](const std::string& name) {
+        late({"openDocument", name + ";data:,QQ==", ScriptMessage::Sender::evaluatedScript});
+    };
+    const auto presented = [&] { return platform->documentPreviews().presented().size(); };
+    arrives("writing.pdf");
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("no service"); };
+    Merovanta::user().tag({.id = "next"});
+    arrives("after.pdf");
+    advance(40s);
+    EXPECT_EQ(presented(), 1) << "the service may not know yet who it is";
+    EXPECT_EQ(platform->documentPreviews().open(), 1) << "the visitor reads on";
+    EXPECT_TRUE(log.contains("\"Could not write document: it is an earlier visitor's\""));
+
+    service.override = nullptr;
+    Merovanta::user().tag({.id = "next"});
+    advance(1s);
+    EXPECT_EQ(platform->webViews().made, 2);
+    openDocument("own.pdf;data:,QQ==");
+    Merovanta::user().tag({.id = "next", .email = "n@x.example"});
+    advance(1s);
+    openDocument("own too.pdf;data:,QQ==");
+    EXPECT_EQ(presented(), 3);
+    EXPECT_EQ(platform->documentPreviews().open(), 1);
+    Merovanta::user().clear();
+    openDocument("gone.pdf;data:,QQ==");
+    EXPECT_EQ(presented(), 3);
+    platform->tapRecognizers().tap({195, 10});
+    EXPECT_EQ(platform->documentPreviews().open(), 0);
+}
+
+TEST_F(WebChatTest, SaysToTheVisitorWhyADocumentIsNotShown) {
+    const auto& alerts = platform->alerts().presented;
+    service.override = [other = service.override](const HttpRequest& request) -> std::optional<HttpReply> {
+        if (FakeService::path(request) != "api/in/i18n") return other(request);
+        return HttpSessionInMemory::reply(200, R"({"ui.mobile.document.large":"Zu groß"})");
+    };
+    const auto script = ScriptMessage::Sender::evaluatedScript;
+    const std::string tooLarge =
+        "res.blob() threw, error: RangeError: The document is too large, url: https://service.example/d";
+    open();
+    page().delegate.didReceiveScriptMessage({"jsError", tooLarge, script});
+    platform->tapRecognizers().tap({195, 10});
+    advance(1s);
+    EXPECT_THAT(alerts, IsEmpty()) << "the texts came when the chat was closed";
+    open();
+    const auto receive = page().delegate.didReceiveScriptMessage;
+    receive({"jsError", tooLarge, ScriptMessage::Sender::page});
+    receive({"jsError", "fetch threw, error: TypeError: Failed to fetch, url: " + tooLarge, script});
+    advance(1s);
+    EXPECT_THAT(alerts, IsEmpty());
+    receive({"jsError", tooLarge, script});
+    receive({"jsError", tooLarge, script});
+    advance(1s);
+    ASSERT_THAT(alerts, SizeIs(1));
+    EXPECT_EQ(alerts[0].title + "/" + alerts[0].message + "/" + alerts[0].accept,
+              "The document is not shown/Zu groß/Dismiss");
+    advance(1h);
+    receive({"jsError", tooLarge, script});
+    advance(1s);
+    EXPECT_THAT(alerts, SizeIs(1)) << "one at a time";
+    platform->alerts().answer(true);
+    advance(2s);
+    receive({"jsError", tooLarge, script});
+    advance(1s);
+    EXPECT_THAT(alerts, SizeIs(1)) << "there is time to close the chat";
+
+    for (int i = 0; i < 6; ++i) {
+        receive({"openDocument", std::to_string(i) + ";data:,QQ=="});
+        advance(1s);
+    }
+    ASSERT_THAT(alerts, SizeIs(2));
+    EXPECT_EQ(alerts[1].message, "Too many documents came at once. Wait a moment, then open this one again.");
+    platform->tapRecognizers().tap({195, 10});
+    platform->alerts().answer(true);
+    advance(1s);
+    open();
+    page().delegate.didReceiveScriptMessage({"openDocument", "9;data:," + std::string(48 << 20, 'A')});
+    EXPECT_THAT(alerts, SizeIs(3)) << "of a chat of its own";
+}
+
+TEST_F(WebChatTest, AnAgentsTapInTheTopFifthClosesItToo) {
+    startSession();
+    open();
+    const double scale = platform->app.screen.scale;
+    const auto tap = [&](double y) {
+        service.agentMessages.push_back({{"x", 195 * scale}, {"y", y * scale}});
+        advance(1s);
+    };
+    const auto clicks = [&] {
+        const auto messages = service.messages();
+        return std::count_if(messages.begin(), messages.end(),
+                             [](const auto& each) { return each.clickevent_size() > 0; });
+    };
+    const auto before = clicks();
+    tap(0.21 * 844);
+    EXPECT_TRUE(isOpen());
+    tap(0.19 * 844);
+    EXPECT_FALSE(isOpen());
+    EXPECT_EQ(clicks(), before) << "the visitor did not tap";
+}
+
 TEST_F(WebChatTest, ThePushTokenGoesWithTheIdentityOfASession) {
     Merovanta::webChat().setMobileDeviceToken("push");
     Merovanta::user().tag({.id = "4711"});

@@ -13,6 +13,7 @@
 
 #include "Qt/Foundation/FileManagerQt.h"
 #include "Qt/Quick/DocumentPreviewFactoryQuick.h"
+#include "Qt/Quick/TapPlayerQuick.h"
 #include "Scene.h"
 
 using merovanta::quick::DocumentPreviewFactoryQuick;
@@ -226,18 +227,56 @@ TEST(DocumentPreview, RunsNothingAndSurvivesEverything) {
         desk.present("next.txt", "Next");
         EXPECT_TRUE(desk.shows("line", "Next")) << "what takes too long keeps nothing waiting";
     }
-    const QByteArray zip = "PK\x03\x04";
-    desk.present("letter.docx", zip);
-    EXPECT_TRUE(eventually([&] { return !desk.opened.empty(); }));
-    EXPECT_EQ(desk.opened.front(), "letter.docx");
-    EXPECT_EQ(desk.dialog(), nullptr);
-    desk.opens = false;
-    desk.present("letter.docx", zip);
-    EXPECT_TRUE(desk.shows("noPreview"));
     desk.present("a.pdf", pdf(1));
     desk.scene.close();
     QTest::qWait(100);
     desk.preview.reset();
+}
+
+TEST(DocumentPreview, HandsToAnotherProgramOnlyWhatTheVisitorOpens) {
+    Desk desk;
+    const QByteArray zip = "PK\x03\x04";
+    desk.present("letter.docx", zip);
+    ASSERT_TRUE(desk.shows("openDocument"));
+    const auto middle = [&] {
+        const QQuickItem& button = *desk.item("openDocument");
+        return button.mapToScene({button.width() / 2, button.height() / 2});
+    };
+    const auto press = [&] {
+        QTest::mouseClick(&desk.scene.window(), Qt::LeftButton, {}, middle().toPoint());
+        QTest::qWait(50);
+    };
+    desk.key(Qt::Key_Return);
+    press();
+    EXPECT_TRUE(desk.opened.empty()) << "a press that came with the preview was meant for something else";
+    QTest::qWait(600);
+    merovanta::quick::TapPlayerQuick agent;
+    EXPECT_FALSE(agent.tap(*desk.scene.root(), {middle().x(), middle().y()}));
+    EXPECT_TRUE(desk.opened.empty());
+    press();
+    ASSERT_EQ(desk.opened.size(), 1);
+    EXPECT_EQ(desk.opened.front(), "letter.docx");
+    EXPECT_EQ(desk.dialog(), nullptr);
+
+    desk.opens = false;
+    desk.present("a.zip", zip);
+    ASSERT_TRUE(desk.shows("openDocument"));
+    QTest::qWait(600);
+    desk.key(Qt::Key_Tab);
+    if (!desk.item("openDocument")->hasActiveFocus()) desk.key(Qt::Key_Tab);
+    desk.key(Qt::Key_Return);
+    EXPECT_TRUE(eventually([&] { return desk.opened.size() == 1; })) << "by the keyboard, too";
+    EXPECT_TRUE(desk.shows("noPreview", "There is no preview of this file."));
+    EXPECT_FALSE(desk.item("openDocument")->isVisible());
+
+    // The next document takes the place of the one that is being opened.
+    desk.present("b.zip", zip);
+    ASSERT_TRUE(desk.shows("openDocument"));
+    QTest::qWait(600);
+    QTest::mouseClick(&desk.scene.window(), Qt::LeftButton, {}, middle().toPoint());
+    desk.present("c.zip", zip);
+    ASSERT_TRUE(desk.shows("openDocument"));
+    EXPECT_TRUE(desk.opened.empty());
 }
 
 TEST(FileManager, KeepsOneDirectoryToItself) {

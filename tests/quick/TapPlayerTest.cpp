@@ -7,6 +7,7 @@
 #include "Scene.h"
 
 using merovanta::Point;
+using merovanta::TapRecognizerFactory;
 using merovanta::quick::TapPlayerQuick;
 using merovanta::test::eventually;
 using merovanta::test::Scene;
@@ -58,8 +59,8 @@ TEST(TapPlayer, ReachesWhatTheVisitorWouldReach) {
     })");
     TapPlayerQuick player;
     int seen = 0;
-    const auto recognizer =
-        merovanta::platform::current().tapRecognizers().create([&](const auto&) { ++seen; });
+    const auto recognizer = merovanta::platform::current().tapRecognizers().create(
+        [&](const auto&) { ++seen; }, TapRecognizerFactory::Taps::visitors);
     recognizer->attach(*scene.root());
     const auto expectTap = [&](Point point, bool isTaken, const QString& log) {
         SCOPED_TRACE(testing::Message() << point.x << ", " << point.y);

@@ -22,11 +22,12 @@ struct Watched {
         Dialog { objectName: "dialog"; modal: true; x: 150; y: 200; width: 100; height: 100 }
     })"};
     std::vector<Point> taps;
-    std::unique_ptr<TapRecognizer> recognizer =
-        current().tapRecognizers().create([this](const TapRecognizer& from) {
+    std::unique_ptr<TapRecognizer> recognizer = current().tapRecognizers().create(
+        [this](const TapRecognizer& from) {
             EXPECT_EQ(from.state(), TapRecognizer::State::ended);
             taps.push_back(from.locationIn(*scene.root()));
-        });
+        },
+        merovanta::TapRecognizerFactory::Taps::visitors);
 
     Watched() { recognizer->attach(*scene.root()); }
 };

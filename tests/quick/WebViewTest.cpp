@@ -2,11 +2,15 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QFile>
+#include <QtCore/QPointer>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
 #include <csignal>
 #include <utility>
 
 #include "General/WebChat/DownloadScript.h"
+#include "Qt/Quick/TapPlayerQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 #include "Qt/Quick/WebViewFactoryQuick.h"
 #include "Scene.h"
@@ -17,6 +21,7 @@ using merovanta::ScriptMessage;
 using merovanta::StringError;
 using merovanta::WebView;
 using merovanta::quick::WebViewFactoryQuick;
+namespace platform = merovanta::platform;
 using merovanta::test::eventually;
 using merovanta::test::PageServer;
 using merovanta::test::Scene;
@@ -47,6 +52,10 @@ struct Browser {
             if (closesWhenAsked) webView.reset();
             return policy;
         };
+        delegate.mayChooseFiles = [this] {
+            ++choices;
+            return allowsFiles;
+        };
         delegate.didReceiveNavigationResponse = [this](int code) { statuses.push_back(code); };
         delegate.didFailNavigation = [this](const StringError& error) { failures.push_back(error.mMsg); };
         webView = WebViewFactoryQuick().create(*scene.root(), {"openDocument", "jsError"}, delegate);
@@ -55,6 +64,16 @@ struct Browser {
     /// Whether so many messages came.
     bool hears(std::size_t count) {
         return eventually([&] { return messages.size() >= count; }, patience);
+    }
+    /// Whether a picture of the window is to be had.
+    bool isCaptured() {
+        std::optional<bool> result;
+        platform::current().screenCapture().capture(
+            scene.root(), {}, [] { return std::vector<merovanta::MaskArea>(); },
+            [&](const auto& frame) { result = frame.has_value(); });
+        scene.window().update();
+        EXPECT_TRUE(eventually([&] { return result.has_value(); }));
+        return result.value_or(false);
     }
     std::optional<std::string> evaluate(const std::string& script) {
         std::optional<std::optional<StringError>> result;
@@ -73,6 +92,8 @@ struct Browser {
     std::vector<int> statuses;
     std::vector<std::string> failures;
     WebView::Policy policy = WebView::Policy::cancel;
+    bool allowsFiles = false;
+    int choices = 0;
     bool closesOnMessage = false;
     bool closesWhenAsked = false;
     std::unique_ptr<WebView> webView;
@@ -134,7 +155,7 @@ TEST(WebView, DownloadsWhatAPageLinksTo) {
          {"jsError Could not determine filename from content-disposition nor content-type"}},
         {{"A"}, {"jsError content-disposition header missing, url: " + url}},
         {{QByteArray(merovanta::maximumDocumentBytes + 1, 'x'), 200, named + "x\r\n"},
-         {"jsError res.blob() threw, error: "}},
+         {"jsError " + std::string(merovanta::documentTooLargeError) + url}},
         {{"A", 404}, {"jsError Response status was not ok, status: 404, url: " + url}},
     };
     for (const auto& [page, messages] : downloads) {
@@ -171,8 +192,8 @@ TEST(WebView, GivesTheHandlersToNoOtherPage) {
     } ways[] = {
         {"frame", "<iframe src='/other/chat.html'></iframe>", {}, 200, true},
         {"foreign frame", "<iframe src='" + foreign + "'></iframe>", {}, 200, true},
-        {"redirect", "", "Location: /other/chat.html\r\n", 302},
         {"foreign redirect", "", "Location: " + foreign + "\r\n", 302},
+        {"redirect of the page's own", "<meta http-equiv=refresh content='0;url=/other/chat.html'>"},
         {"link", "<script>location = '/other/chat.html'</script>"},
         {"foreign link", "<script>location = '" + foreign + "'</script>"},
     };
@@ -192,6 +213,46 @@ TEST(WebView, GivesTheHandlersToNoOtherPage) {
                     browser.messages == std::vector<std::string>{"script jsError own"});
         EXPECT_EQ(browser.asked.size(), 1);
     }
+}
+
+TEST(WebView, KnowsThePageUnderEveryAddressThatItTakes) {
+    const QByteArray named = "Content-Disposition: attachment; filename=x\r\n";
+    const QByteArray page = R"(<script>
+        history.pushState({}, "", "/room/7");
+        webkit.messageHandlers.jsError.postMessage("hello from " + location.pathname + location.hash);
+    </script>)";
+    Browser browser("", "Location: /v2/chat.html?3\r\n", 302);
+    browser.policy = WebView::Policy::allow;
+    browser.server.set("/v2/chat.html", {"", 301, "Location: /v3/chat.html\r\n"});
+    browser.server.set("/v3/chat.html", {page});
+    browser.server.set("/d", {"A", 200, named});
+    browser.load();
+    ASSERT_TRUE(browser.hears(1));
+    EXPECT_EQ(browser.messages.front(), "page jsError hello from /room/7");
+    EXPECT_EQ(browser.evaluate(merovanta::downloadScript(browser.server.url("/d"))), std::nullopt);
+    ASSERT_TRUE(browser.hears(2));
+    EXPECT_EQ(browser.messages.back(), "script openDocument x;data:text/html;base64,QQ==");
+    EXPECT_THAT(browser.asked, ElementsAre(browser.server.url("/v2/chat.html?3#d=x"),
+                                           browser.server.url("/v3/chat.html#d=x")));
+    EXPECT_THAT(browser.failures, IsEmpty());
+
+    // There and back again is not the same page any more; and one that never comes to an end is none.
+    PageServer elsewhere;
+    elsewhere.set(
+        "/chat.html",
+        {"", 302, "Location: " + QByteArray::fromStdString(browser.server.url("/v3/chat.html")) + "\r\n"});
+    browser.server.set(
+        "/chat.html",
+        {"", 302, "Location: " + QByteArray::fromStdString(elsewhere.url("/chat.html")) + "\r\n"});
+    browser.server.set("/v3/chat.html", {"<script>fetch('/tell/' + typeof webkit)</script>"});
+    browser.messages.clear();
+    browser.load();
+    EXPECT_TRUE(eventually([&] { return !browser.server.request("/tell/undefined").isEmpty(); }, patience));
+    browser.server.set("/chat.html", {"", 302, "Location: /chat.html?again\r\n"});
+    browser.load();
+    EXPECT_TRUE(eventually([&] { return !browser.failures.empty(); }, patience));
+    EXPECT_THAT(browser.failures, ElementsAre("Too many redirects"));
+    EXPECT_THAT(browser.messages, IsEmpty());
 }
 
 TEST(WebView, LetsNoPageFloodIt) {
@@ -255,6 +316,61 @@ TEST(WebView, AsksBeforeAnythingElseIsOpened) {
         EXPECT_TRUE(browser.server.request(path).isEmpty());
     EXPECT_THAT(browser.failures, IsEmpty());
     EXPECT_THAT(browser.statuses, ElementsAre(200));
+}
+
+TEST(WebView, GivesThePageNoFileButWhatTheVisitorChooses) {
+    Browser browser(R"html(<style>input { position: fixed; inset: 0; height: 300px; background: red }</style>
+        <input type="file" onchange="for (const file of this.files) file.text().then(text =>
+            webkit.messageHandlers.jsError.postMessage(file.name + ' ' + text))">)html");
+    browser.load();
+    QQuickWindow& window = browser.scene.window();
+    const auto press = [&] { QTest::mouseClick(&window, Qt::LeftButton, {}, {100, 100}); };
+    const auto chooser = [&] {
+        return merovanta::quick::ViewQuick::itemOf(*browser.webView->view())
+            ->findChild<QObject*>("fileChooser");
+    };
+    ASSERT_TRUE(eventually(
+        [&] {
+            press();
+            return eventually([&] { return browser.choices > 0; }, 500);
+        },
+        patience));
+    EXPECT_FALSE(eventually([&] { return chooser() != nullptr; }, 300)) << "not unless the host allows it";
+
+    browser.allowsFiles = true;
+    ASSERT_TRUE(eventually(
+        [&] {
+            press();
+            return eventually([&] { return chooser() != nullptr; }, 500);
+        },
+        patience));
+    QTest::qWait(300);
+    merovanta::quick::TapPlayerQuick agent;
+    EXPECT_FALSE(agent.tap(*browser.scene.root(), {100, 100})) << "the choice is the visitor's alone";
+    EXPECT_FALSE(browser.isCaptured()) << "nobody sees the names of files";
+    QTemporaryDir directory;
+    QFile file(directory.filePath("letter ü.txt"));
+    ASSERT_TRUE(file.open(QFile::WriteOnly));
+    file.write("Dear bank");
+    file.close();
+    // What the toolkit's dialog says when a file was chosen in it.
+    const QVariantList chosen{QUrl::fromLocalFile(file.fileName())};
+    QMetaObject::invokeMethod(chooser(), "answered", Q_ARG(QVariant, chosen));
+    ASSERT_TRUE(browser.hears(1));
+    EXPECT_EQ(browser.messages.front(), "page jsError letter ü.txt Dear bank");
+    EXPECT_TRUE(eventually([&] { return chooser() == nullptr && browser.isCaptured(); }));
+
+    ASSERT_TRUE(eventually(
+        [&] {
+            press();
+            return eventually([&] { return chooser() != nullptr; }, 500);
+        },
+        patience));
+    const QPointer<QObject> left(chooser());
+    browser.webView.reset();
+    EXPECT_EQ(left, nullptr) << "goes with the chat";
+    EXPECT_FALSE(browser.isCaptured()) << "what was captured before may still show it";
+    EXPECT_TRUE(eventually([&] { return browser.isCaptured(); }));
 }
 
 TEST(WebView, TellsWhyAPageIsNotShown) {

@@ -69,7 +69,8 @@ int endInTheMiddle(int argc, char** argv) {
         const RogueServer server("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf",
                                  RogueServer::Afterwards::keepOpen);
         view = scene.root();
-        recognizer = current().tapRecognizers().create([](const merovanta::TapRecognizer&) {});
+        recognizer = current().tapRecognizers().create([](const merovanta::TapRecognizer&) {},
+                                                       merovanta::TapRecognizerFactory::Taps::visitors);
         recognizer->attach(*view);
         timer = current().timers().schedule(std::chrono::milliseconds(1), true, [] {});
         current().httpSession().execute({.url = server.url()}, [](const merovanta::HttpReply&) {});

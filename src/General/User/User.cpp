@@ -29,6 +29,8 @@ void User::tag(const ActiveUser& activeUser, Callback callback) {
 
 void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>& callback) {
     assertMainThread();
+    const auto& former = applicationConfig->config.activeUserTag;
+    if (!activeUser.id || !former || former->id != activeUser.id) webChat->visitorChanged();
     adopt(activeUser);
     const auto report = [](const StringError& error) {
         Log::warning("Cannot send tag: " + error.errorDescription());
@@ -56,6 +58,7 @@ void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>&
 void User::clear() {
     assertMainThread();
     applicationConfig->config.activeUserTag.reset();
+    webChat->visitorChanged();
     panoptra->stop();
     IdUtils::forgetCustomerId();
 }

@@ -8,9 +8,11 @@
 #include "General/DebugPrint.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/Url.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "General/WebChat/DownloadScript.h"
+#include "General/WebChat/WebChat.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -58,7 +60,8 @@ bool ChatView::isGone() const {
 void ChatView::show() {
     assertMainThread();
     webView.reset();
-    if (!controller) controller = std::make_shared<ChatViewController>();
+    if (!controller)
+        controller = std::make_shared<ChatViewController>(platform::current().documentPreviews().create());
     if (!mCover) {
         mCover = platform::current().coverViews().create(*parent, className, [weak = weak_from_this()] {
             if (const auto self = weak.lock()) self->removeFromSuperview();
@@ -81,10 +84,14 @@ void ChatView::show() {
     webView->load(*url);
 }
 
+void ChatView::visitorChanged() {
+    // An open preview stays, and is closed with the chat.
+    if (controller) controller = std::make_shared<ChatViewController>(controller->retire());
+}
+
 void ChatView::reload(const std::optional<std::string>& visitor) {
     if (visitor) visitorId = visitor;
-    // What was on its way is for the visitor before.
-    controller.reset();
+    visitorChanged();
     show();
 }
 
@@ -111,6 +118,10 @@ std::unique_ptr<WebView> ChatView::makeWebView() {
     delegate.didReceiveNavigationResponse = [weak](int statusCode) {
         if (const auto self = weak.lock()) self->didReceiveNavigationResponse(statusCode);
     };
+    delegate.mayChooseFiles = [] {
+        const auto webChat = Injection::resolve<WebChat>();
+        return webChat && webChat->areAttachmentsAllowed;
+    };
     delegate.didFailNavigation = [weak](const StringError& error) {
         Log::warning("Cannot load chat: " + error.errorDescription());
         if (const auto self = weak.lock()) self->showErrorAlert();
@@ -133,7 +144,8 @@ bool ChatView::closeOnTap() {
     mTapRecognizer = platform::current().tapRecognizers().create(
         [weak = weak_from_this()](const TapRecognizer& recognizer) {
             if (const auto self = weak.lock()) self->viewTap(recognizer);
-        });
+        },
+        TapRecognizerFactory::Taps::everyones);
     if (!mTapRecognizer) return false;
     mTapRecognizer->attach(*mCover->view());
     return true;

@@ -33,6 +33,9 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
     /// Says in the log what it lacks for that.
     void show();
 
+    /// What is on its way is for somebody who is no longer the visitor: it is not shown. The page stays.
+    void visitorChanged();
+
     /// Loads the page anew, for this visitor; for the same as before if absent.
     void reload(const std::optional<std::string>& visitorId);
 

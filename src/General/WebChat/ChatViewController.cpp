@@ -6,6 +6,9 @@
 #include "General/DebugPrint.h"
 #include "General/Fatal.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/UIStrings.h"
 #include "General/Panoptra/Util/Base64.h"
 #include "General/Panoptra/Util/FileUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
@@ -23,6 +26,8 @@ constexpr int maximumInWork = 4;
 constexpr std::size_t maximumInPeriod = 5;
 constexpr std::chrono::seconds documentsPeriod{30};
 constexpr int maximumPageMessages = 1000;
+// A page must not be able to keep the visitor in one notice after the other: there is time to close the chat.
+constexpr std::chrono::seconds noticePause{3};
 
 /// The path of the written file; absent, with the reason on the debug output, if there is none.
 std::optional<std::string> write(const std::string& name, std::string_view payload) {
@@ -48,8 +53,35 @@ std::optional<std::string> write(const std::string& name, std::string_view paylo
 
 }  // namespace
 
-ChatViewController::ChatViewController()
-    : documentPreviewController(platform::current().documentPreviews().create()) {}
+/// Why a document is not shown: for the debug output, and for the visitor in the service's words or these.
+struct ChatViewController::Refusal {
+    const char* reason;
+    const char* key;
+    const char* text;
+
+    static const Refusal tooLarge;
+    static const Refusal tooMuch;
+    static const Refusal tooMany;
+};
+
+const ChatViewController::Refusal ChatViewController::Refusal::tooLarge{
+    "it is too large", "ui.mobile.document.large", "The document is too large to be shown here."};
+const ChatViewController::Refusal ChatViewController::Refusal::tooMuch{
+    "this chat has sent too many", "ui.mobile.document.much",
+    "This chat has sent as many documents as it can. Close it and open it again to see more."};
+const ChatViewController::Refusal ChatViewController::Refusal::tooMany{
+    "too many at once", "ui.mobile.document.many",
+    "Too many documents came at once. Wait a moment, then open this one again."};
+
+ChatViewController::ChatViewController(std::unique_ptr<DocumentPreview> preview)
+    : documentPreviewController(std::move(preview)) {}
+
+std::unique_ptr<DocumentPreview> ChatViewController::retire() {
+    assertMainThread();
+    mIsRetired = true;
+    mNotice.reset();
+    return std::move(documentPreviewController);
+}
 
 void ChatViewController::didReceiveScriptMessage(const ScriptMessage& message) {
     assertMainThread();
@@ -64,6 +96,8 @@ void ChatViewController::didReceiveScriptMessage(const ScriptMessage& message) {
         handleDocument(*message.body, message.sender);
     } else if (message.name == jsError) {
         debugPrint(*message.body);
+        const bool isTooLarge = message.body->starts_with(documentTooLargeError);
+        if (isTooLarge && message.sender == ScriptMessage::Sender::evaluatedScript) tell(Refusal::tooLarge);
     }
 }
 
@@ -80,9 +114,10 @@ void ChatViewController::handleDocument(const std::string& body, ScriptMessage::
 }
 
 void ChatViewController::store(const std::string& name, std::string payload) {
-    if (const char* const refusal = refusalOf(payload)) {
-        debugPrint(std::string("Could not write document: ") + refusal);
-        return;
+    if (mIsRetired) return debugPrint("Could not write document: it is an earlier visitor's");
+    if (const Refusal* const refusal = refusalOf(payload)) {
+        debugPrint(std::string("Could not write document: ") + refusal->reason);
+        return tell(*refusal);
     }
     ++mInWork;
     platform::current().workQueue().async([weak = weak_from_this(), name, payload = std::move(payload)] {
@@ -91,7 +126,7 @@ void ChatViewController::store(const std::string& name, std::string payload) {
             const auto self = weak.lock();
             if (!self) return;
             --self->mInWork;
-            if (!path) return;
+            if (!path || self->mIsRetired) return;
             self->mWrittenBytes += size;
             self->show(*path);
         });
@@ -107,11 +142,45 @@ bool ChatViewController::areTooMany() {
     return false;
 }
 
-const char* ChatViewController::refusalOf(const std::string& payload) {
-    if (payload.size() > maximumDocumentBytes / 3 * 4) return "it is too large";
-    if (mWrittenBytes > maximumOfAll) return "this chat has sent too many";
-    if (mInWork >= maximumInWork || areTooMany()) return "too many at once";
+const ChatViewController::Refusal* ChatViewController::refusalOf(const std::string& payload) {
+    if (payload.size() > maximumDocumentBytes / 3 * 4) return &Refusal::tooLarge;
+    if (mWrittenBytes > maximumOfAll) return &Refusal::tooMuch;
+    if (mInWork >= maximumInWork || areTooMany()) return &Refusal::tooMany;
     return nullptr;
+}
+
+void ChatViewController::tell(const Refusal& refusal) {
+    const auto now = platform::current().clock().sinceEpoch();
+    const bool isTooSoon = mLastNotice && now - *mLastNotice < noticePause;
+    const auto strings = Injection::resolve<UIStrings>();
+    const auto config = Injection::resolve<ApplicationConfigWrapper>();
+    if (mIsRetired || mIsTelling || isTooSoon || !strings || !config) return;
+    mIsTelling = true;
+    strings->load(config->config.tenantId.value_or(""),
+                  [weak = weak_from_this(), &refusal](const std::optional<StringError>& /*error*/) {
+                      if (const auto self = weak.lock()) self->present(refusal);
+                  });
+}
+
+void ChatViewController::present(const Refusal& refusal) {
+    mIsTelling = false;
+    const auto controller = ViewUtils::topViewController();
+    const auto strings = Injection::resolve<UIStrings>();
+    if (mIsRetired || !controller || !strings) return;
+    mIsTelling = true;
+    mNotice = platform::current().alerts().present(
+        *controller,
+        {.title = strings->text("ui.mobile.document.title").value_or("The document is not shown"),
+         .message = strings->text(refusal.key).value_or(refusal.text),
+         .accept = strings->text("ui.mobile.dismiss").value_or("Dismiss")},
+        [weak = weak_from_this()](bool /*accepted*/) {
+            const auto self = weak.lock();
+            if (!self) return;
+            self->mIsTelling = false;
+            self->mLastNotice = platform::current().clock().sinceEpoch();
+            self->mNotice.reset();
+        });
+    mIsTelling = mNotice != nullptr;
 }
 
 void ChatViewController::show(const std::string& path) {

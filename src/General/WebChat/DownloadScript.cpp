@@ -51,11 +51,12 @@ constexpr std::string_view steps = R"js(
                 fail(`Could not determine filename from content-disposition nor content-type, content-dispositon: ${contentDispositon}, content-type: ${contentType}, url: ${url}`);
                 return;
             }
+            let tooLarge = null;
             const bounded = ({ body, headers }) => {
                 let left = mostBytes;
                 const transform = (chunk, controller) => {
                     left -= chunk.byteLength;
-                    if (left < 0) throw new RangeError('The document is too large');
+                    if (left < 0) throw tooLarge = new RangeError('The document is too large');
                     controller.enqueue(chunk);
                 };
                 const type = (headers.get('content-type') || '').split(';')[0];
@@ -66,7 +67,7 @@ constexpr std::string_view steps = R"js(
             try {
                 blob = await bounded(res).blob();
             } catch (err) {
-                fail(`res.blob() threw, error: ${err}, url: ${url}`);
+                fail(`res.blob() threw, error: ${tooLarge ?? err}, url: ${url}`);
                 return;
             }
             const reader = new FileReader();

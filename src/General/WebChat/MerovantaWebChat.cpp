@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "General/Log.h"
+#include "General/MainThread.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "General/WebChat/WebChat.h"
@@ -26,6 +27,17 @@ void MerovantaWebChat::open(const std::string& id) {
 void MerovantaWebChat::setMobileDeviceToken(const std::string& token) {
     if (const auto webChat = resolveWebChat())
         ViewUtils::runOnMainQueue([webChat, token] { webChat->mobileDeviceToken = token; });
+}
+
+void MerovantaWebChat::setAttachmentsAllowed(bool areAllowed) {
+    if (const auto webChat = resolveWebChat())
+        ViewUtils::runOnMainThread([webChat, areAllowed] { webChat->areAttachmentsAllowed = areAllowed; });
+}
+
+bool MerovantaWebChat::attachmentsAllowed() const {
+    assertMainThread();
+    const auto webChat = resolveWebChat();
+    return webChat && webChat->areAttachmentsAllowed;
 }
 
 }  // namespace merovanta

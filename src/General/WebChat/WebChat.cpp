@@ -76,6 +76,12 @@ std::string WebChat::visitorId() const {
     return user && user->id ? *user->id : IdUtils::deviceIdentifier();
 }
 
+void WebChat::visitorChanged() {
+    assertMainThread();
+    for (const auto& chat : mChatViews)
+        chat->visitorChanged();
+}
+
 void WebChat::reload() {
     assertMainThread();
     const auto screen = ViewUtils::rootView();

@@ -23,11 +23,18 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
     /// unless the chat is open on the screen in front. What fails is said in the log. Any thread.
     void open(const std::string& id);
 
+    /// Another visitor uses the application from now on: no chat shows any more documents before it is opened
+    /// anew.
+    void visitorChanged();
+
     /// Opens the page of an open chat anew, for the visitor of the current visit.
     void reload();
 
     /// The device's push token, absent until the host supplies one.
     std::optional<std::string> mobileDeviceToken;
+
+    /// Whether the visitor may give files to the chat.
+    bool areAttachmentsAllowed = false;
 
  private:
     void fetchConfiguration(const std::string& id, const std::shared_ptr<View>& parent);

@@ -50,9 +50,9 @@ void DocumentPreviewQuick::inBackground(Work work, Take take) {
 }
 
 void DocumentPreviewQuick::handle(qt::DocumentType type) {
-    if (type == qt::DocumentType::external && mOpener(QUrl::fromLocalFile(mPath))) return close();
     open();
     if (!mDialog) return close();
+    mDialog->setProperty("canBeOpened", type == qt::DocumentType::external);
     inBackground([reader = mReader, type] { return reader->read(type); }, &DocumentPreviewQuick::show);
 }
 
@@ -69,6 +69,7 @@ void DocumentPreviewQuick::open() {
     mImages = QStringLiteral("merovanta-") + QUuid::createUuid().toString(QUuid::Id128);
     mEngine->addImageProvider(mImages, new DocumentImagesQuick(mReader, mQueue));
     connect(mDialog, SIGNAL(closed()), this, SLOT(closed()));
+    connect(mDialog, SIGNAL(openWanted()), this, SLOT(openWanted()));
     connect(mWindow, &QWindow::visibleChanged, mDialog, [dialog = mDialog.data()](bool isVisible) {
         if (!isVisible) QMetaObject::invokeMethod(dialog, "close");
     });
@@ -89,11 +90,24 @@ void DocumentPreviewQuick::show(const DocumentReaderQuick::Content& content) {
     mDialog->setProperty("isLoaded", true);
 }
 
+void DocumentPreviewQuick::openWanted() {
+    afterSignal(&DocumentPreviewQuick::openElsewhere);
+}
+
 void DocumentPreviewQuick::closed() {
-    // Not within the dialog's own signal, and not another document's by then.
-    platform::current().mainQueue().async([self = QPointer(this), reader = mReader] {
-        if (self && self->mReader == reader) self->close();
+    afterSignal(&DocumentPreviewQuick::close);
+}
+
+// Not within the dialog's own signal, and not another document's by then.
+void DocumentPreviewQuick::afterSignal(void (DocumentPreviewQuick::*action)()) {
+    platform::current().mainQueue().async([self = QPointer(this), reader = mReader, action] {
+        if (self && self->mReader == reader) (self->*action)();
     });
+}
+
+void DocumentPreviewQuick::openElsewhere() {
+    if (mOpener(QUrl::fromLocalFile(mPath))) return close();
+    if (mDialog) mDialog->setProperty("canBeOpened", false);
 }
 
 void DocumentPreviewQuick::close() {

@@ -26,6 +26,7 @@ class DocumentPreviewQuick final : public QObject, public DocumentPreview {
 
  private Q_SLOTS:
     void closed();
+    void openWanted();
 
  private:
     using Reader = std::shared_ptr<DocumentReaderQuick>;
@@ -34,7 +35,9 @@ class DocumentPreviewQuick final : public QObject, public DocumentPreview {
     template <typename Work, typename Take>
     void inBackground(Work work, Take take);
     void handle(qt::DocumentType type);
+    void afterSignal(void (DocumentPreviewQuick::*action)());
     void open();
+    void openElsewhere();
     void close();
     void show(const DocumentReaderQuick::Content& content);
 

@@ -1,10 +1,12 @@
 #include "Qt/Quick/ScreenCaptureQuick.h"
 
+#include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <utility>
 
+#include "Qt/Quick/FileChoiceQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 #include "Qt/Quick/WindowCaptureQuick.h"
 
@@ -37,8 +39,13 @@ std::uint64_t ScreenCaptureQuick::paintSerial(const View& root) {
 void ScreenCaptureQuick::capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
                                  Completion completion) {
     QQuickWindow* const window = root == nullptr ? nullptr : windowShownBy(*root);
-    if (window == nullptr) return completion(std::nullopt);
-    watcherOf(*window).capture(std::move(buffer), std::move(masks), std::move(completion));
+    if (window == nullptr || FileChoiceQuick::isOpen(*window)) return completion(std::nullopt);
+    // The dialog may come while the picture is under way.
+    const auto unlessChoosing = [window = QPointer(window), completion = std::move(completion)](auto frame) {
+        const bool isChoosing = !window || FileChoiceQuick::isOpen(*window);
+        completion(isChoosing ? std::nullopt : std::move(frame));
+    };
+    watcherOf(*window).capture(std::move(buffer), std::move(masks), unlessChoosing);
 }
 
 void ScreenCaptureQuick::applicationEnding() {

@@ -11,6 +11,7 @@
 #include <chrono>
 
 #include "Qt/Quick/AlertQuick.h"
+#include "Qt/Quick/FileChoiceQuick.h"
 #include "Qt/Quick/HitTestQuick.h"
 #include "Qt/Quick/PopupsQuick.h"
 #include "Qt/Quick/ViewQuick.h"
@@ -31,8 +32,16 @@ const QPointingDevice& device() {
 bool isOnlyForVisitor(const QQuickWindow& window) {
     const QWindow* const modal = QGuiApplication::modalWindow();
     if (modal != nullptr && modal != &window && !modal->isAncestorOf(&window)) return true;
+    if (FileChoiceQuick::isOpen(window)) return true;
     const QObject* const popup = topmostModalPopup(window);
     return popup != nullptr && AlertQuick::isAlert(*popup);
+}
+
+/// By a property of the item or of one around it.
+bool isOnlyForVisitor(const QQuickItem* item) {
+    while (item != nullptr && !item->property("isMerovantaVisitorsOwn").toBool())
+        item = item->parentItem();
+    return item != nullptr;
 }
 
 void send(QQuickWindow& window, QEvent::Type type, QPointF scene) {
@@ -56,7 +65,8 @@ bool TapPlayerQuick::tap(const View& root, const Point& point) {
     const bool isInside = point.x >= 0 && point.x < item->width() && point.y >= 0 && point.y < item->height();
     if (!isInside) return false;
     const QPointF scene = item->mapToScene({point.x, point.y});
-    if (takerAt(*window, scene) == nullptr) return false;
+    const QQuickItem* const taker = takerAt(*window, scene);
+    if (taker == nullptr || isOnlyForVisitor(taker)) return false;
     const QScopedValueRollback tapping(mIsTapping, true);
     const QPointer<QQuickWindow> alive(window);
     send(*window, QEvent::MouseButtonPress, scene);

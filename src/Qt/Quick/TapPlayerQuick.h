@@ -8,7 +8,8 @@ namespace merovanta::quick {
 class TapPlayerQuick final : public TapPlayer {
  public:
     /// False also while an earlier tap is under way, and where the visitor could not tap now or must do it
-    /// in person: under another modal window, and while one of the library's alerts is open.
+    /// in person: under another modal window, while one of the library's alerts is open or files are
+    /// chosen, and on the button that hands a document to another program.
     bool tap(const View& root, const Point& point) override;
 
  private:

@@ -6,8 +6,8 @@
 
 namespace merovanta::quick {
 
-std::unique_ptr<TapRecognizer> TapRecognizerFactoryQuick::create(Action action) {
-    return std::make_unique<TapRecognizerQuick>(std::move(action));
+std::unique_ptr<TapRecognizer> TapRecognizerFactoryQuick::create(Action action, Taps taps) {
+    return std::make_unique<TapRecognizerQuick>(std::move(action), taps);
 }
 
 }  // namespace merovanta::quick

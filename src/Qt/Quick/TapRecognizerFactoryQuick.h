@@ -6,7 +6,7 @@ namespace merovanta::quick {
 
 class TapRecognizerFactoryQuick final : public TapRecognizerFactory {
  public:
-    [[nodiscard]] std::unique_ptr<TapRecognizer> create(Action action) override;
+    [[nodiscard]] std::unique_ptr<TapRecognizer> create(Action action, Taps taps) override;
 };
 
 }  // namespace merovanta::quick

@@ -13,8 +13,8 @@
 
 namespace merovanta::quick {
 
-TapRecognizerQuick::TapRecognizerQuick(TapRecognizerFactory::Action action)
-    : mAction(std::make_shared<TapRecognizerFactory::Action>(std::move(action))) {}
+TapRecognizerQuick::TapRecognizerQuick(TapRecognizerFactory::Action action, TapRecognizerFactory::Taps taps)
+    : mAction(std::make_shared<TapRecognizerFactory::Action>(std::move(action))), mTaps(taps) {}
 
 TapRecognizerQuick::~TapRecognizerQuick() {
     detach();
@@ -68,9 +68,15 @@ bool TapRecognizerQuick::eventFilter(QObject* /*watched*/, QEvent* event) {
     return false;
 }
 
+// A touch that comes a second time as a mouse has been seen already.
+bool TapRecognizerQuick::isHeeded(const QMouseEvent& event) const {
+    const bool isPlayedBack = event.source() == Qt::MouseEventSynthesizedByApplication;
+    return event.source() == Qt::MouseEventNotSynthesized ||
+           (isPlayedBack && mTaps == TapRecognizerFactory::Taps::everyones);
+}
+
 void TapRecognizerQuick::mousePressed(const QMouseEvent& event) {
-    // A touch that comes a second time as a mouse has been seen already.
-    if (event.source() != Qt::MouseEventNotSynthesized) return;
+    if (!isHeeded(event)) return;
     if (event.buttons() == Qt::LeftButton) {
         press(event.position());
     } else {
@@ -79,7 +85,7 @@ void TapRecognizerQuick::mousePressed(const QMouseEvent& event) {
 }
 
 void TapRecognizerQuick::mouseReleased(const QMouseEvent& event) {
-    if (event.source() != Qt::MouseEventNotSynthesized) return;
+    if (!isHeeded(event)) return;
     if (event.button() == Qt::LeftButton) release(event.position());
 }
 

@@ -18,7 +18,7 @@ namespace merovanta::quick {
 /// the window's content item popups too, and the host application notices nothing.
 class TapRecognizerQuick final : public QObject, public TapRecognizer {
  public:
-    explicit TapRecognizerQuick(TapRecognizerFactory::Action action);
+    TapRecognizerQuick(TapRecognizerFactory::Action action, TapRecognizerFactory::Taps taps);
     ~TapRecognizerQuick() override;
 
     void attach(const View& view) override;
@@ -30,6 +30,7 @@ class TapRecognizerQuick final : public QObject, public TapRecognizer {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+    [[nodiscard]] bool isHeeded(const QMouseEvent& event) const;
     void mousePressed(const QMouseEvent& event);
     void mouseReleased(const QMouseEvent& event);
     void touched(const QTouchEvent& event);
@@ -43,6 +44,7 @@ class TapRecognizerQuick final : public QObject, public TapRecognizer {
 
     /// Shared, since the action may destroy the recogniser.
     std::shared_ptr<TapRecognizerFactory::Action> mAction;
+    const TapRecognizerFactory::Taps mTaps;
     QPointer<QQuickItem> mItem;
     QPointer<QQuickWindow> mWindow;
     State mState = State::possible;

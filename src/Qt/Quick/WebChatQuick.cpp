@@ -14,4 +14,14 @@ void WebChatQuick::setMobileDeviceToken(const QString& token) {
     Merovanta::webChat().setMobileDeviceToken(token.toStdString());
 }
 
+bool WebChatQuick::attachmentsAllowed() const {
+    return Merovanta::webChat().attachmentsAllowed();
+}
+
+void WebChatQuick::setAttachmentsAllowed(bool areAllowed) {
+    if (areAllowed == attachmentsAllowed()) return;
+    Merovanta::webChat().setAttachmentsAllowed(areAllowed);
+    emit attachmentsAllowedChanged();
+}
+
 }  // namespace merovanta::quick

@@ -8,6 +8,7 @@
 #include <QtWebEngineCore/QWebEngineLoadingInfo>
 #include <utility>
 
+#include "Qt/Quick/FileChoiceQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
 #include "Qt/Quick/ScriptSourcesQuick.h"
 #include "Qt/Quick/ViewQuick.h"
@@ -19,8 +20,13 @@ namespace {
 // Of the engine's network errors. What was cancelled, by a policy or a newer navigation, has not failed.
 constexpr int aborted = -3;
 
-QUrl withoutParameters(const QUrl& url) {
-    return url.adjusted(QUrl::RemoveQuery | QUrl::RemoveFragment);
+constexpr int maximumRedirects = 20;
+
+bool areOfOneOrigin(const QUrl& one, const QUrl& other) {
+    const auto port = [](const QUrl& url) {
+        return url.port(url.scheme() == QLatin1String("https") ? 443 : 80);
+    };
+    return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
 }
 
 }  // namespace
@@ -35,6 +41,7 @@ WebViewQuick::WebViewQuick(std::vector<std::string> handlers, Delegate delegate)
           }) {}
 
 WebViewQuick::~WebViewQuick() {
+    choosingChanged(false);
     if (!mItem) return;
     if (!mIsAsked) {
         delete mItem.data();
@@ -63,9 +70,15 @@ std::shared_ptr<View> WebViewQuick::view() const {
 }
 
 void WebViewQuick::load(const std::string& url) {
-    if (!mItem) return;
-    mPage = QUrl(QString::fromStdString(url));
+    mRedirects = 0;
+    mIsElsewhere = false;
     mHasFailed = false;
+    open(QUrl(QString::fromStdString(url)));
+}
+
+void WebViewQuick::open(const QUrl& url) {
+    if (!mItem) return;
+    mPage = url;
     const bool isOfWeb = mPage.scheme() == QLatin1String("http") || mPage.scheme() == QLatin1String("https");
     if (!isOfWeb || mPage.host().isEmpty()) return fail("Not an address of the web");
     mIsLoadWaiting = true;
@@ -89,6 +102,24 @@ bool WebViewQuick::mayOpen(const QUrl& url, bool isTyped) {
         mPage = url;
         return true;
     }
+    return isAllowed(url);
+}
+
+// Opened anew under its last address: the scripts that give a page the handlers go by the address at which it
+// is created.
+bool WebViewQuick::mayFollow(const QUrl& url) {
+    const bool isElsewhere = mIsElsewhere || !areOfOneOrigin(url, mPage);
+    mIsElsewhere = isElsewhere;
+    if (!isAllowed(url)) return false;
+    if (isElsewhere) return true;
+    mLater.post([this, url] {
+        if (++mRedirects > maximumRedirects) return fail("Too many redirects");
+        open(url);
+    });
+    return false;
+}
+
+bool WebViewQuick::isAllowed(const QUrl& url) {
     const auto decide = mDelegate.decidePolicyForNavigationAction;
     if (!decide) return false;
     const QPointer<WebViewQuick> self(this);
@@ -113,6 +144,17 @@ void WebViewQuick::terminated() {
     fail("The page's process ended");
 }
 
+bool WebViewQuick::mayChooseFiles() {
+    const auto decide = mDelegate.mayChooseFiles;
+    return isPageShown() && decide && decide();
+}
+
+void WebViewQuick::choosingChanged(bool isChoosing) {
+    if (mChoosingIn) FileChoiceQuick::end(*mChoosingIn);
+    mChoosingIn = isChoosing && mItem ? mItem->window() : nullptr;
+    if (mChoosingIn) FileChoiceQuick::begin(*mChoosingIn);
+}
+
 void WebViewQuick::evaluated(int id, const QVariant& result) {
     const QString text = result.toString();
     std::optional<StringError> error;
@@ -126,7 +168,7 @@ void WebViewQuick::evaluated(int id, const QVariant& result) {
 
 bool WebViewQuick::isPageShown() const {
     if (!mItem || mPage.isEmpty()) return false;
-    return withoutParameters(mItem->property("url").toUrl()) == withoutParameters(mPage);
+    return areOfOneOrigin(mItem->property("url").toUrl(), mPage);
 }
 
 template <typename Function, typename Argument>

@@ -11,6 +11,7 @@
 #include "Qt/Quick/ScriptReceiverQuick.h"
 
 class QQuickItem;
+class QQuickWindow;
 
 namespace merovanta::quick {
 
@@ -35,12 +36,21 @@ class WebViewQuick final : public QObject, public WebView {
 
     /// isTyped: opened as a whole by this object, not by a page.
     Q_INVOKABLE bool mayOpen(const QUrl& url, bool isTyped);
+    /// The server of the page, which is not there yet, redirects to another address.
+    Q_INVOKABLE bool mayFollow(const QUrl& url);
     Q_INVOKABLE void loadingChanged(int status, int errorDomain, int errorCode, const QString& error);
     Q_INVOKABLE void terminated();
+    Q_INVOKABLE bool mayChooseFiles();
+    [[nodiscard]] Q_INVOKABLE QString pathOf(const QUrl& file) const { return file.toLocalFile(); }
+    /// From before the dialog is there until it is closed.
+    Q_INVOKABLE void choosingChanged(bool isChoosing);
     Q_INVOKABLE void evaluated(int id, const QVariant& result);
 
  private:
+    /// Whether what is shown is of the page's origin; the scripts know whether it is the page.
     [[nodiscard]] bool isPageShown() const;
+    void open(const QUrl& url);
+    [[nodiscard]] bool isAllowed(const QUrl& url);
     /// Calls the delegate with a copy of the function: it may destroy this object.
     template <typename Function, typename Argument>
     void later(Function Delegate::*function, Argument argument);
@@ -52,9 +62,13 @@ class WebViewQuick final : public QObject, public WebView {
     ScriptReceiverQuick mReceiver;
     qt::TaskReceiverQt mLater;
     QPointer<QQuickItem> mItem;
+    QPointer<QQuickWindow> mChoosingIn;
     /// As load() was told to, until the engine asks whether it may; then as the engine writes it.
     QUrl mPage;
     bool mIsLoadWaiting = false;
+    int mRedirects = 0;
+    /// Whether the load was redirected out of its origin: from there on it is another's.
+    bool mIsElsewhere = false;
     bool mHasFailed = false;
     /// The engine must not lose the item while it waits for an answer.
     bool mIsAsked = false;

@@ -64,7 +64,8 @@ void ViewMonitor::start(std::shared_ptr<MessageSender> sender, Completion comple
             seconds(self->screenShotInterval), true, [monitor = self.get()] { monitor->takeScreenshot(); });
     });
     clickListener = platform::current().tapRecognizers().create(
-        [this](const TapRecognizer& recognizer) { handleClick(recognizer); });
+        [this](const TapRecognizer& recognizer) { handleClick(recognizer); },
+        TapRecognizerFactory::Taps::visitors);
     if (!clickListener) {
         completion(StringError("Cannot register click listener"));
         return;

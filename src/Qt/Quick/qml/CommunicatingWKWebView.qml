@@ -6,6 +6,8 @@ WebEngineView {
     id: root
 
     required property QtObject page
+    // Of the history, before the page is in it.
+    property int entriesBefore: 0
 
     function open(address: url, pageScript: string, ownScript: string): void {
         userScripts.collection = [
@@ -24,11 +26,62 @@ WebEngineView {
                 runsOnSubFrames: false
             }
         ];
+        entriesBefore = history.items.rowCount();
         url = address;
+    }
+
+    function mayOpen(request): bool {
+        const type = request.navigationType;
+        const isRedirect = type === WebEngineNavigationRequest.RedirectNavigation;
+        // A page that sends itself on has come to the history by then.
+        if (request.isMainFrame && isRedirect && history.items.rowCount() === entriesBefore)
+            return page.mayFollow(request.url);
+        return page.mayOpen(request.url, request.isMainFrame && type === WebEngineNavigationRequest.TypedNavigation);
     }
 
     function evaluate(script: string, id: int): void {
         runJavaScript(script, WebEngineScript.ApplicationWorld, result => page?.evaluated(id, result));
+    }
+
+    function chooseFiles(request): void {
+        const isSeveral = request.mode === FileDialogRequest.FileModeOpenMultiple;
+        const isOne = request.mode === FileDialogRequest.FileModeOpen;
+        if (!(isOne || isSeveral) || choice.chooser || !page?.mayChooseFiles()) {
+            request.dialogReject();
+            return;
+        }
+        // Only here: a host that allows no files needs no such dialog.
+        const component = Qt.createComponent("FileChooser.qml");
+        const chooser = component.createObject(root, { fileMode: isSeveral ? 1 : 0 });
+        if (!chooser) {
+            console.warn(component.errorString());
+            request.dialogReject();
+            return;
+        }
+        choice.request = request;
+        choice.chooser = chooser;
+        page.choosingChanged(true);
+        chooser.answered.connect(choice.answer);
+        chooser.open();
+    }
+
+    QtObject {
+        id: choice
+
+        property var request: null
+        property var chooser: null
+
+        function answer(files): void {
+            if (files.length > 0) request.dialogAccept(files.map(file => page.pathOf(file)));
+            else request.dialogReject();
+            request = null;
+            const dialog = chooser;
+            chooser = null;
+            dialog.answered.disconnect(answer);
+            dialog.close();
+            dialog.destroy();
+            page.choosingChanged(false);
+        }
     }
 
     anchors.fill: parent
@@ -62,8 +115,7 @@ WebEngineView {
     settings.unknownUrlSchemePolicy: WebEngineSettings.DisallowUnknownUrlSchemes
 
     onNavigationRequested: request => {
-        const isTyped = request.navigationType === WebEngineNavigationRequest.TypedNavigation;
-        if (!page?.mayOpen(request.url, request.isMainFrame && isTyped)) request.reject();
+        if (!page || !mayOpen(request)) request.reject();
     }
     onNewWindowRequested: request => page?.mayOpen(request.requestedUrl, false)
     onLoadingChanged: info => page?.loadingChanged(info.status, info.errorDomain, info.errorCode, info.errorString)
@@ -82,7 +134,7 @@ WebEngineView {
     onFeaturePermissionRequested: (origin, feature) => grantFeaturePermission(origin, feature, false)
     onFileDialogRequested: request => {
         request.accepted = true;
-        request.dialogReject();
+        chooseFiles(request);
     }
     onFileSystemAccessRequested: request => request.reject()
     onFullScreenRequested: request => request.reject()

@@ -13,7 +13,11 @@ T.Dialog {
     property var lines: null
     property bool isCut
     property bool isLoaded
+    // Whether another program can show it.
+    property bool canBeOpened
     readonly property bool isWhole: parent.width < 600 || parent.height < 500
+
+    signal openWanted
 
     objectName: "documentPreview"
     x: Math.round((parent.width - width) / 2)
@@ -129,19 +133,9 @@ T.Dialog {
     Component {
         id: nothingComponent
 
-        Item {
-            Text {
-                objectName: "noPreview"
-                anchors.centerIn: parent
-                width: Math.min(implicitWidth, parent.width - 48)
-                text: qsTr("There is no preview of this file.")
-                font.pixelSize: 16
-                color: "#3c4656"
-                horizontalAlignment: Text.AlignHCenter
-                wrapMode: Text.Wrap
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+        PreviewNothing {
+            canBeOpened: root.canBeOpened
+            onOpenWanted: root.openWanted()
         }
     }
 }
