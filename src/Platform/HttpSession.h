@@ -24,6 +24,7 @@ struct HttpRequest {
 
 struct HttpResponse {
     int status = 0;
+    /// A header that came several times is there as often, or joined by commas where that means the same.
     std::vector<std::pair<std::string, std::string>> headers;
 };
 

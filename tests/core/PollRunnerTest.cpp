@@ -49,8 +49,7 @@ TEST_F(PollRunnerTest, OnePollCarriesAllClientsAndItsReplyReachesThem) {
                     .additionalParams = "a=1"});
     registerClient({.id = "also", .channel = CommunicationChannel::S, .rate = 4, .additionalParams = "b=2"});
     answerWith(HttpSessionInMemory::reply(
-        200,
-        R"([{"c":"S","p":"hello"},{"c":"??","p":""},{"c":"SCB"},7,{"c":"SCB","p":"{}"},{"c":"JS","p":""}])"));
+        200, R"([{"c":"S","p":"hello"},{"c":"??","p":""},7,{"c":"SCB","p":"{}"},{"c":"JS","p":""}])"));
     advance(3s);
     ASSERT_THAT(polls(), SizeIs(1));
     EXPECT_EQ(polls()[0].body, R"({"c":["SCB","S"],"m":[{"c":"S","p":"{}"}],"ad":"a=1&b=2"})");
@@ -66,6 +65,24 @@ TEST_F(PollRunnerTest, OnePollCarriesAllClientsAndItsReplyReachesThem) {
     EXPECT_THAT(heard, SizeIs(3));
     EXPECT_THAT(log.lines("[WARNING] XhrRunner: Cannot parse poll reply"), SizeIs(4));
     EXPECT_EQ(timers(), 0);
+}
+
+TEST_F(PollRunnerTest, AMessageCountsWhateverItsPayloadAndWhereverItsListStands) {
+    registerAgentChannel();
+    const auto poll = [this](const std::string& body) {
+        heard.clear();
+        answerWith(HttpSessionInMemory::reply(200, body));
+        advance(3020ms);
+        return heard;
+    };
+    const std::string longText(5000, 'x');
+    EXPECT_THAT(poll(R"({"c":["SCB"],"m":[{"c":"SCB","p":"wrapped"}]})"), ElementsAre("SCB:wrapped"));
+    EXPECT_THAT(poll(R"([{"c":"SCB"},{"c":"SCB","p":{"id":7}},{"c":"SCB","p":null}])"),
+                ElementsAre("SCB:", "SCB:", "SCB:"));
+    EXPECT_THAT(poll(R"([{"c":"SCB","p":")" + longText + R"("}])"), ElementsAre("SCB:" + longText));
+    EXPECT_THAT(poll(R"([{"c":"SCB","p":")" + std::string(2 << 20, 'x') + R"("}])"), ElementsAre("SCB:"));
+    EXPECT_THAT(poll(R"({"m":{"c":"SCB","p":"no list"}})"), IsEmpty());
+    EXPECT_THAT(log.lines("[WARNING] XhrRunner: Cannot parse poll reply"), SizeIs(1));
 }
 
 TEST_F(PollRunnerTest, PausesAtTheEleventhFailureInARowAndGoesOnWhenToldTo) {

@@ -48,11 +48,24 @@ TEST_F(UIStringsTest, AreAskedForAgainAfterAFailure) {
     EXPECT_EQ(loadFrom(HttpSessionInMemory::reply(200, "{")), "Cannot parse JSON");
     EXPECT_EQ(loadFrom(HttpSessionInMemory::reply(200, "[]")), "Cannot use response as dictionary");
     EXPECT_EQ(loadFrom(HttpSessionInMemory::failure("No route to host")), "No route to host");
+    EXPECT_EQ(loadFrom(HttpSessionInMemory::reply(503, R"({"error":"busy"})")), "HTTP status 503");
     EXPECT_EQ(loadFrom(HttpSessionInMemory::reply(200, R"({"a":1,"b":"two"})")), "");
     EXPECT_FALSE(strings->text("a"));
     EXPECT_EQ(strings->text("b"), "two");
     EXPECT_EQ(service.requests("GET", "api/in/i18n").back().url,
               "https://service.example/api/in/i18n?lang=en&tId=a%20tenant");
+}
+
+TEST_F(UIStringsTest, AreNotAskedForInWhatIsNoLanguage) {
+    platform->app.languages = {"C", "POSIX", "", "fr"};
+    load();
+    platform->app.languages = {"C"};
+    strings = std::make_shared<UIStrings>(Injection::resolve<MerovantaAPI>());
+    load();
+    std::vector<std::string> asked;
+    for (const auto& request : service.requests("GET", "api/in/i18n"))
+        asked.push_back(request.url.substr(request.url.find('?'), 8));
+    EXPECT_THAT(asked, ElementsAre("?lang=fr", "?lang=en"));
 }
 
 }  // namespace

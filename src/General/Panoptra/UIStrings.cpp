@@ -1,11 +1,21 @@
 #include "General/Panoptra/UIStrings.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
+
+namespace {
+
+/// What a system names that was given no language.
+bool isLanguage(const std::string& code) {
+    return !code.empty() && code != "C" && code != "POSIX";
+}
+
+}  // namespace
 
 UIStrings::UIStrings(std::shared_ptr<MerovantaAPI> api) : merovantaAPI(std::move(api)) {}
 
@@ -15,8 +25,9 @@ void UIStrings::load(const std::string& tenantId, Completion completion) {
         return;
     }
     const auto languages = platform::current().application().preferredLanguages();
+    const auto language = std::find_if(languages.begin(), languages.end(), isLanguage);
     merovantaAPI->getTranslations(
-        tenantId, languages.empty() ? defaultLanguageCode : languages.front(),
+        tenantId, language == languages.end() ? defaultLanguageCode : *language,
         [weak = weak_from_this(),
          completion = std::move(completion)](MerovantaAPI::TranslationsResult result) {
             ViewUtils::runOnMainQueue([weak, completion, result = std::move(result)] {

@@ -100,7 +100,10 @@ HttpResponse HttpExchangeQt::response() const {
     response.status = mReply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const auto pairs = mReply->rawHeaderPairs();
     for (const auto& [name, value] : pairs) {
-        response.headers.emplace_back(name.toStdString(), value.toStdString());
+        // Qt writes a header that comes several times, where it may not join them, into lines of one.
+        const auto values = value.split('\n');
+        for (const QByteArray& each : values)
+            response.headers.emplace_back(name.toStdString(), each.toStdString());
     }
     return response;
 }

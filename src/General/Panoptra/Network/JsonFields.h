@@ -101,8 +101,8 @@ class JsonFields {
         return true;
     }
 
-    // Whatever is larger is not what the service has to say, and would keep the main thread busy.
-    static constexpr std::size_t maximumText = 4096;
+    // Whatever is larger is not what the service has to say.
+    static constexpr std::size_t maximumText = std::size_t{1} << 20;
     static constexpr std::size_t maximumElements = 1000;
 
     const nlohmann::json& mJson;

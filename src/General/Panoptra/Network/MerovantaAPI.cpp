@@ -18,7 +18,7 @@ StringError noUrl() {
 }
 
 MerovantaAPI::TranslationsResult decodeTranslations(const HttpReply& reply) {
-    if (reply.error) return *reply.error;
+    if (const auto error = failureOf(reply)) return *error;
     if (!reply.data) return StringError("data is nil");
     const auto json = parseJson(*reply.data);
     if (!json) return StringError("Cannot parse JSON");

@@ -1,14 +1,35 @@
 #include "General/Panoptra/Util/HttpUtil.h"
 
+#include <algorithm>
+#include <cctype>
 #include <utility>
+#include <vector>
 
 #include "General/Fatal.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
 #include "General/Panoptra/Util/Url.h"
+#include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
+
+namespace {
+
+/// What stands under the name, in whatever case the service writes it.
+std::vector<std::string> valuesOf(const HttpResponse& response, const std::string& name) {
+    const auto isSame = [](char one, char other) {
+        return std::tolower(static_cast<unsigned char>(one)) ==
+               std::tolower(static_cast<unsigned char>(other));
+    };
+    std::vector<std::string> values;
+    for (const auto& [key, value] : response.headers) {
+        if (std::equal(key.begin(), key.end(), name.begin(), name.end(), isSame)) values.push_back(value);
+    }
+    return values;
+}
+
+}  // namespace
 
 HttpUtil::HttpUtil(std::shared_ptr<ApplicationConfigWrapper> wrapper)
     : applicationConfig(std::move(wrapper)) {}
@@ -17,9 +38,17 @@ HttpRequest HttpUtil::buildRequest(const std::string& url) const {
     assertMainThread();
     auto parsed = parseUrl(url);
     if (!parsed) fatalError("Not a URL: " + url);
+    const std::string session = sessionId();
+    stickyCookie->enter(session);
+    HttpRequest request{.url = std::move(*parsed), .headers = {{ssidHeadername, session}}};
+    if (auto cookies = stickyCookie->headerFor(request.url); !cookies.empty())
+        request.headers.emplace_back(cookieHeaderName, std::move(cookies));
+    return request;
+}
+
+std::string HttpUtil::sessionId() const {
     const auto& visit = applicationConfig->config.visitConfig;
-    const std::string sessionId = visit ? visit->sessionId.value_or("") : "";
-    return HttpRequest{.url = std::move(*parsed), .headers = {{ssidHeadername, sessionId}}};
+    return visit ? visit->sessionId.value_or("") : "";
 }
 
 void HttpUtil::get(const std::string& url, Completion completion) const {
@@ -44,7 +73,24 @@ void HttpUtil::post(const std::string& url, std::string body, Completion complet
 }
 
 void HttpUtil::execute(HttpRequest request, Completion completion) const {
-    platform::current().httpSession().execute(std::move(request), std::move(completion));
+    auto keepCookies = [jar = std::weak_ptr(stickyCookie), session = sessionId(), url = request.url,
+                        name = setCookieHeaderName](const HttpReply& reply) {
+        auto headers = reply.response ? valuesOf(*reply.response, name) : std::vector<std::string>();
+        if (headers.empty()) return;
+        ViewUtils::runOnMainQueue([jar, session, url, headers = std::move(headers)] {
+            const auto cookies = jar.lock();
+            // The reply to a request of a session that is over sets none in the next.
+            if (!cookies || !cookies->isOf(session)) return;
+            for (const auto& header : headers)
+                cookies->keep(url, header);
+        });
+    };
+    platform::current().httpSession().execute(
+        std::move(request),
+        [keepCookies = std::move(keepCookies), completion = std::move(completion)](HttpReply reply) {
+            keepCookies(reply);
+            completion(std::move(reply));
+        });
 }
 
 }  // namespace merovanta

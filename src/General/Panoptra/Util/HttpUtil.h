@@ -1,10 +1,10 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Util/StickyCookie.h"
 #include "Platform/HttpSession.h"
 
 namespace merovanta {
@@ -18,7 +18,8 @@ class HttpUtil {
 
     explicit HttpUtil(std::shared_ptr<ApplicationConfigWrapper> applicationConfig);
 
-    /// A GET request with the session header. A text that is no URL ends the process.
+    /// A GET request with the session header and the session's cookies. A text that is no URL ends the
+    /// process.
     [[nodiscard]] HttpRequest buildRequest(const std::string& url) const;
 
     void get(const std::string& url, Completion completion) const;
@@ -28,15 +29,18 @@ class HttpUtil {
     /// The content type is announced as JSON whatever the body holds; the service expects it so.
     void post(const std::string& url, std::string body, Completion completion) const;
 
+    /// Sends a request that was built here.
     void execute(HttpRequest request, Completion completion) const;
 
-    // Kept for a sticky-session cookie, which no request carries so far.
-    const std::optional<std::string> stickyCookie;
+    // Requests carry the cookies that replies in the same service session have set.
+    const std::shared_ptr<StickyCookie> stickyCookie = std::make_shared<StickyCookie>();
     const std::string setCookieHeaderName = "Set-Cookie";
     const std::string cookieHeaderName = "Cookie";
     const std::string ssidHeadername = "X-QD-SSID";
 
  private:
+    [[nodiscard]] std::string sessionId() const;
+
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;
 };
 

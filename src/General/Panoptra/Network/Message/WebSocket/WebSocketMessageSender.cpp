@@ -58,16 +58,12 @@ void WebSocketMessageSender::connect(const std::string& pageUrl, std::function<v
     successCallback = std::move(onSuccess);
     errorCallback = std::move(onError);
     const std::string url = endpointUrl(pageUrl);
-    auto parsed = parseUrl(url);
-    if (!parsed) {
+    if (!parseUrl(url)) {
         Log::warning("Cannot construct URL");
         return;
     }
     Log::debug("Connect to " + url);
-    const auto& visit = applicationConfig->config.visitConfig;
-    HttpRequest request{.url = std::move(*parsed),
-                        .headers = {{httpUtil->ssidHeadername, visit ? visit->sessionId.value_or("") : ""}}};
-    auto next = platform::current().webSockets().create(std::move(request), delegate());
+    auto next = platform::current().webSockets().create(httpUtil->buildRequest(url), delegate());
     next->connect();
     socket = std::move(next);
 }
