@@ -5,6 +5,7 @@
 
 #include "InMemory/VirtualTime.h"
 #include "Platform/Clock.h"
+#include "Platform/ForwardTime.h"
 
 namespace merovanta::inmemory {
 
@@ -13,15 +14,18 @@ class ClockInMemory : public Clock {
  public:
     explicit ClockInMemory(std::shared_ptr<VirtualTime> time) : mTime(std::move(time)) {}
 
-    [[nodiscard]] std::chrono::milliseconds sinceEpoch() const override {
-        return start + std::chrono::duration_cast<std::chrono::milliseconds>(mTime->now());
+    [[nodiscard]] std::chrono::milliseconds sinceEpoch() override {
+        const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(mTime->now());
+        return mForward.advance(start + passed, passed);
     }
+    void restart() override { mForward.restart(); }
 
-    /// The calendar's time at the beginning of the virtual time.
+    /// What the calendar showed at the beginning of the virtual time; a change sets the system's clock.
     std::chrono::milliseconds start{1'700'000'000'000};
 
  private:
     std::shared_ptr<VirtualTime> mTime;
+    ForwardTime mForward;
 };
 
 }  // namespace merovanta::inmemory

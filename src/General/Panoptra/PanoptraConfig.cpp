@@ -8,6 +8,8 @@
 namespace merovanta {
 
 void PanoptraConfig::resetSession() {
+    // What was the time before matters to the sessions before; this one begins with the system's.
+    platform::current().clock().restart();
     // Truncated to whole seconds before it becomes milliseconds, like every time stamp on the wire.
     const auto now =
         std::chrono::duration_cast<std::chrono::seconds>(platform::current().clock().sinceEpoch());
