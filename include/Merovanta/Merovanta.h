@@ -25,7 +25,8 @@ class MEROVANTA_EXPORT Merovanta {
 
     /// Names the tenant, its access token and, if set, the hosts. May be called again at any time with other
     /// values. Begins a new visit and keeps the service session's id; from now on the service is asked every
-    /// few seconds whether an agent wants to co-browse. Thread: main.
+    /// few seconds whether an agent wants to co-browse. Called before the application object is made, it logs
+    /// an error and takes effect once there is one. Thread: main.
     static void initConfig(const CustomConfiguration& config);
 
     /// The facades: each is made on first use and is the same object until the process ends. Any thread may

@@ -4,6 +4,7 @@
 #include "General/Log.h"
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Injection.h"
+#include "Platform/Platform.h"
 
 namespace merovanta {
 
@@ -23,6 +24,21 @@ void applyHosts(const CustomConfiguration& custom, ApplicationConfig& config) {
     }
 }
 
+void renewVisit(ApplicationConfigWrapper& wrapper) {
+    const auto& visit = wrapper.config.visitConfig;
+    wrapper.renewVisit(visit ? visit->sessionId : std::nullopt);
+}
+
+/// A visit needs the device's identifier, which is not known before there is an application.
+void renewVisitOnceThereIsAnApplication(const std::shared_ptr<ApplicationConfigWrapper>& wrapper) {
+    Log::error("initConfig was called before the application object was made; it takes effect afterwards");
+    platform::current().mainQueue().async([wrapper] {
+        const auto& visit = wrapper->config.visitConfig;
+        // A session that was started meanwhile has renewed it.
+        if (visit && !visit->visitId) renewVisit(*wrapper);
+    });
+}
+
 }  // namespace
 
 void Merovanta::initConfig(const std::string& tenantId, const std::string& token) {
@@ -37,8 +53,11 @@ void Merovanta::initConfig(const CustomConfiguration& config) {
     }
     wrapper->config.tenantId = config.tenantId();
     wrapper->config.token = config.token();
-    const auto& visit = wrapper->config.visitConfig;
-    wrapper->renewVisit(visit ? visit->sessionId : std::nullopt);
+    if (platform::current().application().exists()) {
+        renewVisit(*wrapper);
+    } else {
+        renewVisitOnceThereIsAnApplication(wrapper);
+    }
     applyHosts(config, wrapper->config);
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->startPolling();
 }

@@ -19,6 +19,8 @@ class ApplicationInMemory : public Application {
     [[nodiscard]] std::optional<std::string> identifierForVendor() override { return vendorIdentifier; }
     [[nodiscard]] bool classExists(std::string_view name) override;
 
+    [[nodiscard]] bool exists() override { return isMade; }
+    [[nodiscard]] bool isActive() override { return mIsActive; }
     [[nodiscard]] std::unique_ptr<Observation> observeWillResignActive(
         std::function<void()> observer) override {
         return mResignObservers.add(std::move(observer));
@@ -29,8 +31,14 @@ class ApplicationInMemory : public Application {
     }
 
     /// The user turns to something else, and comes back.
-    void resignActive() { mResignObservers.notify(); }
-    void becomeActive() { mActiveObservers.notify(); }
+    void resignActive() {
+        mIsActive = false;
+        mResignObservers.notify();
+    }
+    void becomeActive() {
+        mIsActive = true;
+        mActiveObservers.notify();
+    }
 
     /// Tells that the window has shown what changed since the last time.
     void paint() { ++paintSerial; }
@@ -38,6 +46,8 @@ class ApplicationInMemory : public Application {
     /// Null without a window.
     std::shared_ptr<NativeController> root;
     Screen screen{.scale = 1, .bounds = {0, 0, 390, 844}};
+    /// Whether the host has made its application object.
+    bool isMade = true;
     std::vector<std::string> languages{"en"};
     std::optional<std::string> vendorIdentifier = "00000000-1111-2222-3333-444444444444";
     /// Classes that exist even if no view is of them.
@@ -45,6 +55,7 @@ class ApplicationInMemory : public Application {
     std::uint64_t paintSerial = 0;
 
  private:
+    bool mIsActive = true;
     ObserversInMemory mResignObservers;
     ObserversInMemory mActiveObservers;
 };

@@ -31,12 +31,23 @@ class Application {
  public:
     virtual ~Application() = default;
 
-    /// Calls the observer whenever the application is about to lose the user's attention: to the background,
-    /// to another application, to a locked screen. Never null.
+    /// Whether there is an application object. Before, and after its end, a device may have no identifier
+    /// yet, and there is no window; what is given to the main queue before waits for it.
+    [[nodiscard]] virtual bool exists() = 0;
+
+    /// Whether the application has the user's attention. What that means is the platform's to know:
+    /// - on phones and tablets, that it is the one in front and the screen is not locked;
+    /// - on a desktop, that at least one of its windows can be seen: neither hidden nor minimised, and the
+    ///   screen, where the platform can tell, not locked. Which window has the focus, and what lies over
+    ///   the application's, makes no difference;
+    /// - on a screen of its own (kiosks, devices), that it runs.
+    [[nodiscard]] virtual bool isActive() = 0;
+
+    /// Calls the observer whenever isActive() is about to become, or has just become, false. Never null.
     [[nodiscard]] virtual std::unique_ptr<Observation> observeWillResignActive(
         std::function<void()> observer) = 0;
 
-    /// Calls the observer whenever the application has got the user's attention. Never null.
+    /// Calls the observer whenever isActive() has become true. Never null.
     [[nodiscard]] virtual std::unique_ptr<Observation> observeDidBecomeActive(
         std::function<void()> observer) = 0;
 

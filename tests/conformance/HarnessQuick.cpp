@@ -158,10 +158,13 @@ class HarnessQuick : public Harness {
         return static_cast<int>(mSocketPeer->socket().closeCode());
     }
 
-    void becomeActive() override { Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive); }
+    void becomeActive() override {
+        mOther.show();
+        if (!passUntil([this] { return platform().application().isActive(); })) qFatal("Not active");
+    }
     void resignActive() override {
-        for (const auto state : {Qt::ApplicationInactive, Qt::ApplicationHidden, Qt::ApplicationSuspended})
-            Q_EMIT qGuiApp->applicationStateChanged(state);
+        mOther.hide();
+        if (!passUntil([this] { return !platform().application().isActive(); })) qFatal("Still active");
     }
 
     std::string savedDefaults() override {
@@ -174,6 +177,7 @@ class HarnessQuick : public Harness {
 
     QQmlEngine mEngine;
     std::unique_ptr<QQuickWindow> mWindow;
+    QWindow mOther;
     std::unique_ptr<test::PageServer> mPeer;
     std::unique_ptr<test::SocketPeerQt> mSocketPeer;
 };

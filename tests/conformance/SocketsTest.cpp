@@ -135,7 +135,9 @@ TEST_F(Activity, IsObservedByManyUntilTheyLeave) {
     });
     for (int round = 0; round < 2; ++round) {
         harness->becomeActive();
+        EXPECT_TRUE(application.isActive());
         harness->resignActive();
+        EXPECT_FALSE(application.isActive());
     }
     EXPECT_THAT(seen, ElementsAre("active", "resign", "leaving", "active", "resign"));
 }

@@ -153,6 +153,36 @@ TEST_F(ConfigurationTest, ALogLineNamesItsFileAndStaysOneLine) {
     Log::error("two\n[ERROR] Forged: lines");
 }
 
+TEST_F(ConfigurationTest, TakesEffectOnceThereIsAnApplication) {
+    const auto early = [this] {
+        inmemory::PlatformInMemory::uninstall();
+        platform::install(platform);
+        platform->app.isMade = false;
+        platform->app.vendorIdentifier.reset();
+        Merovanta::initConfig("early", "token");
+        platform->app.isMade = true;
+        platform->app.vendorIdentifier = "DEVICE";
+    };
+    expectError(
+        "[ERROR] Merovanta: initConfig was called before the application object was made; it takes effect "
+        "afterwards",
+        2);
+    early();
+    advance(4s);
+    EXPECT_EQ(config().visitConfig->visitorId, "DEVICE");
+    EXPECT_THAT(service.requests("POST", "api/in/co").back().url,
+                ::testing::HasSubstr("tId=early&vId=DEVICE"));
+
+    // A host that starts a session at once has the visit that the start gave it.
+    early();
+    Merovanta::panoptra().start();
+    const auto visit = config().visitConfig->visitId;
+    advance(4s);
+    EXPECT_TRUE(visit);
+    EXPECT_EQ(config().visitConfig->visitId, visit);
+    EXPECT_EQ(service.requests("POST", "api/in/im/c").size(), 1);
+}
+
 TEST_F(ConfigurationTest, ADeviceWithoutIdentifierIsFatal) {
     platform->app.vendorIdentifier.reset();
     EXPECT_DEATH(Merovanta::initConfig("tenant", "token"), "The device has no vendor identifier");

@@ -104,6 +104,14 @@ int endInTheMiddle(int argc, char** argv) {
     return 0;
 }
 
+/// Somebody else's window, which takes the focus.
+int showAWindow(int argc, char** argv) {
+    const QGuiApplication application(argc, argv);
+    QWindow window;
+    window.showMaximized();
+    return QGuiApplication::exec();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -111,6 +119,7 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QCoreApplication::setOrganizationName("Test Vendor");
     QCoreApplication::setApplicationName("quick_test");
+    if (argc > 1 && std::strcmp(argv[1], "--show-a-window") == 0) return showAWindow(argc, argv);
     merovanta::quick::initialize();
     if (argc > 1 && std::strcmp(argv[1], "--end-in-the-middle") == 0) return endInTheMiddle(argc, argv);
     testing::InitGoogleTest(&argc, argv);

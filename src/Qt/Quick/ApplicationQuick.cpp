@@ -14,12 +14,8 @@ namespace merovanta::quick {
 
 namespace {
 
-bool hasApplication() {
-    return qGuiApp != nullptr;
-}
-
 QQuickWindow* keyWindow() {
-    if (!hasApplication()) return nullptr;
+    if (qGuiApp == nullptr) return nullptr;
     auto* const focused = qobject_cast<QQuickWindow*>(QGuiApplication::focusWindow());
     if (focused != nullptr && focused->isVisible()) return focused;
     const auto windows = QGuiApplication::topLevelWindows();
@@ -44,6 +40,10 @@ class ObservationQuick final : public Observation {
 
 }  // namespace
 
+bool ApplicationQuick::exists() {
+    return qGuiApp != nullptr;
+}
+
 std::unique_ptr<Observation> ApplicationQuick::observeWillResignActive(std::function<void()> observer) {
     return std::make_unique<ObservationQuick>(mActivity, &ActivityQuick::willResignActive,
                                               std::move(observer));
@@ -64,7 +64,7 @@ Screen ApplicationQuick::mainScreen() {
     if (const QQuickWindow* const window = keyWindow()) {
         screen.scale = window->effectiveDevicePixelRatio();
         screen.bounds = {0, 0, static_cast<double>(window->width()), static_cast<double>(window->height())};
-    } else if (hasApplication() && QGuiApplication::primaryScreen() != nullptr) {
+    } else if (exists() && QGuiApplication::primaryScreen() != nullptr) {
         screen.scale = QGuiApplication::primaryScreen()->devicePixelRatio();
     }
     return screen;
@@ -79,12 +79,12 @@ std::vector<std::string> ApplicationQuick::preferredLanguages() {
 }
 
 std::optional<std::string> ApplicationQuick::identifierForVendor() {
-    if (!hasApplication()) return std::nullopt;
+    if (!exists()) return std::nullopt;
     return qt::identifierForVendor();
 }
 
 bool ApplicationQuick::classExists(std::string_view name) {
-    return hasApplication() && ClassNamesQuick::instance().exists(name);
+    return exists() && ClassNamesQuick::instance().exists(name);
 }
 
 }  // namespace merovanta::quick

@@ -7,6 +7,8 @@ namespace merovanta::quick {
 
 class ApplicationQuick final : public Application {
  public:
+    [[nodiscard]] bool exists() override;
+    [[nodiscard]] bool isActive() override { return mActivity.isActive(); }
     [[nodiscard]] std::unique_ptr<Observation> observeWillResignActive(
         std::function<void()> observer) override;
     [[nodiscard]] std::unique_ptr<Observation> observeDidBecomeActive(
