@@ -26,6 +26,11 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// alone: nothing runs then.
     void start();
 
+    /// Whether the sessions that start from now on are to use a WebSocket for their stream in place of HTTP
+    /// polling, which is the default: the agent's taps then arrive without waiting for the next request.
+    /// Where the service does not allow it, or it does not open within 5 seconds, the session polls.
+    void preferWebSocket(bool isPreferred);
+
     /// Ends the session. Logs a warning if none runs.
     void stop();
 

@@ -7,9 +7,10 @@ namespace merovanta::inmemory {
 void HttpSessionInMemory::execute(HttpRequest request, Completion completion) {
     HttpReply answer = server ? server(request) : failure("No route to host");
     if (answer.data && answer.data->size() > maximumReplyBytes) answer = failure("Reply is too large");
+    const auto duration = latencyOf ? latencyOf(request) : latency;
     requests.push_back(std::move(request));
     mTime->schedule(
-        latency, [answer = std::move(answer), completion = std::move(completion)] { completion(answer); },
+        duration, [answer = std::move(answer), completion = std::move(completion)] { completion(answer); },
         /*onMain=*/false);
 }
 

@@ -10,7 +10,8 @@
 
 namespace merovanta::inmemory {
 
-/// A network whose other side is one function; each exchange takes the same time.
+/// A network whose other side is one function; each exchange takes the same time, unless a test says
+/// otherwise.
 class HttpSessionInMemory : public HttpSession {
  public:
     explicit HttpSessionInMemory(std::shared_ptr<VirtualTime> time) : mTime(std::move(time)) {}
@@ -22,6 +23,9 @@ class HttpSessionInMemory : public HttpSession {
 
     /// From the request to its reply.
     std::chrono::milliseconds latency{20};
+
+    /// If set, how long this request takes in place of that; called after the server.
+    std::function<std::chrono::milliseconds(const HttpRequest&)> latencyOf;
 
     /// All requests so far.
     std::vector<HttpRequest> requests;

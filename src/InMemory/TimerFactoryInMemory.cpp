@@ -2,31 +2,43 @@
 
 namespace merovanta::inmemory {
 
-namespace {
-
-class TimerInMemory : public Timer {
+class TimerFactoryInMemory::TimerInMemory : public Timer {
  public:
-    TimerInMemory(std::shared_ptr<VirtualTime> time, TimerFactory::Interval interval, bool repeats,
-                  std::function<void()> action)
+    TimerInMemory(std::shared_ptr<VirtualTime> time, std::shared_ptr<Counts> counts, Interval interval,
+                  bool repeats, std::function<void()> action)
         : mTime(std::move(time)),
-          mState(std::make_shared<State>(State{interval, repeats, std::move(action)})) {
+          mState(std::make_shared<State>(State{std::move(counts), interval, repeats, std::move(action)})) {
         scheduleNext(*mTime, mState);
     }
 
-    ~TimerInMemory() override { mTime->cancel(mState->id); }
+    ~TimerInMemory() override {
+        mTime->cancel(mState->id);
+        mState->setPending(false);
+    }
 
  private:
     // Outlives the handle for as long as the action runs that destroys it.
     struct State {
-        TimerFactory::Interval interval;
+        std::shared_ptr<Counts> counts;
+        Interval interval;
         bool repeats;
         std::function<void()> action;
         VirtualTime::TimerId id = 0;
+        bool isPending = false;
+
+        void setPending(bool pending) {
+            auto& count = (*counts)[{interval, repeats}];
+            if (pending && !isPending) ++count;
+            if (!pending && isPending) --count;
+            isPending = pending;
+        }
     };
 
     static void scheduleNext(VirtualTime& time, const std::shared_ptr<State>& state) {
+        state->setPending(true);
         state->id = time.schedule(state->interval, [weak = time.weak_from_this(), state] {
             const auto locked = weak.lock();
+            state->setPending(false);
             if (locked && state->repeats) scheduleNext(*locked, state);
             state->action();
         });
@@ -36,11 +48,14 @@ class TimerInMemory : public Timer {
     std::shared_ptr<State> mState;
 };
 
-}  // namespace
-
 std::unique_ptr<Timer> TimerFactoryInMemory::schedule(Interval interval, bool repeats,
                                                       std::function<void()> action) {
-    return std::make_unique<TimerInMemory>(mTime, interval, repeats, std::move(action));
+    return std::make_unique<TimerInMemory>(mTime, mCounts, interval, repeats, std::move(action));
+}
+
+std::size_t TimerFactoryInMemory::pending(Interval interval, bool repeats) const {
+    const auto count = mCounts->find({interval, repeats});
+    return count == mCounts->end() ? 0 : count->second;
 }
 
 }  // namespace merovanta::inmemory

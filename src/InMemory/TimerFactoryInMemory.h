@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -15,8 +16,16 @@ class TimerFactoryInMemory : public TimerFactory {
     [[nodiscard]] std::unique_ptr<Timer> schedule(Interval interval, bool repeats,
                                                   std::function<void()> action) override;
 
+    /// How many timers of this kind wait.
+    [[nodiscard]] std::size_t pending(Interval interval, bool repeats) const;
+
  private:
+    using Counts = std::map<std::pair<Interval, bool>, std::size_t>;
+
+    class TimerInMemory;
+
     std::shared_ptr<VirtualTime> mTime;
+    std::shared_ptr<Counts> mCounts = std::make_shared<Counts>();
 };
 
 }  // namespace merovanta::inmemory

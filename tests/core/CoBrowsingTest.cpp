@@ -122,6 +122,27 @@ TEST_F(CoBrowsingTest, ASessionThatCannotStartShowsItsErrorUntilItIsClosed) {
                                       "Cannot register click listener", "started"));
 }
 
+TEST_F(CoBrowsingTest, AnAgentMayInviteAgainAfterAFailureAndOneWhomTheServiceLeavesAlone) {
+    service.initReply["x"] = true;
+    start();
+    EXPECT_EQ(widget(), nullptr) << "nobody connects any more";
+    EXPECT_EQ(timers(), 0);
+    service.initReply["x"] = false;
+    platform->tapRecognizers().isBroken = true;
+    start();
+    expectError("[ERROR] CoBrowsing: Starting Panoptra failed: Cannot register click listener");
+    expectError("[ERROR] MerovantaCoBrowsing: Starting CoBrowsing failed: Cannot register click listener");
+    EXPECT_EQ(text(), "Sorry");
+    platform->tapRecognizers().isBroken = false;
+    Injection::resolve<CoBrowsing>()->startPolling();
+    channelReplies = {R"([{"c":"SCB","p":"{}"}])"};
+    advance(4s);
+    EXPECT_EQ(text(), Merovanta::panoptra().shareId());
+    EXPECT_THAT(outcomes,
+                ElementsAre("The service leaves this visitor alone", "Cannot register click listener"));
+    EXPECT_THAT(screen->subviews, SizeIs(1));
+}
+
 TEST_F(CoBrowsingTest, AWidgetThatCannotBeShownStartsNoSession) {
     const auto failWith = [this](const std::string& reason) {
         start();

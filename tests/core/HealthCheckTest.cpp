@@ -24,7 +24,7 @@ class HealthCheckTest : public LibraryTest {
 };
 
 TEST_F(HealthCheckTest, OnlyA200PassesAndOnlyOneCheckRuns) {
-    const auto start = [this] { check->start([this] { ++healthy; }); };
+    const auto start = [this] { check->start({.healthy = [this] { ++healthy; }}); };
     answerWith(HttpSessionInMemory::reply(204));
     start();
     start();
@@ -49,7 +49,7 @@ TEST_F(HealthCheckTest, OnlyA200PassesAndOnlyOneCheckRuns) {
 
 TEST_F(HealthCheckTest, AnAddressThatIsNoneIsTriedAgain) {
     config().hostname = "[";
-    check->start([this] { ++healthy; });
+    check->start({.healthy = [this] { ++healthy; }});
     advance(5s);
     EXPECT_EQ(healthy, 0);
     config().hostname = "service.example";

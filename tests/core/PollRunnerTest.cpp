@@ -104,7 +104,7 @@ TEST_F(PollRunnerTest, PausesAtTheEleventhFailureInARowAndGoesOnWhenToldTo) {
     const auto sent = polls().size();
     advance(1h);
     EXPECT_THAT(polls(), SizeIs(sent));
-    EXPECT_EQ(timers(), 0);
+    EXPECT_EQ(timers(), 1) << "that of the health check";
     answerWith(HttpSessionInMemory::reply(500));
     registerAgentChannel();
     advance(3s);
@@ -113,6 +113,53 @@ TEST_F(PollRunnerTest, PausesAtTheEleventhFailureInARowAndGoesOnWhenToldTo) {
     advance(3020ms);
     EXPECT_THAT(polls(), SizeIs(sent + 2));
     EXPECT_EQ(timers(), 0);
+}
+
+TEST_F(PollRunnerTest, APauseEndsWhenTheServiceIsBackTheApplicationIsOrASessionConnects) {
+    const auto pause = [this] {
+        answerWith(HttpSessionInMemory::failure("lost"));
+        advance(12 * 3020ms);
+        expectError("[ERROR] XhrRunner: Poll failed: lost", 11);
+    };
+    const auto isPolling = [this] {
+        const auto before = polls().size();
+        advance(4s);
+        return polls().size() > before;
+    };
+    const auto checks = [this] { return service.requests("GET", "api/ic/h").size(); };
+    registerAgentChannel();
+    pause();
+    EXPECT_FALSE(isPolling());
+    advance(1h);
+    const auto before = checks();
+    advance(1h);
+    EXPECT_EQ(checks() - before, 60) << "asked once a minute by now";
+    service.override = {};
+    advance(1min);
+    EXPECT_TRUE(isPolling());
+    EXPECT_EQ(timers(), 0);
+
+    pause();
+    advance(1h);
+    service.override = {};
+    platform->app.resignActive();
+    platform->app.becomeActive();
+    EXPECT_TRUE(isPolling());
+    EXPECT_EQ(timers(), 0);
+
+    pause();
+    advance(1h);
+    service.override = {};
+    startSession();
+    EXPECT_TRUE(isPolling());
+    Merovanta::panoptra().stop();
+
+    // Nobody is left to poll for: the end of the pause starts nothing.
+    pause();
+    communication->release("SCB");
+    service.override = {};
+    advance(2min);
+    EXPECT_FALSE(isPolling());
 }
 
 TEST_F(PollRunnerTest, AReplyWithoutResponseIsAFailureAfterASuccess) {

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Panoptra.h"
 #include "support/LibraryTest.h"
 
 namespace merovanta::testing {
@@ -231,7 +233,7 @@ TEST_F(SessionTest, AnIgnoredVisitorIsLeftAlone) {
     EXPECT_TRUE(log.contains("[DEBUG] Panoptra: Ignoring"));
     EXPECT_THAT(requestLines(), ElementsAre("log ca", "POST api/in/im/c"));
     EXPECT_EQ(timers(), 0);
-    Merovanta::panoptra().stop();
+    EXPECT_FALSE(Injection::resolve<Panoptra>()->isRunning());
     service.initReply["x"] = false;
     startSession();
     EXPECT_THAT(service.screenshots(), SizeIs(1));
@@ -287,10 +289,14 @@ TEST_F(SessionTest, AStartNeedsAScreenAndARecogniser) {
     platform->tapRecognizers().isBroken = true;
     Merovanta::panoptra().start();
     advance(1s);
-    EXPECT_THAT(service.screenshots(), SizeIs(1));
-    // What was started by then goes on, and a start that succeeds takes it over.
+    // Nothing of it is left, and the service knows.
+    EXPECT_THAT(requestLines(),
+                ElementsAre("log ca", "log ca", "POST api/in/im/c", "GET api/ix/m", "DELETE api/ix/m"));
+    EXPECT_THAT(service.messages(), IsEmpty());
+    EXPECT_EQ(timers(), 0);
     platform->tapRecognizers().isBroken = false;
     startSession();
+    EXPECT_THAT(service.screenshots(), SizeIs(1));
     Merovanta::panoptra().stop();
     advance(1s);
     EXPECT_EQ(timers(), 0);

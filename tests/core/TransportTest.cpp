@@ -73,17 +73,85 @@ TEST_F(TransportTest, AnEmptyQueueMakesNoRequest) {
     EXPECT_EQ(timers(), 1);
 }
 
-TEST_F(TransportTest, MessagesOfOnePauseGoTogetherAndThoseInBetweenAreLost) {
+TEST_F(TransportTest, MessagesOfOnePauseGoTogetherAndThoseInBetweenGoNext) {
     connect();
     sender->sendTag("a", 0);
     sender->sendTag("b", 0);
     advance(100ms);  // the POST is on its way
-    sender->sendTag("lost", 0);
+    sender->sendScreenshot("outdated", 0, [](const auto& error) { EXPECT_FALSE(error); });
+    sender->sendTag("between", 0);
+    sender->sendScreenshot("newest", 0, {});
+    sender->sendClick(1, 2, 0, {});
+    sender->send(ProtoMessage(), [](const auto&) {});  // but not what is sent past the outbox
     advance(20ms);
     sender->sendTag("c", 0);
     advance(1s);
-    EXPECT_THAT(tags(), ElementsAre("a", "b", "c"));
+    const auto messages = service.messages();
+    ASSERT_THAT(messages, SizeIs(6));
+    EXPECT_THAT(tags(), ElementsAre("a", "b", "between", "c"));
+    EXPECT_EQ(messages[3].screenshotevent(0).image(), "newest") << "behind what came before it";
+    EXPECT_EQ(messages[4].clickevent(0).y(), 2);
     EXPECT_THAT(service.requests("POST", "api/ix/m"), SizeIs(2));
+}
+
+TEST_F(TransportTest, WhatWaitsIsBoundedAndTheLeastOfItGoesFirst) {
+    connect();
+    platform->httpSession().latency = 10s;
+    sender->sendTag("under way", 0);
+    advance(100ms);
+    std::vector<std::string> refused;
+    const auto note = [&](const char* what) {
+        return [&refused, what](const auto& error) {
+            if (error) refused.push_back(what + (": " + error->errorDescription()));
+        };
+    };
+    sender->sendPing(0, note("ping"));
+    sender->sendClick(1, 1, 0, note("first tap"));
+    sender->sendClick(2, 2, 0, note("second tap"));
+    sender->sendTag("first", 0, note("first tag"));
+    for (int i = 4; i < 10'000; ++i)
+        sender->sendTag("more", 0, note("tag"));
+    sender->sendScreenshot("picture", 0, note("picture"));
+    advance(0s);
+    EXPECT_THAT(refused, IsEmpty());
+    for (int i = 0; i < 4; ++i)
+        sender->sendTag("last", 0, note("last tag"));
+    advance(0s);
+    EXPECT_THAT(refused,
+                ElementsAre("ping: Too many messages wait", "first tap: Too many messages wait",
+                            "second tap: Too many messages wait", "first tag: Too many messages wait"));
+    platform->httpSession().latency = 20ms;
+    advance(20s);
+    EXPECT_THAT(tags(), SizeIs(10'001));
+    EXPECT_THAT(service.screenshots(), ElementsAre("picture"));
+}
+
+TEST_F(TransportTest, WhatStillWaitsAtTheCloseIsRefused) {
+    connect();
+    sender->sendTag("under way", 0);
+    advance(100ms);
+    std::string outcome;
+    sender->sendTag("waits", 0, [&](const auto& error) { outcome = error ? error->mMsg : "sent"; });
+    advance(0s);
+    sender->close();
+    EXPECT_EQ(outcome, "Sender is closed");
+    advance(1s);
+    EXPECT_THAT(tags(), ElementsAre("under way"));
+    EXPECT_EQ(timers(), 0);
+}
+
+TEST_F(TransportTest, AStreamKeepsTheIdsThatOpenedIt) {
+    config().visitConfig->update("V", "visitor", "S");
+    connect();
+    sender->sendTag("a", 0);
+    config().visitConfig->update("other", "other", "other");
+    advance(1s);
+    sender->close();
+    for (const auto& request : platform->httpSession().requests) {
+        EXPECT_EQ(FakeService::header(request, "X-QD-SSID"), "S") << request.method;
+        EXPECT_NE(request.url.find("id=V&"), std::string::npos) << request.url;
+        EXPECT_EQ(request.url.find("other"), std::string::npos) << request.url;
+    }
 }
 
 TEST_F(TransportTest, FasterPollingTakesEffectAtTheNextRound) {

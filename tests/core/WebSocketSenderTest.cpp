@@ -120,16 +120,22 @@ TEST_F(WebSocketSenderTest, AFirstConnectionThatFailsIsReportedOnceAndNotTriedAg
     EXPECT_THAT(outcomes, ElementsAre("failed", "open", "open"));
 }
 
-TEST_F(WebSocketSenderTest, AConnectionThatIsLostIsOpenedAgainAtOnce) {
+TEST_F(WebSocketSenderTest, AConnectionThatIsLostIsOpenedAgainAtOnceAndNothingIsLostMeanwhile) {
     connect();
     accept();
     const auto logged = lines().size();
     lose(1006);
-    EXPECT_EQ(send("lost"), "sent");
+    EXPECT_EQ(peer().attempts, 2);
+    std::string outcome = "waits";
+    sender->sendTag("kept", 0, [&](const auto& error) { outcome = error ? error->mMsg : "sent"; });
     lose(std::nullopt);
+    EXPECT_EQ(peer().attempts, 2) << "no more than four times a second";
+    advance(250ms);
     lose(1000);
+    advance(250ms);
+    EXPECT_EQ(outcome, "waits");
     accept();
-    EXPECT_EQ(send("kept"), "sent");
+    EXPECT_EQ(outcome, "sent");
     EXPECT_EQ(peer().attempts, 4);
     EXPECT_THAT(peer().received, SizeIs(1));
     EXPECT_THAT(outcomes, ElementsAre("open"));
@@ -142,6 +148,33 @@ TEST_F(WebSocketSenderTest, AConnectionThatIsLostIsOpenedAgainAtOnce) {
                             "[DEBUG] WebSocketMessageSender: Connection closed",
                             "[DEBUG] WebSocketMessageSender: Connect again",
                             "[DEBUG] WebSocketMessageSender: Connection opened"));
+}
+
+TEST_F(WebSocketSenderTest, AServiceThatIsAwayIsNotStormed) {
+    connect();
+    accept();
+    const auto attemptsIn = [this](std::chrono::seconds duration) {
+        const int before = peer().attempts;
+        for (auto passed = 0ms; passed < duration; passed += 10ms) {
+            advance(10ms);
+            lose(1006);
+        }
+        return peer().attempts - before;
+    };
+    EXPECT_LE(attemptsIn(1s), 4);
+    EXPECT_LE(attemptsIn(1s), 4);
+    attemptsIn(5s);
+    EXPECT_LE(attemptsIn(60s), 12);
+    // One that opens only to close again is no end of it; one that holds is.
+    accept();
+    EXPECT_LE(attemptsIn(10s), 2);
+    advance(5s);
+    accept();
+    advance(5s);
+    EXPECT_EQ(attemptsIn(1s), 4);
+    sender->close();
+    advance(1min);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(WebSocketSenderTest, TextsAreTheAgentsMessagesIfTheyAreObjects) {

@@ -85,7 +85,10 @@ async function run(endpoint, kind, { running = {}, stopped = {}, others = [], fr
       await misbehave();
     }
     await (running[kind] ? app.line(running[kind]) : picture(service.events().length));
-    if (fromTheMiddle) await app.line(/: Execute ping interval task$/, undefined, app.out.length);
+    // A stream that is lost pings no more.
+    const isLost = running[kind] === REQUEST_FAILED;
+    if (fromTheMiddle && !isLost) await app.line(/: Execute ping interval task$/, undefined, app.out.length);
+    if (fromTheMiddle && isLost) await app.line(/ Panoptra: Stream is lost$/);
   });
   if (stopped[kind]) await app.line(stopped[kind]);
   const expected = [running[kind], stopped[kind], ...others].filter(Boolean);

@@ -2,6 +2,8 @@
 
 #include <Merovanta/Merovanta.h>
 
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Scene.h"
 #include "qt/PageServer.h"
@@ -24,6 +26,7 @@ TEST(Module, GivesTheFacadesAndTheTag) {
             Merovanta.configuration.setServer("one.example");
             Merovanta.configuration.setCdnServer("two.example");
             Merovanta.initConfig("tenant", "token");
+            Merovanta.panoptra.preferWebSocket(true);
             server = Merovanta.configuration.server();
             cdn = Merovanta.configuration.cdnPath();
             shareCode = Merovanta.panoptra.shareId();
@@ -37,6 +40,8 @@ TEST(Module, GivesTheFacadesAndTheTag) {
     EXPECT_TRUE(scene.window().property("cdn").toString().contains("two.example"));
     EXPECT_EQ(scene.window().property("shareCode"), QString::fromStdString(Merovanta::panoptra().shareId()));
     EXPECT_EQ(scene.window().property("connected"), false);
+    const auto wrapper = merovanta::Injection::resolve<merovanta::ApplicationConfigWrapper>();
+    EXPECT_TRUE(wrapper->config.prefersWebSocket);
 }
 
 TEST(Module, TellsWhoTheVisitorIs) {

@@ -18,9 +18,7 @@ void handleStartRequest() {
         Log::error("Cannot get CoBrowsing instance");
         return;
     }
-    coBrowsing->start([](const std::optional<StringError>& error, bool /*isStarted*/) {
-        if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
-    });
+    coBrowsing->invited();
 }
 
 }  // namespace
@@ -39,6 +37,13 @@ void CoBrowsing::startPolling() {
                                    .channel = CommunicationChannel::SCB,
                                    .rate = startCoBrowsingPollRate,
                                    .callback = [](const std::string&) { handleStartRequest(); }});
+}
+
+void CoBrowsing::invited() {
+    if (!isStarted) removeWidget();
+    start([](const std::optional<StringError>& error, bool /*isStarted*/) {
+        if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
+    });
 }
 
 void CoBrowsing::start(Completion completion) {
@@ -126,7 +131,8 @@ void CoBrowsing::sessionStopped() {
 }
 
 void CoBrowsing::sessionRestarts() {
-    if (mInvitation) mInvitation->isConnected = false;
+    if (!mInvitation) return;
+    mInvitation->isConnected = false;
     setText(textOr(connectingString, "CONNECTING"));
 }
 

@@ -32,6 +32,9 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     /// called once, also if a stop comes first.
     void start(Completion completion);
 
+    /// An agent asks to co-browse: start(), but a widget that is left of a start that failed gives way.
+    void invited();
+
     /// Takes the widget away and stops the session.
     void hide();
 

@@ -22,6 +22,8 @@ struct ApplicationConfig {
     std::optional<VisitConfig> visitConfig;
     std::optional<PanoptraConfig> panoptraConfig;
     std::optional<bool> chatAvailable;
+    /// The host would have the session's stream on a WebSocket.
+    bool prefersWebSocket = false;
 };
 
 }  // namespace merovanta

@@ -43,6 +43,14 @@ void MerovantaPanoptra::start() {
     });
 }
 
+void MerovantaPanoptra::preferWebSocket(bool isPreferred) {
+    if (const auto wrapper = Injection::resolve<ApplicationConfigWrapper>()) {
+        wrapper->config.prefersWebSocket = isPreferred;
+    } else {
+        Log::error("Cannot find instance of ApplicationConfigWrapper");
+    }
+}
+
 void MerovantaPanoptra::stop() {
     if (const auto panoptra = resolvePanoptra()) panoptra->stop();
 }

@@ -55,7 +55,10 @@ void Panoptra::begin(const std::optional<std::string>& sessionId, Session::Order
                                                  applicationConfig, networkManager, mMessageSender},
                                   std::move(order), delegate());
     mSession = session;
+    if (!closingIsSetup) observeApplicationState();
     session->start();
+    // Of an application that is away already nobody will say so again.
+    if (!platform::current().application().isActive() && !backgroundTimeoutTimer) willResignActive();
 }
 
 Session::Delegate Panoptra::delegate() {
@@ -76,7 +79,6 @@ Session::Delegate Panoptra::delegate() {
 void Panoptra::sessionChanged(const Session& session, const Session::Change& change) {
     using Reason = Session::Reason;
     const bool isStarted = change.state == Session::State::sharing && change.reason == Reason::asked;
-    if (isStarted && !closingIsSetup) observeApplicationState();
     const bool isOver = change.reason == Reason::startFailed || change.reason == Reason::ignored;
     if (isOver && mSession.get() == &session) mSession.reset();
     // Resolved at the moment of use: it is itself built from this controller.
@@ -149,11 +151,10 @@ void Panoptra::closeSender() {
 
 void Panoptra::didBecomeActive() {
     assertMainThread();
-    if (backgroundTimeoutTimer) {
-        backgroundTimeoutTimer.reset();
-    } else if (mSession) {
-        mSession->resume();
-    }
+    const bool wasShort = std::exchange(backgroundTimeoutTimer, nullptr) != nullptr;
+    // Closed all the same if the application has resigned once more in the meantime.
+    const bool isClosed = mSession && mSession->state() == Session::State::suspended;
+    if (mSession && (!wasShort || isClosed)) mSession->resume();
 }
 
 void Panoptra::consentGiven() const {

@@ -32,11 +32,10 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
              std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
              std::shared_ptr<NetworkManager> networkManager);
 
-    /// Starts a session. After an error that came from the view monitor, what was started by then (pictures,
-    /// pings, the stream) goes on until a later start succeeds and is stopped. Without a session id the
-    /// visitor's consent is taken back and a new session id made. The completion is called once, when the
-    /// session runs or could not be started, also if a stop comes first. If the service answers with nothing,
-    /// or that this visitor is to be ignored, it receives no error and nothing runs.
+    /// Starts a session. A start that fails leaves nothing running. Without a session id the visitor's
+    /// consent is taken back and a new session id made. The completion is called once, when the session runs
+    /// or could not be started, also if a stop comes first. If the service answers with nothing, or that this
+    /// visitor is to be ignored, it receives no error and nothing runs.
     void start(bool force, const std::optional<std::string>& sessionId, Completion completion);
 
     void stop();

@@ -5,13 +5,17 @@
 #include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Communication/Communication.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
+#include "Platform/Platform.h"
 
 namespace merovanta {
 
 namespace {
+
+constexpr double secondsToOpen = 5.0;
 
 /// The lines of a session are its controller's.
 const Log::Source controller("Panoptra");
@@ -43,7 +47,7 @@ void Session::start() {
     enter(State::starting, Reason::asked);
     Log::debug("Get init", controller);
     mInitialisation = Initialisation::begin(
-        mParts.initSender, mOrder.force,
+        mParts.initSender, mParts.applicationConfig, mOrder.force,
         [weak = weak_from_this()](const std::string& /*pageName*/, const InitSender::Reply& reply) {
             if (const auto self = weak.lock()) self->initReplied(reply);
         });
@@ -85,15 +89,18 @@ void Session::leaveAlone(const std::optional<MonitoringConfigDTO>& reply) {
 
 void Session::goOn(const MonitoringConfigDTO& reply, const std::string& pageName) {
     storeReply(reply);
-    selectSender(pageName);
     const bool isWanted = mOrder.force || reply.startMonitoringType == "u";
-    Log::debug(std::string("Should start monitoring: ") + (reply.shouldStartMonitoring ? "true" : "false"),
-               controller);
-    if (reply.shouldStartMonitoring || isWanted) {
-        startMonitor();
-    } else {
-        started();
-    }
+    const bool mayUseWebSocket =
+        mParts.applicationConfig->config.prefersWebSocket && !reply.disableWebSocket.value_or(false);
+    openStream(pageName, mayUseWebSocket, [this, isAsked = reply.shouldStartMonitoring, isWanted] {
+        mParts.networkManager->pingSender->start(mSender);
+        Log::debug(std::string("Should start monitoring: ") + (isAsked ? "true" : "false"), controller);
+        if (isAsked || isWanted) {
+            startMonitor();
+        } else {
+            started();
+        }
+    });
 }
 
 void Session::storeReply(const MonitoringConfigDTO& reply) {
@@ -105,16 +112,6 @@ void Session::storeReply(const MonitoringConfigDTO& reply) {
     config.chatAvailable = reply.chatActivated;
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>())
         coBrowsing->setChatActivated(reply.chatActivated.value_or(false));
-}
-
-void Session::selectSender(const std::string& pageName) {
-    const auto& xhrSender = mParts.messageSenderManager->xhrSender;
-    xhrSender->finishLastRound();
-    mSender = xhrSender;
-    mDelegate.senderSelected(mSender);
-    Log::debug(std::string("Selected message sender: ") + mSender->typeName(), controller);
-    mSender->connect(pageName, {}, {});
-    mParts.networkManager->pingSender->start(mSender);
 }
 
 void Session::startMonitor() {
@@ -139,10 +136,19 @@ void Session::started() {
     mParts.networkManager->monitoringSender->logCoBrowsingStart(MonitoringSender::logged("start"));
     enter(State::sharing, Reason::asked);
     startIsOver(std::nullopt);
+    // Whoever was told may have ended it.
+    if (mState != State::sharing) return;
+    if (mIsAway) {
+        suspend();
+    } else if (mWasLostWhileStarting) {
+        streamLost();
+    }
 }
 
 void Session::startFailed(const StringError& error) {
-    mInitialisation.reset();
+    callOff();
+    endWatching();
+    if (mHasStream) mSender->close();
     enter(State::ended, Reason::startFailed, error);
     startIsOver(error);
 }
@@ -158,36 +164,101 @@ void Session::restartAfterStart(Completion completion) {
 
 void Session::stop() {
     assertMainThread();
-    mInitialisation.reset();
-    mParts.networkManager->pingSender->invalidate();
-    mParts.viewMonitor->stop();
+    callOff();
+    endWatching();
     if (mSender) mSender->close();
-    mParts.networkManager->healthCheck->stop();
     if (mOrder.completion) completeLater(std::exchange(mOrder.completion, nullptr));
     for (auto& completion : std::exchange(mWaitingRestarts, {}))
         completeLater(std::move(completion));
     enter(State::ended, Reason::asked);
 }
 
+void Session::openStream(const std::string& pageName, bool mayUseWebSocket, std::function<void()> done) {
+    // What was left over belongs to the visit that ended.
+    mParts.messageSenderManager->xhrSender->finishLastRound();
+    mStreamIsChosen = std::move(done);
+    if (mayUseWebSocket) {
+        tryWebSocket(pageName);
+    } else {
+        poll(pageName);
+    }
+}
+
+void Session::tryWebSocket(const std::string& pageName) {
+    mWebSocketAttempt = std::make_unique<Attempt>();
+    mWebSocketAttempt->pageName = pageName;
+    mWebSocketAttempt->deadline = platform::current().timers().schedule(seconds(secondsToOpen), false,
+                                                                        weakly(&Session::webSocketFailed));
+    const auto& sender = mParts.messageSenderManager->webSocketSender;
+    sender->setVisit(mInitialisation->visit());
+    sender->connect(pageName, weakly(&Session::webSocketOpened), weakly(&Session::webSocketFailed));
+}
+
+void Session::webSocketOpened() {
+    mWebSocketAttempt.reset();
+    use(mParts.messageSenderManager->webSocketSender);
+    std::exchange(mStreamIsChosen, nullptr)();
+}
+
+void Session::webSocketFailed() {
+    Log::warning(mState == State::reconnecting ? "WebSocket reconnect failed" : "WebSocket does not open",
+                 controller);
+    const std::string pageName = std::exchange(mWebSocketAttempt, nullptr)->pageName;
+    mParts.messageSenderManager->webSocketSender->abandon();
+    poll(pageName);
+}
+
+void Session::poll(const std::string& pageName) {
+    use(mParts.messageSenderManager->xhrSender);
+    mSender->setVisit(mInitialisation->visit());
+    mSender->connect(pageName, {}, {});
+    std::exchange(mStreamIsChosen, nullptr)();
+}
+
+void Session::use(const std::shared_ptr<MessageSender>& sender) {
+    const bool isNew = !mHasStream || mSender != sender;
+    mSender = sender;
+    mHasStream = true;
+    mSender->observeStream({.opened = weakly(&Session::streamOpened),
+                            .lost = weakly(&Session::streamLost),
+                            .silent = weakly(&Session::streamSilent)});
+    if (!isNew) return;
+    mDelegate.senderSelected(mSender);
+    Log::debug(std::string("Selected message sender: ") + mSender->typeName(), controller);
+}
+
 void Session::suspend() {
     assertMainThread();
-    if (mSender) mSender->close();
-    if (mState != State::sharing && mState != State::reconnecting) return;
-    mInitialisation.reset();
-    enter(State::suspended, Reason::away);
+    if (mState == State::starting) {
+        mIsAway = true;
+        // That of the session before; this one's own is closed once the start is over.
+        if (mSender && !mHasStream) mSender->close();
+        return;
+    }
+    closeStream();
+    const bool isOpen = mState == State::sharing || mState == State::reconnecting;
+    if (isOpen) enter(State::suspended, Reason::away);
+}
+
+void Session::closeStream() {
+    callOff();
+    pauseWatching();
+    mSender->close();
 }
 
 void Session::resume() {
     assertMainThread();
+    mIsAway = false;
     // Nothing is opened that is not meant to be open: a session whose start is under way, or that has ended.
     if (mState == State::starting || mState == State::ended) return;
+    if (mState != State::suspended) closeStream();
     if (auto& visit = mParts.applicationConfig->config.visitConfig) {
         visit->visitId = IdUtils::newUuid();
         visit->sessionId = IdUtils::newUuid();
     }
     Log::debug("Call init sender", controller);
     mInitialisation = Initialisation::begin(
-        mParts.initSender, /*force=*/true,
+        mParts.initSender, mParts.applicationConfig, /*force=*/true,
         [weak = weak_from_this()](const std::string& pageName, const InitSender::Reply& reply) {
             if (const auto self = weak.lock()) self->reopeningReplied(pageName, reply);
         });
@@ -204,9 +275,9 @@ void Session::reopeningReplied(const std::string& pageName, const InitSender::Re
     // In a turn of its own: a picture already on its way, masked by the lists just replaced, comes before it
     // and is dropped.
     ViewUtils::runOnMainQueue(
-        [weak = weak_from_this(), reopening = std::weak_ptr(mInitialisation), pageName] {
+        [weak = weak_from_this(), reopening = std::weak_ptr(mInitialisation), config = *config, pageName] {
             const auto self = weak.lock();
-            if (self && !reopening.expired()) self->reconnect(pageName);
+            if (self && !reopening.expired()) self->reopen(config, pageName);
         });
 }
 
@@ -218,36 +289,109 @@ void Session::reopeningFailed(const InitSender::Reply& reply) {
     } else {
         Log::debug("Ignoring", controller);
     }
-    mInitialisation.reset();
-    mParts.networkManager->pingSender->invalidate();
-    mParts.viewMonitor->stop();
+    callOff();
+    endWatching();
     enter(State::ended, Reason::returnFailed, reply ? std::nullopt : std::optional(reply.error()));
 }
 
-void Session::reconnect(const std::string& pageName) {
-    // What was left over belongs to the visit that ended.
-    mParts.messageSenderManager->xhrSender->finishLastRound();
-    const auto report = [weak = weak_from_this(),
-                         reopening = std::weak_ptr(mInitialisation)](bool connected) {
-        const auto self = weak.lock();
-        if (!self || reopening.expired()) return;
-        if (connected) {
-            self->reconnected();
-        } else {
-            Log::warning("WebSocket reconnect failed", controller);
-        }
-    };
-    mSender->connect(
-        pageName, [report] { report(true); }, [report] { report(false); });
-    if (!mSender->reportsConnection()) report(true);
+/// By the transport that was stored; but a veto holds for it too.
+void Session::reopen(const MonitoringConfigDTO& reply, const std::string& pageName) {
+    const bool isWebSocket = mSender == mParts.messageSenderManager->webSocketSender;
+    openStream(pageName, isWebSocket && !reply.disableWebSocket.value_or(false), [this] { reconnected(); });
 }
 
 void Session::reconnected() {
     mInitialisation.reset();
-    mParts.viewMonitor->clearLastScreenshot();
+    resumeWatching();
     // The line says so whatever the transport.
     Log::debug("WebSocket reconnect success", controller);
     enter(State::sharing, Reason::returned);
+}
+
+void Session::streamOpened() {
+    mParts.networkManager->healthCheck->stop();
+    mMustReconnect = false;
+    mWasLostWhileStarting = false;
+    if (const auto communication = Injection::resolve<Communication>()) communication->resumePolling();
+    // A return tells of its success itself.
+    if (mState != State::reconnecting || mInitialisation) return;
+    Log::debug("Stream is open again", controller);
+    resumeWatching();
+    enter(State::sharing, Reason::networkBack);
+}
+
+void Session::streamLost() {
+    if (mState == State::starting) {
+        mWasLostWhileStarting = true;
+        return;
+    }
+    mMustReconnect = true;
+    mVainRecoveries = mSender->hasDelivered() ? 0 : mVainRecoveries + 1;
+    if (!mSender->reconnectsByItself()) checkHealth(mVainRecoveries);
+    interrupt();
+}
+
+void Session::streamSilent() {
+    const bool isRecovering = mState == State::reconnecting && !mInitialisation;
+    if (mState == State::sharing || isRecovering) checkHealth(0);
+}
+
+void Session::interrupt() {
+    if (mState != State::sharing) return;
+    Log::debug("Stream is lost", controller);
+    pauseWatching();
+    enter(State::reconnecting, Reason::networkLost);
+}
+
+void Session::checkHealth(int failuresBefore) {
+    mParts.networkManager->healthCheck->start(
+        {.healthy = weakly(&Session::healthy), .unhealthy = weakly(&Session::unhealthy)}, failuresBefore);
+}
+
+/// A request that merely takes its time is left to it.
+void Session::healthy() {
+    if (std::exchange(mMustReconnect, false)) mSender->reconnect();
+}
+
+void Session::unhealthy() {
+    if (!mMustReconnect && !mSender->isSilent()) {
+        // The answer has come after all.
+        mParts.networkManager->healthCheck->stop();
+        return;
+    }
+    mMustReconnect = true;
+    interrupt();
+}
+
+void Session::pauseWatching() {
+    mParts.networkManager->pingSender->invalidate();
+    mParts.viewMonitor->pause();
+}
+
+void Session::resumeWatching() {
+    mParts.networkManager->pingSender->start(mSender);
+    mParts.viewMonitor->resume(mSender);
+}
+
+void Session::endWatching() {
+    mParts.networkManager->pingSender->invalidate();
+    mParts.viewMonitor->stop();
+}
+
+/// Whatever is under way to open the stream, for the first time or again.
+void Session::callOff() {
+    mInitialisation.reset();
+    mParts.networkManager->healthCheck->stop();
+    mMustReconnect = false;
+    mStreamIsChosen = nullptr;
+    if (!std::exchange(mWebSocketAttempt, nullptr)) return;
+    mParts.messageSenderManager->webSocketSender->abandon();
+}
+
+std::function<void()> Session::weakly(void (Session::*call)()) {
+    return [weak = weak_from_this(), call] {
+        if (const auto self = weak.lock()) (*self.*call)();
+    };
 }
 
 }  // namespace merovanta

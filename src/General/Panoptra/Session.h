@@ -12,6 +12,7 @@
 #include "General/Panoptra/Network/Message/MessageSenderManager.h"
 #include "General/Panoptra/Network/NetworkManager.h"
 #include "General/StringError.h"
+#include "Platform/Timer.h"
 
 namespace merovanta {
 
@@ -23,7 +24,7 @@ class Session : public std::enable_shared_from_this<Session> {
     enum class State {
         /// Asks the service, chooses the transport and begins to watch the screen.
         starting,
-        /// The stream is open.
+        /// The stream is open, as far as anyone knows.
         sharing,
         /// The stream is closed: the application has been away for too long.
         suspended,
@@ -45,6 +46,9 @@ class Session : public std::enable_shared_from_this<Session> {
         returned,
         /// The stream could not be opened again after the return: closed until the next stop and start.
         returnFailed,
+        /// The stream broke, and is open again.
+        networkLost,
+        networkBack,
     };
 
     struct Change {
@@ -93,10 +97,12 @@ class Session : public std::enable_shared_from_this<Session> {
     /// Ends it, whatever it does; the transport is closed.
     void stop();
 
-    /// The application has been away for too long: closes the stream.
+    /// The application has been away for too long: closes the stream, or, during the start, as soon as that
+    /// is over.
     void suspend();
 
-    /// The application is back: opens the stream again, under new visit and session ids.
+    /// The application is back: opens the stream again, under new visit and session ids. One that is open
+    /// still is closed before.
     void resume();
 
     /// Keeps a restart until the start under way is over: whoever waits for that is to hear of it.
@@ -114,16 +120,47 @@ class Session : public std::enable_shared_from_this<Session> {
     void leaveAlone(const std::optional<MonitoringConfigDTO>& reply);
     void goOn(const MonitoringConfigDTO& reply, const std::string& pageName);
     void storeReply(const MonitoringConfigDTO& reply);
-    void selectSender(const std::string& pageName);
     void startMonitor();
     void started();
     void startFailed(const StringError& error);
     void startIsOver(const std::optional<StringError>& error);
 
+    // The transport: polling, or a WebSocket if that opens in time.
+    void openStream(const std::string& pageName, bool mayUseWebSocket, std::function<void()> done);
+    void tryWebSocket(const std::string& pageName);
+    void webSocketOpened();
+    void webSocketFailed();
+    void poll(const std::string& pageName);
+    void use(const std::shared_ptr<MessageSender>& sender);
+
+    void closeStream();
     void reopeningReplied(const std::string& pageName, const InitSender::Reply& reply);
     void reopeningFailed(const InitSender::Reply& reply);
-    void reconnect(const std::string& pageName);
+    void reopen(const MonitoringConfigDTO& reply, const std::string& pageName);
     void reconnected();
+
+    // Recovery from a stream that breaks.
+    void streamOpened();
+    void streamLost();
+    void streamSilent();
+    void interrupt();
+    void checkHealth(int failuresBefore);
+    void healthy();
+    void unhealthy();
+
+    void pauseWatching();
+    void resumeWatching();
+    void endWatching();
+    void callOff();
+
+    /// The call of one of the session's own, unless it is gone by then.
+    [[nodiscard]] std::function<void()> weakly(void (Session::*call)());
+
+    /// A WebSocket on its way.
+    struct Attempt {
+        std::string pageName;
+        std::unique_ptr<Timer> deadline;
+    };
 
     Parts mParts;
     Order mOrder;
@@ -133,6 +170,15 @@ class Session : public std::enable_shared_from_this<Session> {
     // What opens the stream, for the first time or again: as long as it is held, nothing has overtaken it.
     std::shared_ptr<Initialisation> mInitialisation;
     std::vector<Completion> mWaitingRestarts;
+    std::unique_ptr<Attempt> mWebSocketAttempt;
+    std::function<void()> mStreamIsChosen;
+    // The sender is this session's own, not the one before's.
+    bool mHasStream = false;
+    bool mIsAway = false;
+    bool mWasLostWhileStarting = false;
+    bool mMustReconnect = false;
+    // Recoveries in a row that came to nothing.
+    int mVainRecoveries = 0;
 };
 
 }  // namespace merovanta

@@ -14,6 +14,10 @@ void PanoptraQuick::start(const QString& tenantId, const QString& token) {
     Merovanta::panoptra().start(tenantId.toStdString(), token.toStdString());
 }
 
+void PanoptraQuick::preferWebSocket(bool isPreferred) {
+    Merovanta::panoptra().preferWebSocket(isPreferred);
+}
+
 void PanoptraQuick::stop() {
     Merovanta::panoptra().stop();
 }

@@ -16,6 +16,7 @@ class PanoptraQuick final : public QObject {
 
     Q_INVOKABLE void start();
     Q_INVOKABLE void start(const QString& tenantId, const QString& token);
+    Q_INVOKABLE void preferWebSocket(bool isPreferred);
     Q_INVOKABLE void stop();
     Q_INVOKABLE void tag(const QString& text);
     [[nodiscard]] Q_INVOKABLE QString shareId() const;

@@ -32,6 +32,9 @@ class CommunicationBase : public std::enable_shared_from_this<CommunicationBase>
 
     void registerClient(RegisteredClient client);
 
+    /// Goes on to poll if failures have brought it to a pause.
+    void resumePolling() { runner->resume(); }
+
  private:
     void insertStatus(const std::string& pageName);
     void retune();

@@ -16,16 +16,21 @@ namespace merovanta {
 namespace {
 
 constexpr int maximumFailures = 10;
+// Nobody waits for an invitation: asked less and less often.
+constexpr HealthCheck::Pacing pacing{.patience = 1, .factor = 2, .longest = 60};
 
 }  // namespace
 
 XhrRunner::XhrRunner(std::shared_ptr<MerovantaAPI> api, std::shared_ptr<ApplicationConfigWrapper> wrapper)
-    : merovantaAPI(std::move(api)), applicationConfig(std::move(wrapper)) {
+    : merovantaAPI(std::move(api)),
+      applicationConfig(std::move(wrapper)),
+      mHealthCheck(std::make_shared<HealthCheck>(applicationConfig, merovantaAPI, pacing)) {
     Log::debug("create");
 }
 
 void XhrRunner::start() {
     assertMainThread();
+    endPause();
     // The reply to a poll under way begins the next pause by itself.
     if (!mIsPolling) scheduleTick();
 }
@@ -96,6 +101,29 @@ void XhrRunner::countFailure() {
     if (++failedAttempts <= maximumFailures) return;
     Log::warning("Exceed max retries. Stop");
     running = false;
+    pause();
+}
+
+void XhrRunner::pause() {
+    const auto goOn = [weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->resume();
+    };
+    mHealthCheck->start({.healthy = goOn});
+    mActiveObservation = platform::current().application().observeDidBecomeActive(goOn);
+}
+
+void XhrRunner::endPause() {
+    mHealthCheck->stop();
+    mActiveObservation.reset();
+}
+
+void XhrRunner::resume() {
+    assertMainThread();
+    if (!mActiveObservation) return;
+    endPause();
+    failedAttempts = 0;
+    // The last client may have been released in the meantime.
+    running = !ClientRegistry::clients().empty();
 }
 
 void XhrRunner::handOver(const Messages& messages) {

@@ -8,13 +8,16 @@
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
 #include "General/Panoptra/Communication/CommunicationMessage.h"
+#include "General/Panoptra/Network/HealthCheck.h"
 #include "General/Panoptra/Network/MerovantaAPI.h"
+#include "Platform/Application.h"
 #include "Platform/Timer.h"
 
 namespace merovanta {
 
 /// Polls for all registered clients at once, again and again. It ticks for ever once started, but polls only
-/// while it is set running, which it ends itself after too many failures in a row. Thread: main.
+/// while it is set running. It ends that itself after too many failures in a row, and then watches for a
+/// reason to go on: the service is well again, the application has become active. Thread: main.
 class XhrRunner : public std::enable_shared_from_this<XhrRunner> {
  public:
     XhrRunner(std::shared_ptr<MerovantaAPI> merovantaAPI,
@@ -22,6 +25,9 @@ class XhrRunner : public std::enable_shared_from_this<XhrRunner> {
 
     /// Begins to tick, or begins the present pause anew; there is never more than one timer.
     void start();
+
+    /// Ends the pause that failures have brought about: there is a connection again.
+    void resume();
 
     /// The pause between two polls, in seconds; read when a pause begins.
     double currentRate = std::numeric_limits<double>::max();
@@ -36,6 +42,8 @@ class XhrRunner : public std::enable_shared_from_this<XhrRunner> {
     void polled(const HttpReply& reply, const std::optional<Messages>& messages);
     void handle(const HttpReply& reply, const std::optional<Messages>& messages);
     void countFailure();
+    void pause();
+    void endPause();
     static void handOver(const Messages& messages);
 
     int failedAttempts = 0;
@@ -44,6 +52,9 @@ class XhrRunner : public std::enable_shared_from_this<XhrRunner> {
 
     std::unique_ptr<Timer> mTimer;
     bool mIsPolling = false;
+    // While the failures' pause lasts.
+    std::shared_ptr<HealthCheck> mHealthCheck;
+    std::unique_ptr<Observation> mActiveObservation;
 };
 
 }  // namespace merovanta

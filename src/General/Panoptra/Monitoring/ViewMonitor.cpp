@@ -55,13 +55,12 @@ void ViewMonitor::start(std::shared_ptr<MessageSender> sender, Completion comple
     assertMainThread();
     const unsigned run = ++mRun;
     ++mPictureRun;
+    mIsPaused = false;
     messageSender = std::move(sender);
     Log::debug("Schedule new timer");
     ViewUtils::runOnMainQueue([weak = weak_from_this(), run] {
         const auto self = weak.lock();
-        if (!self || self->mRun != run) return;
-        self->screenshotTimer = platform::current().timers().schedule(
-            seconds(self->screenShotInterval), true, [monitor = self.get()] { monitor->takeScreenshot(); });
+        if (self && self->mRun == run && !self->mIsPaused) self->startScreenshotTimer();
     });
     clickListener = platform::current().tapRecognizers().create(
         [this](const TapRecognizer& recognizer) { handleClick(recognizer); },
@@ -86,18 +85,38 @@ void ViewMonitor::installTapRecognizer(unsigned run, const Completion& completio
         return;
     }
     clickListener->attach(*root);
-    startViewChangeTimer();
+    if (!mIsPaused) startViewChangeTimer();
     completion(std::nullopt);
 }
 
 void ViewMonitor::stop() {
     assertMainThread();
     Log::debug("Stop");
+    mIsPaused = false;
     ++mRun;
     ++mPictureRun;
     screenshotTimer.reset();
     viewChangeTimer.reset();
     clickListener.reset();
+}
+
+void ViewMonitor::pause() {
+    assertMainThread();
+    mIsPaused = true;
+    ++mPictureRun;
+    screenshotTimer.reset();
+    viewChangeTimer.reset();
+}
+
+void ViewMonitor::resume(std::shared_ptr<MessageSender> sender) {
+    assertMainThread();
+    messageSender = std::move(sender);
+    if (!std::exchange(mIsPaused, false)) return;
+    clearLastScreenshot();
+    // Of a session that does not watch the screen there is nothing to go on with.
+    if (!clickListener) return;
+    startScreenshotTimer();
+    startViewChangeTimer();
 }
 
 void ViewMonitor::resetChangeDetection() {
@@ -110,6 +129,11 @@ void ViewMonitor::clearLastScreenshot() {
     lastScreenshot.reset();
     mLastKey.reset();
     mEncoderMustReset = true;
+}
+
+void ViewMonitor::startScreenshotTimer() {
+    screenshotTimer = platform::current().timers().schedule(seconds(screenShotInterval), true,
+                                                            [this] { takeScreenshot(); });
 }
 
 void ViewMonitor::startViewChangeTimer() {

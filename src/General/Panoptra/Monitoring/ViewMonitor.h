@@ -34,6 +34,13 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     /// What was sent last is remembered: after another start() an unchanged screen is not sent again.
     void stop();
 
+    /// No picture and no page change until resume(): there is nobody to send them to. Taps are still
+    /// reported.
+    void pause();
+
+    /// Goes on, over the sender given, which may be another; the next picture is sent whole.
+    void resume(std::shared_ptr<MessageSender> messageSender);
+
     /// Forgets what was sent last, so that the next picture is sent whole and no page counts as changed.
     void resetChangeDetection();
 
@@ -55,6 +62,7 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     struct PictureJob;
 
     void installTapRecognizer(unsigned run, const Completion& completion);
+    void startScreenshotTimer();
     void startViewChangeTimer();
     void checkViewChange(const std::string& name);
     void handleClick(const TapRecognizer& recognizer);
@@ -84,6 +92,7 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     // Counts, besides, the resets of the change detection: a picture of before must not pass for one of
     // after.
     unsigned mPictureRun = 0;
+    bool mIsPaused = false;
     bool mIsCapturing = false;
     PixelBuffer mBuffer;
     std::optional<PictureKey> mLastKey;

@@ -1,5 +1,8 @@
 #include "General/Panoptra/Network/HealthCheck.h"
 
+#include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <utility>
 
 #include "General/ConstantUtils.h"
@@ -10,45 +13,74 @@
 namespace merovanta {
 
 HealthCheck::HealthCheck(std::shared_ptr<ApplicationConfigWrapper> wrapper, std::shared_ptr<MerovantaAPI> api)
-    : applicationConfig(std::move(wrapper)), merovantaAPI(std::move(api)) {}
+    : HealthCheck(std::move(wrapper), std::move(api), Pacing()) {}
 
-void HealthCheck::start(std::function<void()> healthy) {
+HealthCheck::HealthCheck(std::shared_ptr<ApplicationConfigWrapper> wrapper, std::shared_ptr<MerovantaAPI> api,
+                         Pacing pacing)
+    : applicationConfig(std::move(wrapper)), merovantaAPI(std::move(api)), mPacing(pacing) {}
+
+void HealthCheck::start(Callbacks callbacks, int failuresBefore) {
     assertMainThread();
     if (mIsRunning) return;
     mIsRunning = true;
-    ++mRun;
-    mHealthy = std::move(healthy);
-    check();
+    mCallbacks = std::move(callbacks);
+    mFailures = failuresBefore;
+    if (mFailures > 0) {
+        pause();
+    } else {
+        check();
+    }
 }
 
 void HealthCheck::stop() {
     assertMainThread();
     mIsRunning = false;
     mRetryTimer.reset();
-    mHealthy = nullptr;
+    mCheck.reset();
+    mCallbacks = {};
 }
 
 void HealthCheck::check() {
+    mRetryTimer.reset();
+    mCheck = std::make_shared<Check>();
+    mCheck->deadline =
+        platform::current().timers().schedule(seconds(answerTimeout), false, [this] { checked(false); });
     const std::string url = ConstantUtils::valueOrEmpty("HttpProtocol") + "://" +
                             applicationConfig->config.hostname.value_or("") + "/api/ic/h";
-    merovantaAPI->get(url, [weak = weak_from_this(), run = mRun](const HttpReply& reply) {
-        const bool isAnswer = !reply.error && reply.response;
-        ViewUtils::runOnMainQueue([weak, run, status = isAnswer ? reply.response->status : 0] {
-            const auto self = weak.lock();
-            if (self && self->mIsRunning && self->mRun == run)
-                self->checked(status == self->successResponseCode);
-        });
-    });
+    merovantaAPI->get(
+        url,
+        [weak = weak_from_this(), current = std::weak_ptr(mCheck)](const HttpReply& reply) {
+            const bool isAnswer = !reply.error && reply.response;
+            ViewUtils::runOnMainQueue([weak, current, status = isAnswer ? reply.response->status : 0] {
+                const auto self = weak.lock();
+                if (self && !current.expired()) self->checked(status == self->successResponseCode);
+            });
+        },
+        // Given up by the network as well, so that checks without an answer do not pile up there.
+        {.timeout = std::chrono::seconds(static_cast<int>(answerTimeout))});
 }
 
 void HealthCheck::checked(bool passed) {
     assertMainThread();
+    const auto self = shared_from_this();
+    mCheck.reset();
     if (passed) {
+        const Callbacks callbacks = std::exchange(mCallbacks, {});
         mIsRunning = false;
-        if (const auto healthy = std::exchange(mHealthy, nullptr)) healthy();
+        if (callbacks.healthy) callbacks.healthy();
         return;
     }
-    mRetryTimer = platform::current().timers().schedule(seconds(retryDelay), false, [this] { check(); });
+    ++mFailures;
+    pause();
+    // Copied: it may stop the checks.
+    const auto unhealthy = mCallbacks.unhealthy;
+    if (unhealthy) unhealthy();
+}
+
+void HealthCheck::pause() {
+    const int longer = std::max(0, mFailures - mPacing.patience);
+    const double pause = std::min(mPacing.longest, retryDelay * std::pow(mPacing.factor, longer));
+    mRetryTimer = platform::current().timers().schedule(seconds(pause), false, [this] { check(); });
 }
 
 }  // namespace merovanta

@@ -12,15 +12,22 @@ StringError Initialisation::noControllerName() {
     return StringError("Cannot get current controller name");
 }
 
-std::shared_ptr<Initialisation> Initialisation::begin(std::shared_ptr<InitSender> initSender, bool force,
-                                                      Done done) {
-    std::shared_ptr<Initialisation> self(new Initialisation(std::move(initSender), force, std::move(done)));
+std::shared_ptr<Initialisation> Initialisation::begin(
+    std::shared_ptr<InitSender> initSender, std::shared_ptr<ApplicationConfigWrapper> applicationConfig,
+    bool force, Done done) {
+    std::shared_ptr<Initialisation> self(
+        new Initialisation(std::move(initSender), std::move(applicationConfig), force, std::move(done)));
     self->findPage();
     return self;
 }
 
-Initialisation::Initialisation(std::shared_ptr<InitSender> initSender, bool force, Done done)
-    : mInitSender(std::move(initSender)), mForce(force), mDone(std::move(done)) {}
+Initialisation::Initialisation(std::shared_ptr<InitSender> initSender,
+                               std::shared_ptr<ApplicationConfigWrapper> applicationConfig, bool force,
+                               Done done)
+    : mInitSender(std::move(initSender)),
+      mApplicationConfig(std::move(applicationConfig)),
+      mForce(force),
+      mDone(std::move(done)) {}
 
 void Initialisation::findPage() {
     ViewUtils::frontScreenName([weak = weak_from_this()](const std::optional<std::string>& name) {
@@ -35,6 +42,7 @@ void Initialisation::findPage() {
 }
 
 void Initialisation::send(const std::string& pageName) {
+    mVisit = mApplicationConfig->config.visitConfig;
     mInitSender->sendInit(pageName, mForce, [weak = weak_from_this(), pageName](InitSender::Reply reply) {
         ViewUtils::runOnMainQueue([weak, pageName, reply = std::move(reply)] {
             if (const auto self = weak.lock()) self->replied(pageName, reply);

@@ -51,9 +51,10 @@ std::optional<std::string> MerovantaAPI::buildUrl(const std::string& path, const
     return std::string(url.buffer());
 }
 
-void MerovantaAPI::get(const std::string& url, HttpUtil::Completion completion) const {
+void MerovantaAPI::get(const std::string& url, HttpUtil::Completion completion,
+                       const HttpUtil::Options& options) const {
     if (parseUrl(url)) {
-        httpUtil->get(url, std::move(completion));
+        httpUtil->get(url, std::move(completion), options);
     } else {
         completion(HttpReply{.error = noUrl()});
     }
@@ -74,9 +75,13 @@ void MerovantaAPI::deleteMessages(const Query& query, std::function<void(VoidRes
         completion(noUrl());
         return;
     }
-    httpUtil->deleteResource(*url, [completion = std::move(completion)](const HttpReply& reply) {
-        completion(reply.error ? VoidResult(*reply.error) : VoidResult(std::optional(VoidReply())));
-    });
+    const auto sessionId = query.find("sId");
+    httpUtil->deleteResource(
+        *url,
+        [completion = std::move(completion)](const HttpReply& reply) {
+            completion(reply.error ? VoidResult(*reply.error) : VoidResult(std::optional(VoidReply())));
+        },
+        {.sessionId = sessionId == query.end() ? std::nullopt : std::optional(sessionId->second)});
 }
 
 void MerovantaAPI::getTranslations(const std::string& tenantId, const std::string& language,

@@ -31,14 +31,15 @@ class MerovantaAPI {
     [[nodiscard]] static std::optional<std::string> buildUrl(const std::string& path, const Query& query);
 
     /// GETs this address as it stands. A status that is no success is for the caller to judge.
-    void get(const std::string& url, HttpUtil::Completion completion) const;
+    void get(const std::string& url, HttpUtil::Completion completion,
+             const HttpUtil::Options& options = HttpUtil::Options()) const;
 
     /// POSTs the body to this path. A status that is no success is for the caller to judge.
     void post(const std::string& path, const Query& query, std::string body,
               HttpUtil::Completion completion) const;
 
-    /// Ends the stream that the query names ("id", "sId", "tId", "vId", "url", "fsTy"). Any reply is a
-    /// success.
+    /// Ends the stream that the query names ("id", "sId", "tId", "vId", "url", "fsTy"), as a request of that
+    /// stream's session. Any reply is a success.
     void deleteMessages(const Query& query, std::function<void(VoidResult)> completion) const;
 
     /// Fetches the texts of the tenant in this language. Values that are no strings are left out.

@@ -22,7 +22,7 @@ struct MonitoringConfigDTO {
     std::optional<std::string> storageType;
     /// The visitor is to be left alone.
     bool ignoreIp = false;
-    /// The service's veto against the WebSocket transport, which no session selects so far.
+    /// The service's veto against the WebSocket transport.
     std::optional<bool> disableWebSocket;
     std::optional<bool> chatActivated;
 

@@ -13,8 +13,10 @@ MonitoringSender::MonitoringSender(std::shared_ptr<MerovantaAPI> api) : merovant
 
 MonitoringSender::Completion MonitoringSender::logged(const char* event) {
     return [event](const std::optional<StringError>& error) {
-        if (error)
-            Log::warning("Cannot log co-browsing " + std::string(event) + ": " + error->errorDescription());
+        if (!error) return;
+        // The line is the session controller's.
+        Log::warning("Cannot log co-browsing " + std::string(event) + ": " + error->errorDescription(),
+                     Log::Source("Panoptra"));
     };
 }
 

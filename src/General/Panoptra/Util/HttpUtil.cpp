@@ -29,20 +29,33 @@ std::vector<std::string> valuesOf(const HttpResponse& response, const std::strin
     return values;
 }
 
+std::string valueOf(const HttpRequest& request, const std::string& name) {
+    for (const auto& [key, value] : request.headers) {
+        if (key == name) return value;
+    }
+    return {};
+}
+
 }  // namespace
 
 HttpUtil::HttpUtil(std::shared_ptr<ApplicationConfigWrapper> wrapper)
     : applicationConfig(std::move(wrapper)) {}
 
 HttpRequest HttpUtil::buildRequest(const std::string& url) const {
+    return buildRequest(url, Options());
+}
+
+HttpRequest HttpUtil::buildRequest(const std::string& url, const Options& options) const {
     assertMainThread();
     auto parsed = parseUrl(url);
     if (!parsed) fatalError("Not a URL: " + url);
-    const std::string session = sessionId();
-    stickyCookie->enter(session);
-    HttpRequest request{.url = std::move(*parsed), .headers = {{ssidHeadername, session}}};
-    if (auto cookies = stickyCookie->headerFor(request.url); !cookies.empty())
-        request.headers.emplace_back(cookieHeaderName, std::move(cookies));
+    const std::string session = options.sessionId.value_or(sessionId());
+    // A last request of a session that is over takes the cookies of none.
+    if (session == sessionId()) stickyCookie->enter(session);
+    HttpRequest request{
+        .url = std::move(*parsed), .headers = {{ssidHeadername, session}}, .timeout = options.timeout};
+    auto cookies = stickyCookie->isOf(session) ? stickyCookie->headerFor(request.url) : std::string();
+    if (!cookies.empty()) request.headers.emplace_back(cookieHeaderName, std::move(cookies));
     return request;
 }
 
@@ -52,20 +65,29 @@ std::string HttpUtil::sessionId() const {
 }
 
 void HttpUtil::get(const std::string& url, Completion completion) const {
-    Log::debug("GET " + url);
-    execute(buildRequest(url), std::move(completion));
+    get(url, std::move(completion), Options());
 }
 
-void HttpUtil::deleteResource(const std::string& url, Completion completion) const {
+void HttpUtil::get(const std::string& url, Completion completion, const Options& options) const {
+    Log::debug("GET " + url);
+    execute(buildRequest(url, options), std::move(completion));
+}
+
+void HttpUtil::deleteResource(const std::string& url, Completion completion, const Options& options) const {
     Log::debug("DELETE " + url);
-    HttpRequest request = buildRequest(url);
+    HttpRequest request = buildRequest(url, options);
     request.method = "DELETE";
     execute(std::move(request), std::move(completion));
 }
 
 void HttpUtil::post(const std::string& url, std::string body, Completion completion) const {
+    post(url, std::move(body), std::move(completion), Options());
+}
+
+void HttpUtil::post(const std::string& url, std::string body, Completion completion,
+                    const Options& options) const {
     Log::debug("POST " + url);
-    HttpRequest request = buildRequest(url);
+    HttpRequest request = buildRequest(url, options);
     request.headers.emplace_back("Content-Type", "application/json");
     request.method = "POST";
     request.body = std::move(body);
@@ -73,8 +95,8 @@ void HttpUtil::post(const std::string& url, std::string body, Completion complet
 }
 
 void HttpUtil::execute(HttpRequest request, Completion completion) const {
-    auto keepCookies = [jar = std::weak_ptr(stickyCookie), session = sessionId(), url = request.url,
-                        name = setCookieHeaderName](const HttpReply& reply) {
+    auto keepCookies = [jar = std::weak_ptr(stickyCookie), session = valueOf(request, ssidHeadername),
+                        url = request.url, name = setCookieHeaderName](const HttpReply& reply) {
         auto headers = reply.response ? valuesOf(*reply.response, name) : std::vector<std::string>();
         if (headers.empty()) return;
         ViewUtils::runOnMainQueue([jar, session, url, headers = std::move(headers)] {

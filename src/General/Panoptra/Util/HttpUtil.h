@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -16,18 +17,27 @@ class HttpUtil {
  public:
     using Completion = HttpSession::Completion;
 
+    struct Options {
+        /// Whose request it is; without one, that of the visit.
+        std::optional<std::string> sessionId;
+        std::chrono::seconds timeout{60};
+    };
+
     explicit HttpUtil(std::shared_ptr<ApplicationConfigWrapper> applicationConfig);
 
     /// A GET request with the session header and the session's cookies. A text that is no URL ends the
     /// process.
     [[nodiscard]] HttpRequest buildRequest(const std::string& url) const;
+    [[nodiscard]] HttpRequest buildRequest(const std::string& url, const Options& options) const;
 
     void get(const std::string& url, Completion completion) const;
+    void get(const std::string& url, Completion completion, const Options& options) const;
 
-    void deleteResource(const std::string& url, Completion completion) const;
+    void deleteResource(const std::string& url, Completion completion, const Options& options) const;
 
     /// The content type is announced as JSON whatever the body holds; the service expects it so.
     void post(const std::string& url, std::string body, Completion completion) const;
+    void post(const std::string& url, std::string body, Completion completion, const Options& options) const;
 
     /// Sends a request that was built here.
     void execute(HttpRequest request, Completion completion) const;

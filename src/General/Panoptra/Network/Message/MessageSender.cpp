@@ -50,23 +50,43 @@ MessageSender::MessageSender(std::shared_ptr<InitSender> init, std::shared_ptr<M
       merovantaAPI(std::move(api)),
       applicationConfigWrapper(std::move(wrapper)) {}
 
-void MessageSender::close() {
-    const ApplicationConfig& config = applicationConfigWrapper->config;
+ApplicationConfig MessageSender::streamConfig() const {
+    ApplicationConfig config = applicationConfigWrapper->config;
+    if (mVisit) config.visitConfig = mVisit;
+    return config;
+}
+
+MerovantaAPI::Query MessageSender::currentStream() const {
+    const ApplicationConfig config = streamConfig();
     const VisitConfig visit = config.visitConfig.value_or(VisitConfig());
     const auto storageType = config.panoptraConfig ? config.panoptraConfig->storageType : std::nullopt;
-    const MerovantaAPI::Query query{{"id", visit.visitId.value_or("")},
-                                    {"sId", visit.sessionId.value_or("")},
-                                    {"tId", config.tenantId.value_or("")},
-                                    {"vId", visit.visitorId.value_or("")},
-                                    {"url", ""},
-                                    {"fsTy", storageType.value_or("")}};
-    merovantaAPI->deleteMessages(query, [](const MerovantaAPI::VoidResult& result) {
-        if (result) {
-            Log::debug("Delete sent");
-        } else {
-            Log::warning("Failed to send delete: " + result.error().errorDescription());
-        }
-    });
+    return {{"id", visit.visitId.value_or("")},
+            {"sId", visit.sessionId.value_or("")},
+            {"tId", config.tenantId.value_or("")},
+            {"vId", visit.visitorId.value_or("")},
+            {"url", ""},
+            {"fsTy", storageType.value_or("")}};
+}
+
+void MessageSender::rememberStream() {
+    mStream = currentStream();
+}
+
+std::string MessageSender::streamSession() const {
+    return mStream ? mStream->at("sId") : "";
+}
+
+void MessageSender::close() {
+    // Not those of the moment: the visitor may have become another since.
+    merovantaAPI->deleteMessages(
+        mStream.value_or(currentStream()), [](const MerovantaAPI::VoidResult& result) {
+            if (result) {
+                Log::debug("Delete sent");
+            } else {
+                Log::warning("Failed to send delete: " + result.error().errorDescription());
+            }
+        });
+    discardWaiting(StringError("Sender is closed"));
 }
 
 void MessageSender::sendPing(std::int64_t offset, Callback callback) {
@@ -121,8 +141,27 @@ void MessageSender::dispatch(ProtoMessage message, Callback callback) {
     if (!callback) callback = [](const std::optional<StringError>&) {};
     ViewUtils::runOnMainQueue(
         [weak = weak_from_this(), message = std::move(message), callback = std::move(callback)]() mutable {
-            if (const auto self = weak.lock()) self->send(std::move(message), callback);
+            if (const auto self = weak.lock()) self->sendOrKeep(std::move(message), std::move(callback));
         });
+}
+
+void MessageSender::sendOrKeep(ProtoMessage message, Callback callback) {
+    if (takesMessages()) {
+        send(std::move(message), callback);
+    } else {
+        mOutbox.put({std::move(message), std::move(callback)});
+    }
+}
+
+void MessageSender::sendWaiting() {
+    for (auto& entry : mOutbox.take())
+        send(std::move(entry.message), entry.callback);
+}
+
+void MessageSender::notify(const std::function<void()> StreamObserver::*event) const {
+    // Copied: the observer may be replaced inside.
+    const auto callback = mObserver.*event;
+    if (callback) callback();
 }
 
 }  // namespace merovanta

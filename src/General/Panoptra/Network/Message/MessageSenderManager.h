@@ -20,7 +20,7 @@ struct MessageSenderManager {
           applicationConfig(std::move(wrapper)),
           healthCheck(std::move(health)) {}
 
-    /// Held ready: no session selects it. A rule that does must keep it out where the service vetoes it.
+    /// For sessions whose host prefers it, unless the service vetoes it or it does not open.
     std::shared_ptr<WebSocketMessageSender> webSocketSender;
     std::shared_ptr<XhrMessageSender> xhrSender;
     std::shared_ptr<ApplicationConfigWrapper> applicationConfig;

@@ -15,6 +15,11 @@ namespace merovanta {
 namespace {
 
 constexpr int normalClosure = 1000;
+constexpr double secondsBetweenAttempts = 0.25;
+constexpr int attemptsAtThatPace = 20;
+constexpr double secondsBetweenLaterAttempts = 5.0;
+// A connection that holds for so long ends a row of attempts.
+constexpr std::chrono::seconds stable{5};
 constexpr std::size_t longestDescription = 1000;
 constexpr std::size_t maximumUnreadBytes = 2 * WebSocket::maximumMessageBytes;
 
@@ -40,7 +45,7 @@ WebSocketMessageSender::WebSocketMessageSender(std::shared_ptr<ApplicationConfig
       httpUtil(std::move(util)) {}
 
 std::string WebSocketMessageSender::endpointUrl(const std::string& pageUrl) const {
-    const ApplicationConfig& config = applicationConfig->config;
+    const ApplicationConfig config = streamConfig();
     const VisitConfig visit = config.visitConfig.value_or(VisitConfig());
     const PanoptraConfig session = config.panoptraConfig.value_or(PanoptraConfig());
     const std::string sessionId = visit.sessionId.value_or("");
@@ -63,7 +68,13 @@ void WebSocketMessageSender::connect(const std::string& pageUrl, std::function<v
         return;
     }
     Log::debug("Connect to " + url);
-    auto next = platform::current().webSockets().create(httpUtil->buildRequest(url), delegate());
+    rememberStream();
+    setDelivered(false);
+    mIsOpen = false;
+    mAttempts = 0;
+    mPace.reset();
+    auto next = platform::current().webSockets().create(
+        httpUtil->buildRequest(url, {.sessionId = streamSession()}), delegate());
     next->connect();
     socket = std::move(next);
 }
@@ -100,16 +111,32 @@ void WebSocketMessageSender::send(ProtoMessage message, const Callback& callback
 void WebSocketMessageSender::close() {
     MessageSender::close();
     wasSuccessfulOnce = false;
+    mIsOpen = false;
+    mPace.reset();
     bidirectionalMessageParser->discardWaiting();
     if (socket) socket->disconnect(normalClosure);
+}
+
+void WebSocketMessageSender::abandon() {
+    assertMainThread();
+    successCallback = nullptr;
+    errorCallback = nullptr;
+    mPace.reset();
+    socket.reset();
 }
 
 void WebSocketMessageSender::didConnect() {
     assertMainThread();
     Log::debug("Connection opened");
     wasSuccessfulOnce = true;
+    mIsOpen = true;
+    mOpenedAt = platform::current().clock().sinceEpoch();
+    setDelivered(true);
+    sendWaiting();
     errorCallback = nullptr;
+    const auto self = shared_from_this();
     if (const auto callback = std::exchange(successCallback, nullptr)) callback();
+    notify(&StreamObserver::opened);
 }
 
 void WebSocketMessageSender::didDisconnect(const std::optional<WebSocketError>& error) {
@@ -124,14 +151,42 @@ void WebSocketMessageSender::didDisconnect(const std::optional<WebSocketError>& 
             Log::debug("Connection closed");
         }
     }
+    const auto self = shared_from_this();
+    const bool wasOpen = std::exchange(mIsOpen, false);
     if (error && wasSuccessfulOnce) {
-        Log::debug("Connect again");
-        socket->connect();
+        if (wasOpen && platform::current().clock().sinceEpoch() - mOpenedAt >= stable) mAttempts = 0;
+        connectAgain();
+        if (wasOpen) notify(&StreamObserver::lost);
     }
     if (const auto callback = std::exchange(errorCallback, nullptr)) {
         successCallback = nullptr;
         callback();
     }
+}
+
+void WebSocketMessageSender::connectAgain() {
+    if (mPace) {
+        mMustConnect = true;
+    } else {
+        attempt();
+    }
+}
+
+void WebSocketMessageSender::attempt() {
+    mMustConnect = false;
+    const double pause =
+        ++mAttempts > attemptsAtThatPace ? secondsBetweenLaterAttempts : secondsBetweenAttempts;
+    mPace = platform::current().timers().schedule(seconds(pause), false, [this] {
+        mPace.reset();
+        if (mMustConnect) attempt();
+    });
+    Log::debug("Connect again");
+    socket->connect();
+}
+
+void WebSocketMessageSender::reconnect() {
+    assertMainThread();
+    if (wasSuccessfulOnce && !mIsOpen) attempt();
 }
 
 void WebSocketMessageSender::didReceiveText(std::string text) {

@@ -11,6 +11,14 @@
 
 namespace merovanta {
 
+namespace {
+
+// Seconds after which a request without an answer is worth a doubt. It goes on all the same: where the
+// network is merely slow, there is no better.
+constexpr double answerPatience = 3.0;
+
+}  // namespace
+
 XhrMessageSender::XhrMessageSender(std::shared_ptr<ApplicationConfigWrapper> wrapper,
                                    std::shared_ptr<BidirectionalMessageParser> parser,
                                    std::shared_ptr<InitSender> init, std::shared_ptr<HttpUtil> util,
@@ -23,36 +31,54 @@ XhrMessageSender::XhrMessageSender(std::shared_ptr<ApplicationConfigWrapper> wra
 void XhrMessageSender::connect(const std::string& pageUrl, std::function<void()> /*successCallback*/,
                                std::function<void()> /*errorCallback*/) {
     assertMainThread();
-    url = XhrSender::endpointUrl(pageUrl, applicationConfig->config);
+    url = XhrSender::endpointUrl(pageUrl, streamConfig());
+    rememberStream();
     stopped = false;
-    mRoundTimer.reset();
-    ++mLoop;
-    mIsRequesting = true;
-    httpUtil->get(*url, [weak = weak_from_this(), loop = mLoop](const HttpReply& reply) {
-        ViewUtils::runOnMainQueue([weak, loop, failed = reply.error.has_value()] {
-            const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
-            if (self) self->connected(loop, failed);
-        });
-    });
+    open();
 }
 
-void XhrMessageSender::connected(unsigned loop, bool failed) {
+void XhrMessageSender::reconnect() {
     assertMainThread();
-    if (loop != mLoop) return;
-    mIsRequesting = false;
+    if (!stopped) open();
+}
+
+void XhrMessageSender::open() {
+    mRoundTimer.reset();
+    mIsOpen = false;
+    setDelivered(false);
+    beginRequest();
+    httpUtil->get(
+        *url,
+        [weak = weak_from_this(), request = std::weak_ptr(mRequest)](const HttpReply& reply) {
+            ViewUtils::runOnMainQueue([weak, request, failed = reply.error.has_value()] {
+                const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
+                if (self && !request.expired()) self->opened(failed);
+            });
+        },
+        requestOptions());
+}
+
+void XhrMessageSender::opened(bool failed) {
+    assertMainThread();
     if (failed) {
-        Log::error("Request failed");
+        requestFailed();
         return;
     }
+    mRequest.reset();
+    mIsOpen = true;
     currentInterval = queueSendingInterval;
+    sendWaiting();
     sendRound();
+    notify(&StreamObserver::opened);
 }
 
 void XhrMessageSender::close() {
     MessageSender::close();
     stopped = true;
+    mIsOpen = false;
+    mRequest.reset();
     bidirectionalMessageParser->discardWaiting();
-    if (!mayStillSend()) queue.clear_messages();
+    if (!mRoundTimer) queue.clear_messages();
 }
 
 void XhrMessageSender::finishLastRound() {
@@ -61,16 +87,12 @@ void XhrMessageSender::finishLastRound() {
     queue.clear_messages();
 }
 
+/// A stream that is closed and has run its last round takes no more messages: the application may stay in the
+/// background for days.
 void XhrMessageSender::send(ProtoMessage message, const Callback& callback) {
     assertMainThread();
-    if (mayStillSend()) *queue.add_messages() = std::move(message);
+    if (!stopped || mRoundTimer) *queue.add_messages() = std::move(message);
     callback(std::nullopt);
-}
-
-/// A stream that is closed, has run its last round and waits for nothing takes no more messages: the
-/// application may stay in the background for days.
-bool XhrMessageSender::mayStillSend() const {
-    return !stopped || mRoundTimer || mIsRequesting;
 }
 
 void XhrMessageSender::sendRound() {
@@ -92,39 +114,63 @@ void XhrMessageSender::sendRound() {
 
 void XhrMessageSender::postQueue(std::string body) {
     if (!url) fatalError("A round of a sender that was never connected");
-    mIsRequesting = true;
+    beginRequest();
     httpUtil->post(
         *url, std::move(body),
-        [weak = weak_from_this(), loop = mLoop, parser = bidirectionalMessageParser](const HttpReply& reply) {
+        [weak = weak_from_this(), request = std::weak_ptr(mRequest),
+         parser = bidirectionalMessageParser](const HttpReply& reply) {
             // Read here, off the main thread: a reply may hold large pictures.
             auto agentReply =
                 reply.error || !reply.data ? AgentReply() : AgentReply::parse(*reply.data, *parser);
-            ViewUtils::runOnMainQueue(
-                [weak, loop, failed = reply.error.has_value(), agentReply = std::move(agentReply)]() mutable {
-                    const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
-                    if (self) self->roundFinished(loop, failed, std::move(agentReply));
-                });
-        });
+            ViewUtils::runOnMainQueue([weak, request, failed = reply.error.has_value(),
+                                       agentReply = std::move(agentReply)]() mutable {
+                const auto self = std::static_pointer_cast<XhrMessageSender>(weak.lock());
+                if (self && !request.expired()) self->roundFinished(failed, std::move(agentReply));
+            });
+        },
+        requestOptions());
+    // The last round: nobody waits for its answer.
+    if (!stopped) return;
+    mRequest.reset();
+    queue.clear_messages();
 }
 
-void XhrMessageSender::roundFinished(unsigned loop, bool failed, AgentReply agentReply) {
+void XhrMessageSender::roundFinished(bool failed, AgentReply agentReply) {
     assertMainThread();
-    const bool isCurrent = loop == mLoop;
-    if (isCurrent) mIsRequesting = false;
     if (failed) {
-        // The loop ends here for good; recovery is for those who chose this transport.
-        Log::error("Request failed");
-        if (isCurrent && stopped) queue.clear_messages();
+        requestFailed();
         return;
     }
-    if (isCurrent) {
-        // Only now, after the answer: what was queued while the request was under way goes too.
-        queue.clear_messages();
-        scheduleNextRound();
-    }
+    const bool wasSilent = isSilent();
+    mRequest.reset();
+    setDelivered(true);
+    // Only now, after the answer: what was queued while the request was under way goes too.
+    queue.clear_messages();
+    sendWaiting();
+    scheduleNextRound();
     if (agentReply.isMalformed) Log::warning("Cannot parse message");
-    // Of a stream that has been closed, the agent has no more say.
-    if (isCurrent && !stopped) bidirectionalMessageParser->handOver(std::move(agentReply.messages));
+    bidirectionalMessageParser->handOver(std::move(agentReply.messages));
+    if (wasSilent) notify(&StreamObserver::opened);
+}
+
+/// The loop ends here for good; recovery is for those who chose this transport.
+void XhrMessageSender::requestFailed() {
+    mRequest.reset();
+    mIsOpen = false;
+    Log::error("Request failed");
+    notify(&StreamObserver::lost);
+}
+
+void XhrMessageSender::beginRequest() {
+    mRequest = std::make_shared<Request>();
+    mRequest->patience = platform::current().timers().schedule(seconds(answerPatience), true, [this] {
+        mRequest->isOverdue = true;
+        notify(&StreamObserver::silent);
+    });
+}
+
+HttpUtil::Options XhrMessageSender::requestOptions() const {
+    return {.sessionId = streamSession()};
 }
 
 void XhrMessageSender::scheduleNextRound() {

@@ -26,6 +26,9 @@ class XhrMessageSender : public MessageSender {
     /// used. A loop that ran before ends; a round that it had scheduled becomes part of the new one.
     void connect(const std::string& url, std::function<void()> successCallback,
                  std::function<void()> errorCallback) override;
+    void reconnect() override;
+    [[nodiscard]] bool reconnectsByItself() const override { return false; }
+    [[nodiscard]] bool isSilent() const override { return mRequest && mRequest->isOverdue; }
 
     /// Ends what an earlier session has left behind, so that it cannot go out under another's name: runs its
     /// last round now if one is scheduled, and drops the rest. Call it before the session's ids change.
@@ -40,13 +43,26 @@ class XhrMessageSender : public MessageSender {
     [[nodiscard]] bool reportsConnection() const override { return false; }
     [[nodiscard]] const char* typeName() const override { return "XhrMessageSender"; }
 
+ protected:
+    /// A request under way empties the queue when it is answered: what is to go comes after it.
+    [[nodiscard]] bool takesMessages() const override { return stopped || (mIsOpen && !mRequest); }
+
  private:
-    void connected(unsigned loop, bool failed);
+    /// The GET or the POST under way. The answer to one that was given up finds it gone.
+    struct Request {
+        std::unique_ptr<Timer> patience;
+        bool isOverdue = false;
+    };
+
+    void open();
+    void opened(bool failed);
     void sendRound();
     void postQueue(std::string body);
-    void roundFinished(unsigned loop, bool failed, AgentReply agentReply);
+    void roundFinished(bool failed, AgentReply agentReply);
     void scheduleNextRound();
-    [[nodiscard]] bool mayStillSend() const;
+    void beginRequest();
+    void requestFailed();
+    [[nodiscard]] HttpUtil::Options requestOptions() const;
 
     const double queueSendingInterval = 0.1;
     const double increasedQueueSendingInterval = 0.03;
@@ -57,11 +73,11 @@ class XhrMessageSender : public MessageSender {
     double currentInterval = 0;
     ProtoMessageList queue;
     bool stopped = true;
-    bool mIsRequesting = false;
 
+    // The loop runs.
+    bool mIsOpen = false;
     std::unique_ptr<Timer> mRoundTimer;
-    // Counts the loops, so that answers to requests of an earlier loop cannot start a second one.
-    unsigned mLoop = 0;
+    std::shared_ptr<Request> mRequest;
 };
 
 }  // namespace merovanta

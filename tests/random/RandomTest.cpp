@@ -1,0 +1,68 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <random>
+#include <string>
+
+#include "random/Step.h"
+#include "random/World.h"
+
+namespace merovanta::testing {
+namespace {
+
+// An optimised build takes about five milliseconds for one; the others are there for what they check besides.
+#ifdef __OPTIMIZE__
+constexpr const char* sequences = "10000";
+#else
+constexpr const char* sequences = "300";
+#endif
+
+/// Drops what goes to the standard output: the library's log, thousands of lines in each sequence.
+class Silence {
+ public:
+    Silence() : mStandardOutput(dup(STDOUT_FILENO)) {
+        std::fflush(stdout);
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(nowhere, STDOUT_FILENO);
+        close(nowhere);
+    }
+    ~Silence() {
+        std::fflush(stdout);
+        dup2(mStandardOutput, STDOUT_FILENO);
+        close(mStandardOutput);
+    }
+    Silence(const Silence&) = delete;
+    Silence& operator=(const Silence&) = delete;
+
+ private:
+    int mStandardOutput;
+};
+
+TEST(RandomTest, WhateverOvertakesWhatTheSessionKeepsItsPromises) {
+    // RC_PARAMS="seed=…" repeats a run.
+    if (std::getenv("RC_PARAMS") == nullptr) {
+        const std::string seed = std::to_string(std::random_device()());
+        const std::string parameters = "seed=" + seed + " max_success=" + sequences + " max_size=40";
+        setenv("RC_PARAMS", parameters.c_str(), 1);
+    }
+    std::cerr << "RC_PARAMS=\"" << std::getenv("RC_PARAMS") << "\"\n";
+    const Silence silence;
+    EXPECT_TRUE(rc::check("a session keeps its promises", [] {
+        const auto sequence = *steps();
+        World world;
+        for (const auto& step : sequence) {
+            world.run(step);
+            if (!world.violation().empty()) RC_FAIL(world.violation());
+        }
+        world.settle();
+        if (!world.violation().empty()) RC_FAIL(world.violation());
+    }));
+}
+
+}  // namespace
+}  // namespace merovanta::testing
