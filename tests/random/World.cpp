@@ -126,6 +126,7 @@ void World::act(const Step& step) {
             break;
         case Action::resign:
             mIsActive = false;
+            mAwaySince = mPlatform->time->now();
             mPlatform->app.resignActive();
             break;
         case Action::activate:
@@ -232,8 +233,15 @@ void World::visitorActs(unsigned kind) {
             mPlatform->app.paint();
             break;
         default:
-            Merovanta::panoptra().tag(std::to_string(mIds.size()));
+            tag();
     }
+}
+
+void World::tag() {
+    const std::string text = std::to_string(mIds.size()) + " " + std::to_string(++mTags);
+    const auto stream = mStreams.find(mLastOpened);
+    if (mPanoptra->isRunning() && stream != mStreams.end() && stream->second.isOpen) mMissing.insert(text);
+    Merovanta::panoptra().tag(text);
 }
 
 void World::agentSays(unsigned kind) {
@@ -413,6 +421,7 @@ void World::checkMessages(const std::string& body, const std::string& id) {
     const auto isOf = [&](std::size_t number) { return number > 0 && mIds.at(number - 1) == id; };
     for (const auto& message : list.messages()) {
         if (message.has_tag()) expect(isOf(std::stoul(message.tag())), "a tag of another stream");
+        if (message.has_tag()) mMissing.erase(message.tag());
         for (const auto& click : message.clickevent())
             expect(isOf(static_cast<std::size_t>(click.x())), "a tap of another stream");
     }
@@ -436,7 +445,9 @@ void World::closed(const std::string& id) {
     stream.isOpen = false;
     ++stream.deletes;
     // What the agent has done before is not followed any more.
-    if (id == mLastOpened) mPendingTaps = 0;
+    if (id != mLastOpened) return;
+    mPendingTaps = 0;
+    mMissing.clear();
 }
 
 void World::agentTapped() {
@@ -447,6 +458,7 @@ void World::agentTapped() {
 void World::stateChanged(const Session::Change& change) {
     expect(mayFollow(mState, change.state), "one state does not follow the other");
     mState = change.state;
+    if (mState == State::starting) mAwaySince = mPlatform->time->now();
 }
 
 void World::checkTimers() {
@@ -497,6 +509,8 @@ void World::checkFacts() {
         expect(hasSession ? mPanoptra->session()->state() == *mState : *mState == State::ended,
                "what was told is not what is");
     }
+    const bool isLongAway = !mIsActive && mPlatform->time->now() - mAwaySince > 5s;
+    if (isLongAway) expect(mState != State::sharing, "it shares the screen of an application that is away");
     for (const int completions : mCompletions)
         expect(completions <= 1, "a completion is called twice");
 }
@@ -526,6 +540,10 @@ void World::settle() {
         checkWebSockets();
     }
     expect(hasCome(), "it does not recover");
+    // With the next round, or as soon as the connection is open.
+    wait(1s);
+    checkWebSockets();
+    if (mState == State::sharing) expect(mMissing.empty(), "a tag is lost");
     // Twice, as an invitation may be on its way.
     mIsInvited = false;
     for (int time = 0; time < 2; ++time) {

@@ -58,6 +58,7 @@ class World {
     void setInitReply(unsigned kind);
     void changeScreen(unsigned kind);
     void visitorActs(unsigned kind);
+    void tag();
     void agentSays(unsigned kind);
     void handOver(const std::vector<nlohmann::json>& messages);
     void askForConsent(bool withStart);
@@ -103,6 +104,10 @@ class World {
     std::chrono::nanoseconds mLastPoll{};
     int mPendingTaps = 0;
     int mVisitors = 0;
+    std::chrono::nanoseconds mAwaySince{};
+    int mTags = 0;
+    // The tags that have not reached the service, of the stream that is open.
+    std::set<std::string> mMissing;
 
     std::optional<Session::State> mState;
     // How often each start has been completed.
