@@ -393,6 +393,11 @@ void World::checkStreamRequest(const HttpRequest& request) {
     expect(FakeService::header(request, "X-QD-SSID") == valueOf(request.url, "sId"),
            request.method + " of a stream with the header of another session");
     if (request.method == "DELETE") {
+        // A connection may have opened for a start that failed after all.
+        for (const auto& peer : mPlatform->webSockets().peers) {
+            if (peer->state == WebSocketPeerInMemory::State::open && valueOf(peer->request.url, "id") == id)
+                mStreams[id];
+        }
         expect(mStreams.contains(id), "a stream is closed that never was");
         closed(id);
         return;
@@ -428,8 +433,7 @@ void World::checkMessages(const std::string& body, const std::string& id) {
 }
 
 void World::opened(const std::string& id) {
-    const bool isAnother = mLastOpened != id;
-    if (isAnother) {
+    if (mLastOpened != id) {
         const auto last = mStreams.find(mLastOpened);
         expect(last == mStreams.end() || !last->second.isOpen, "a stream is replaced without being closed");
         mIds.push_back(id);
@@ -459,6 +463,11 @@ void World::stateChanged(const Session::Change& change) {
     expect(mayFollow(mState, change.state), "one state does not follow the other");
     mState = change.state;
     if (mState == State::starting) mAwaySince = mPlatform->time->now();
+    if (mState != State::sharing) return;
+    // Unlike the polling's, its opening shows in no request.
+    const std::string transport = mPanoptra->messageSender()->typeName();
+    if (transport == "WebSocketMessageSender")
+        opened(valueOf(mPlatform->webSockets().peers.back()->request.url, "id"));
 }
 
 void World::checkTimers() {
@@ -492,11 +501,6 @@ void World::checkWebSockets() {
     for (const auto& peer : mPlatform->webSockets().peers) {
         const std::string id = valueOf(peer->request.url, "id");
         const bool isOpen = peer->state == WebSocketPeerInMemory::State::open;
-        // Known to the library as well.
-        const bool isUsed = isOpen && mState == State::sharing &&
-                            peer == mPlatform->webSockets().peers.back() &&
-                            std::string(mPanoptra->messageSender()->typeName()) == "WebSocketMessageSender";
-        if (isUsed && !mStreams[id].isOpen) opened(id);
         if (isOpen) expect(mPanoptra->isRunning(), "a connection without a session");
         for (const auto& frame : std::exchange(peer->received, {}))
             checkMessages(frame, id);

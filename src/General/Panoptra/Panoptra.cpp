@@ -152,9 +152,11 @@ void Panoptra::closeSender() {
 void Panoptra::didBecomeActive() {
     assertMainThread();
     const bool wasShort = std::exchange(backgroundTimeoutTimer, nullptr) != nullptr;
-    // Closed all the same if the application has resigned once more in the meantime.
-    const bool isClosed = mSession && mSession->state() == Session::State::suspended;
-    if (mSession && (!wasShort || isClosed)) mSession->resume();
+    if (!mSession) return;
+    // One that was closed, or is to be, before the application resigned once more is not open all the same.
+    const auto state = mSession->state();
+    const bool isOpen = state == Session::State::sharing || state == Session::State::reconnecting;
+    if (!wasShort || !isOpen) mSession->resume();
 }
 
 void Panoptra::consentGiven() const {

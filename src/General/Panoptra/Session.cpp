@@ -232,7 +232,7 @@ void Session::suspend() {
     if (mState == State::starting) {
         mIsAway = true;
         // That of the session before; this one's own is closed once the start is over.
-        if (mSender && !mHasStream) mSender->close();
+        if (mSender && !mHasStream && !mWebSocketAttempt) mSender->close();
         return;
     }
     closeStream();

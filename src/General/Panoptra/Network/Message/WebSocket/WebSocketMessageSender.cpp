@@ -68,13 +68,13 @@ void WebSocketMessageSender::connect(const std::string& pageUrl, std::function<v
         return;
     }
     Log::debug("Connect to " + url);
-    rememberStream();
     setDelivered(false);
     mIsOpen = false;
     mAttempts = 0;
     mPace.reset();
+    const auto visit = streamConfig().visitConfig;
     auto next = platform::current().webSockets().create(
-        httpUtil->buildRequest(url, {.sessionId = streamSession()}), delegate());
+        httpUtil->buildRequest(url, {.sessionId = visit ? visit->sessionId : std::nullopt}), delegate());
     next->connect();
     socket = std::move(next);
 }
@@ -128,6 +128,8 @@ void WebSocketMessageSender::abandon() {
 void WebSocketMessageSender::didConnect() {
     assertMainThread();
     Log::debug("Connection opened");
+    // Only now there is one for the service to close.
+    if (!wasSuccessfulOnce) rememberStream();
     wasSuccessfulOnce = true;
     mIsOpen = true;
     mOpenedAt = platform::current().clock().sinceEpoch();
