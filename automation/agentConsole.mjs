@@ -18,9 +18,9 @@ export class AgentConsole {
   /** Everything that went wrong in the page. */
   problems = [];
 
-  static async open(t, url, viewport = { width: 1280, height: 900 }) {
+  static async open(t, url, viewport = { width: 1280, height: 900 }, desktop = undefined) {
     const agent = new AgentConsole();
-    agent.page = await (await openBrowser(t)).newPage({ viewport });
+    agent.page = await (await openBrowser(t, desktop)).newPage({ viewport });
     agent.page.setDefaultTimeout(30_000);
     agent.page.on('pageerror', (error) => agent.problems.push(String(error)));
     agent.page.on('console', (line) => ['error', 'warning'].includes(line.type()) && agent.problems.push(line.text()));

@@ -140,8 +140,9 @@ function collectLines(stream, lines) {
 export class Service extends Process {
   static async start(t, ...args) {
     const directory = temporaryDirectory(t);
+    const port = args.includes('--port') ? [] : ['--port', '0'];
     const service = new Service(t, process.env.DEVSERVICE,
-      ['--port', '0', '--log-requests', '--record', directory, ...args]);
+      [...port, '--log-requests', '--record', directory, ...args]);
     service.directory = directory;
     service.url = (await service.line(/http:/)).match(/http:\S+/)[0];
     service.host = new URL(service.url).host;
@@ -191,6 +192,37 @@ export class Service extends Process {
   }
 }
 
+/** A screen with a window manager on it, where windows lie over each other. */
+export class Desktop {
+  static async start(t) {
+    const desktop = new Desktop();
+    desktop.server = new Process(t, 'Xvfb', ['-displayfd', '1', '-screen', '0', '1280x1024x24', '-nolisten', 'tcp']);
+    desktop.env = { DISPLAY: `:${await desktop.server.line(/^\d+$/)}` };
+    desktop.manager = new Process(t, 'openbox', ['--sm-disable'], desktop.env);
+    desktop.t = t;
+    await eventually('a window manager', () => desktop.#tool('get_num_desktops'));
+    return desktop;
+  }
+
+  /** A window that is to be seen, by its title. */
+  async window(title) {
+    const [id] = await this.#tool('search', '--onlyvisible', '--name', title) ?? [];
+    assert.ok(id, `no window ${title}`);
+    return id;
+  }
+
+  /** What the user does with a window: "windowminimize", "windowactivate". */
+  async manage(command, window) {
+    assert.ok(await this.#tool(command, window), `${command} ${window}`);
+  }
+
+  /** The lines that it says; null if it fails. */
+  async #tool(...args) {
+    const tool = new Process(this.t, 'xdotool', args, this.env);
+    return await tool.ended === 0 ? tool.out : null;
+  }
+}
+
 /** The example app. */
 export class App extends Process {
   static start(t, host, args, display) {
@@ -200,13 +232,15 @@ export class App extends Process {
   /**
    * Without a session.
    * @param display "offscreen", "phone": with three device pixels a point, so that pictures have one, but masks are out
-   * of place (docs/privacy.md), or "opengl": a virtual screen with the threaded render loop
+   * of place (docs/privacy.md), "opengl": a virtual screen with the threaded render loop; or a Desktop
    */
   static open(t, host, args, display = 'offscreen') {
     const home = temporaryDirectory(t);
     const options = ['--server', host, '--exit-after', String(LONGEST_RUN_SECONDS), ...args];
     const env = { ...AS_ROOT, HOME: home, XDG_CONFIG_HOME: home, XDG_RUNTIME_DIR: home, TMPDIR: home };
-    const app = DISPLAYS[display] ? new App(t, process.env.BANK, options, { ...env, ...DISPLAYS[display] }) : new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
+    const settings = display instanceof Desktop
+      ? { ...display.env, QT_QPA_PLATFORM: 'xcb', QT_QUICK_BACKEND: 'software' } : DISPLAYS[display];
+    const app = settings ? new App(t, process.env.BANK, options, { ...env, ...settings }) : new App(t, 'xvfb-run', ['-a', '-s', '-screen 0 1280x1024x24', process.env.BANK, ...options], {
       ...env, QT_QPA_PLATFORM: 'xcb', QSG_RENDER_LOOP: 'threaded', QSG_INFO: '1',
     });
     app.home = home;
@@ -274,9 +308,12 @@ export class App extends Process {
 
 export const countFiles = (directory) => readdirSync(directory).length;
 
-export async function openBrowser(t) {
+/** @param desktop where its window is to be seen, if anywhere */
+export async function openBrowser(t, desktop) {
   const executablePath = process.env.CHROMIUM ?? '/usr/bin/chromium';
-  const browser = await chromium.launch({ executablePath, args: BROWSER_FLAGS });
+  const browser = await chromium.launch(desktop
+    ? { executablePath, args: [...BROWSER_FLAGS, '--start-maximized'], headless: false, env: { ...process.env, ...desktop.env } }
+    : { executablePath, args: BROWSER_FLAGS });
   atEnd(t, () => browser.close());
   return browser;
 }

@@ -1,5 +1,7 @@
 #include "ControlCommands.h"
 
+#include <Merovanta/Merovanta.h>
+
 #include <QCoreApplication>
 #include <QTimer>
 #include <cstdio>
@@ -64,6 +66,7 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
         {"stop", [&window](auto&) { QMetaObject::invokeMethod(&window, "stopSharing"); }},
         {"identify", [&window](auto&) { QMetaObject::invokeMethod(&window, "identify"); }},
         {"signOut", [&window](auto&) { QMetaObject::invokeMethod(&window, "signOut"); }},
+        {"tag", [](auto& text) { merovanta::Merovanta::panoptra().tag(text.toStdString()); }},
         {"hide", [&window](auto&) { window.hide(); }},
         {"show",
          [&window](auto&) {
