@@ -69,6 +69,8 @@ void HttpExchangeQt::receive() {
 void HttpExchangeQt::finish() {
     receive();
     std::string reason = failure();
+    const bool isTimeout = mReply->error() == QNetworkReply::OperationCanceledError;
+    if (mAbortReason.empty() && isTimeout) Q_EMIT timedOut();
     if (!reason.empty()) return fail(std::move(reason));
     HttpReply reply;
     reply.response = response();

@@ -18,6 +18,10 @@ class HttpExchangeQt final : public QObject {
 
     void start(QNetworkAccessManager& manager, const HttpRequest& request);
 
+ Q_SIGNALS:
+    /// Before the completion.
+    void timedOut();
+
  private:
     void checkAnnouncedLength();
     void receive();
