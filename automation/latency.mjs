@@ -1,12 +1,12 @@
 // Measures how long it takes from the agent's click on the picture until the picture shows what came of it, on
-// loopback: node latency.mjs [SAMPLES]. scripts/latency builds what it needs and runs it.
+// loopback, by each transport: node latency.mjs [SAMPLES]. scripts/latency builds what it needs and runs it.
 
 import { setTimeout as pause } from 'node:timers/promises';
 
 import { AgentConsole } from './agentConsole.mjs';
 import { App, MASKS, Service } from './support.mjs';
 
-const SAMPLES = Number(process.argv[2] ?? 40);
+const SAMPLES = Number(process.argv[2] ?? 100);
 const LONGEST_WAIT_MS = 8000;
 const VISITOR_TAPS_EVERY_MS = 150;
 
@@ -39,12 +39,11 @@ function summary(values) {
   return `median ${at(0.5)} ms, p95 ${at(0.95)} ms, from ${sorted[0]} to ${sorted.at(-1)} ms`;
 }
 
-const closing = [];
-const run = { after: (step) => closing.push(step) };
-try {
+/** The app with a session by one transport, on a page where a tap turns a toggle; `measure` counts the agent's clicks on it. */
+async function open(run, transport) {
   const service = await Service.start(run, ...MASKS);
   const agent = await AgentConsole.open(run, service.url);
-  const app = App.start(run, service.host, ['--control', '--exit-after', '1800'], 'phone');
+  const app = App.start(run, service.host, ['--control', '--exit-after', '1800', '--transport', transport], 'phone');
   let handled = 0;
   app.child.stdout.on('data', (text) => { if (/Handle message: .*click/.test(text)) handled = Date.now(); });
   const tapOn = async (name) => agent.tap(await app.place(name));
@@ -52,6 +51,8 @@ try {
   await tapOn('demoButton');
   await tapOn('tabCards');
   await app.line(/View changed to: CardsPage$/);
+  const used = (await service.visitor()).transport;
+  if (used !== transport) throw new Error(`the session streams by ${used}`);
 
   // Where the knob is in one position and not in the other.
   const toggle = await app.place('freezeToggle');
@@ -72,12 +73,22 @@ try {
     console.log(`  until the picture shows it  ${summary(samples.map(({ clicked, seen }) => seen - clicked))}`);
     console.log(`  of these until the app has it  ${summary(samples.map((sample) => sample.handled - sample.clicked))}`);
   };
+  return { agent, app, measure };
+}
 
-  for (const pace of ['normal polling', 'faster polling']) {
-    if (pace === 'faster polling') await agent.button('Faster polling').click();
-    await measure(`${pace}, the visitor idle`);
+const closing = [];
+const run = { after: (step) => closing.push(step) };
+try {
+  // Side by side: whatever else the machine does, it does to both.
+  const polling = await open(run, 'polling');
+  const webSocket = await open(run, 'websocket');
+  await polling.measure('polling, the visitor idle');
+  await webSocket.measure('WebSocket, the visitor idle');
+  await polling.agent.button('Faster polling').click();
+  await polling.measure('faster polling, the visitor idle');
+  for (const [name, { app, measure }] of Object.entries({ 'faster polling': polling, WebSocket: webSocket })) {
     const taps = setInterval(() => app.say('tap tabCards'), VISITOR_TAPS_EVERY_MS);
-    await measure(`${pace}, the visitor tapping`);
+    await measure(`${name}, the visitor tapping`);
     clearInterval(taps);
   }
 } finally {

@@ -31,6 +31,12 @@ QString parseServer(const QString& text) {
     return text;
 }
 
+bool parseTransport(const QString& text) {
+    if (text != u"polling" && text != u"websocket")
+        refuse(QStringLiteral("--transport wants polling or websocket, not \"%1\"").arg(text));
+    return text == u"websocket";
+}
+
 }  // namespace
 
 Options Options::parse(const QCoreApplication& app) {
@@ -46,6 +52,10 @@ Options Options::parse(const QCoreApplication& app) {
                                     QStringLiteral("ID"), QStringLiteral("alderbrook"));
     const QCommandLineOption token(QStringLiteral("token"), QStringLiteral("Access token."),
                                    QStringLiteral("TOKEN"), QStringLiteral("demo-token"));
+    const QCommandLineOption transport(
+        QStringLiteral("transport"),
+        QStringLiteral("How to stream the screen: polling, or websocket where the service allows it."),
+        QStringLiteral("NAME"), QStringLiteral("polling"));
     const QCommandLineOption start(QStringLiteral("start"), QStringLiteral("Share the screen at once."));
     const QCommandLineOption tour(
         QStringLiteral("tour"),
@@ -64,7 +74,8 @@ Options Options::parse(const QCoreApplication& app) {
             "send the app to the background and back, where and tap find and touch an item by its name, "
             "picture saves what the window shows, stalls tells for how long the GUI thread was busy at "
             "most since the last time, quit ends the app."));
-    parser.addOptions({server, tenant, token, start, tour, sentinel, control, exitAfter, screenshotDir});
+    parser.addOptions(
+        {server, tenant, token, transport, start, tour, sentinel, control, exitAfter, screenshotDir});
     parser.process(app);
 
     if (!parser.positionalArguments().isEmpty())
@@ -76,6 +87,7 @@ Options Options::parse(const QCoreApplication& app) {
     options.tour = parser.isSet(tour);
     options.sentinel = parser.isSet(sentinel);
     options.control = parser.isSet(control);
+    options.webSocket = parseTransport(parser.value(transport));
     if (parser.isSet(server)) options.server = parseServer(parser.value(server));
     if (parser.isSet(exitAfter)) options.exitAfter = parseSeconds(parser.value(exitAfter));
     if (parser.isSet(screenshotDir)) options.screenshotDir = parser.value(screenshotDir);

@@ -11,6 +11,7 @@ struct Options {
     std::optional<QString> server;  // HOST[:PORT]; absent: the library's own default
     QString tenant;
     QString token;
+    bool webSocket = false;
     bool start = false;
     bool tour = false;
     bool sentinel = false;

@@ -44,6 +44,7 @@ QString configureMerovanta(const Options& options) {
     merovanta::CustomConfiguration config(options.tenant.toStdString(), options.token.toStdString());
     if (options.server) config.setServerUrl(options.server->toStdString());
     merovanta::Merovanta::initConfig(config);
+    merovanta::Merovanta::panoptra().preferWebSocket(options.webSocket);
     return QString::fromStdString(merovanta::Merovanta::configuration().server());
 }
 
