@@ -1,5 +1,5 @@
 // What the visitor does reaches the agent over any network, each thing of it, and soon after the network is back.
-// E2E_STEPS says how many things happen in each network (30), E2E_OUTAGE for how many seconds there is none (8).
+// E2E_STEPS says how many things happen in each network (15), E2E_OUTAGE for how many seconds there is none (8).
 
 import assert from 'node:assert/strict';
 import { createHash } from 'node:crypto';
@@ -10,7 +10,7 @@ import { setTimeout as pause } from 'node:timers/promises';
 import { Network } from '../../automation/network.mjs';
 import { App, MASKS, Service, eventually } from '../../automation/support.mjs';
 
-const STEPS = Number(process.env.E2E_STEPS ?? 30);
+const STEPS = Number(process.env.E2E_STEPS ?? 15);
 const OUTAGE_SECONDS = Number(process.env.E2E_OUTAGE ?? 8);
 const LONGEST_RUN_SECONDS = 60 + STEPS * 10 + OUTAGE_SECONDS * 4;
 const WITHIN_SECONDS = 15;
