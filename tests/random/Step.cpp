@@ -29,7 +29,8 @@ constexpr std::array names{"wait",
                            "screen",
                            "visitorActs",
                            "preferWebSocket",
-                           "webSocket"};
+                           "webSocket",
+                           "interrupt"};
 static_assert(names.size() == static_cast<std::size_t>(Action::actions));
 
 }  // namespace
@@ -39,10 +40,13 @@ std::ostream& operator<<(std::ostream& stream, const Step& step) {
 }
 
 rc::Gen<std::vector<Step>> steps() {
-    const auto action =
-        rc::gen::weightedOneOf<int>({{4, rc::gen::just(0)},
-                                     {1, rc::gen::just(static_cast<int>(Action::start))},
-                                     {6, rc::gen::inRange(1, static_cast<int>(Action::actions))}});
+    const auto action = rc::gen::weightedOneOf<int>(
+        {{5, rc::gen::just(0)},
+         {1, rc::gen::just(static_cast<int>(Action::start))},
+         {2, rc::gen::elementOf(
+                 std::vector<int>{static_cast<int>(Action::visitorActs), static_cast<int>(Action::agentTaps),
+                                  static_cast<int>(Action::resign), static_cast<int>(Action::activate)})},
+         {6, rc::gen::inRange(1, static_cast<int>(Action::actions))}});
     const auto step = rc::gen::apply(
         [](int number, unsigned kind) {
             return Step{static_cast<Action>(number), kind};

@@ -30,6 +30,7 @@ enum class Action {
     visitorActs,
     preferWebSocket,
     webSocket,
+    interrupt,
     actions,
 };
 

@@ -51,7 +51,7 @@ bool mayFollow(std::optional<State> before, State next) {
 
 }  // namespace
 
-World::World() {
+World::World(bool prefersWebSocket) {
     mRoot = inmemory::NativeController::make("HomePage", mScreen);
     mPlatform->app.root = mRoot;
     mPlatform->app.screen.bounds = {0, 0, 24, 36};
@@ -61,6 +61,7 @@ World::World() {
     CustomConfiguration custom("tenant", "token");
     custom.setServerUrl("service.example");
     Merovanta::initConfig(custom);
+    Merovanta::panoptra().preferWebSocket(prefersWebSocket);
     mPanoptra = Injection::resolve<Panoptra>();
     mPanoptra->observeState([this](const Session::Change& change) { stateChanged(change); });
 }
@@ -83,6 +84,7 @@ void World::run(Step step) {
 }
 
 void World::wait(std::chrono::nanoseconds duration) {
+    acceptWebSocket();
     mPlatform->time->advance(duration);
     checkWidget();
 }
@@ -165,6 +167,9 @@ void World::act(const Step& step) {
             break;
         case Action::webSocket:
             webSocketActs(kind);
+            break;
+        case Action::interrupt:
+            mInterruption = kind;
             break;
         case Action::actions:
             break;
@@ -316,6 +321,7 @@ bool World::isAsked() const {
 
 void World::webSocketActs(unsigned kind) {
     const auto& peers = mPlatform->webSockets().peers;
+    if (kind % 4 == 3) mRefusesWebSockets = !mRefusesWebSockets;
     if (peers.empty()) return;
     switch (kind % 4) {
         case 0:
@@ -327,7 +333,28 @@ void World::webSocketActs(unsigned kind) {
             peers.back()->sendText(R"({"x":1,"y":1})");
             break;
         default:
-            peers.back()->accept();
+            break;
+    }
+}
+
+void World::acceptWebSocket() {
+    const auto& peers = mPlatform->webSockets().peers;
+    if (!mRefusesWebSockets && !peers.empty()) peers.back()->accept();
+}
+
+/// In the middle of what a reply sets going, some turns after it has come.
+void World::interrupt(unsigned kind, int turns) {
+    if (mIsSettling) return;
+    if (turns > 0) {
+        mPlatform->time->post([this, kind, turns] { interrupt(kind, turns - 1); });
+    } else if (kind % 3 == 0) {
+        countedStart();
+    } else if (kind % 3 == 1) {
+        mPlatform->app.resignActive();
+        mPlatform->app.becomeActive();
+        mIsActive = true;
+    } else {
+        Merovanta::panoptra().stop();
     }
 }
 
@@ -361,6 +388,11 @@ World::Milliseconds World::latencyOf(const HttpRequest& request) const {
 
 std::optional<HttpReply> World::serve(const HttpRequest& request) {
     const Endpoint endpoint = endpointOf(request);
+    if (const auto kind = std::exchange(mInterruption, std::nullopt)) {
+        const int turns = static_cast<int>(*kind / 3 % 6);
+        mPlatform->time->schedule(latencyOf(request),
+                                  [this, kind = *kind, turns] { interrupt(kind, turns); });
+    }
     if (endpoint == Endpoint::init) {
         expect(mPanoptra->isRunning(), "an initialisation without a session");
         mAnnounced.insert(nlohmann::json::parse(request.body)["viId"].get<std::string>());
@@ -461,6 +493,8 @@ void World::agentTapped() {
 
 void World::stateChanged(const Session::Change& change) {
     expect(mayFollow(mState, change.state), "one state does not follow the other");
+    const bool isGivenUp = mState == State::suspended && change.state == State::ended;
+    if (isGivenUp) expect(change.reason == Session::Reason::asked, "a closed session ends by itself");
     mState = change.state;
     if (mState == State::starting) mAwaySince = mPlatform->time->now();
     if (mState != State::sharing) return;
@@ -532,21 +566,25 @@ bool World::hasCome() const {
 }
 
 void World::settle() {
+    mIsSettling = true;
     mWeather.fill(Weather::well);
+    mRefusesWebSockets = false;
     mService.initReply["x"] = false;
     mPlatform->app.root = mRoot;
     mPlatform->tapRecognizers().isBroken = false;
     if (!std::exchange(mIsActive, true)) mPlatform->app.becomeActive();
     // What is under way by now takes up to a minute, and most of it some seconds.
     for (int second = 0; second < 138 && (second < 8 || !hasCome()); ++second) {
-        if (!mPlatform->webSockets().peers.empty()) mPlatform->webSockets().peers.back()->accept();
         wait(1s);
         checkWebSockets();
     }
     expect(hasCome(), "it does not recover");
-    // With the next round, or as soon as the connection is open.
-    wait(1s);
-    checkWebSockets();
+    // With the next round, or as soon as the connection is open; a request without an answer ends in a minute.
+    const auto isWaiting = [this] { return mState == State::sharing && !mMissing.empty(); };
+    for (int second = 0; second < 70 && (second == 0 || isWaiting()); ++second) {
+        wait(1s);
+        checkWebSockets();
+    }
     if (mState == State::sharing) expect(mMissing.empty(), "a tag is lost");
     // Twice, as an invitation may be on its way.
     mIsInvited = false;

@@ -23,7 +23,7 @@ namespace merovanta::testing {
 /// happen at any time, and in which some things must hold all the same.
 class World {
  public:
-    World();
+    explicit World(bool prefersWebSocket);
     ~World();
 
     void run(Step step);
@@ -64,6 +64,8 @@ class World {
     void askForConsent(bool withStart);
     void answer(bool accepted);
     void webSocketActs(unsigned kind);
+    void acceptWebSocket();
+    void interrupt(unsigned kind, int turns);
 
     [[nodiscard]] static Endpoint endpointOf(const HttpRequest& request);
     [[nodiscard]] Weather weatherAt(const HttpRequest& request) const;
@@ -100,6 +102,9 @@ class World {
     std::vector<std::string> mIds;
     std::string mLastOpened;
     bool mIsInvited = false;
+    bool mRefusesWebSockets = false;
+    std::optional<unsigned> mInterruption;
+    bool mIsSettling = false;
     bool mIsActive = true;
     std::chrono::nanoseconds mLastPoll{};
     int mPendingTaps = 0;
