@@ -579,13 +579,8 @@ void World::settle() {
         checkWebSockets();
     }
     expect(hasCome(), "it does not recover");
-    // With the next round, or as soon as the connection is open; a request without an answer ends in a minute.
-    const auto isWaiting = [this] { return mState == State::sharing && !mMissing.empty(); };
-    for (int second = 0; second < 70 && (second == 0 || isWaiting()); ++second) {
-        wait(1s);
-        checkWebSockets();
-    }
-    if (mState == State::sharing) expect(mMissing.empty(), "a tag is lost");
+    wait(1s);
+    checkWebSockets();
     // Twice, as an invitation may be on its way.
     mIsInvited = false;
     for (int time = 0; time < 2; ++time) {
