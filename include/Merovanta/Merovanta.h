@@ -5,6 +5,7 @@
 #include <Merovanta/MerovantaCoBrowsing.h>
 #include <Merovanta/MerovantaConfiguration.h>
 #include <Merovanta/MerovantaPanoptra.h>
+#include <Merovanta/MerovantaPrivacy.h>
 #include <Merovanta/MerovantaUser.h>
 #include <Merovanta/MerovantaWebChat.h>
 
@@ -15,7 +16,7 @@ namespace merovanta {
 /// The library's front door.
 ///
 /// A toolkit's platform must have been initialised first (for Qt Quick: merovanta::quick::initialize());
-/// without one, every call but those of configuration() logs an error and does nothing.
+/// without one, every call but those of configuration() and privacy() logs an error and does nothing.
 class MEROVANTA_EXPORT Merovanta {
  public:
     Merovanta() = delete;
@@ -36,6 +37,7 @@ class MEROVANTA_EXPORT Merovanta {
     [[nodiscard]] static MerovantaCoBrowsing& coBrowsing();
     [[nodiscard]] static MerovantaWebChat& webChat();
     [[nodiscard]] static MerovantaUser& user();
+    [[nodiscard]] static MerovantaPrivacy& privacy();
 };
 
 }  // namespace merovanta

@@ -89,4 +89,9 @@ MerovantaPanoptra& Merovanta::panoptra() {
     return *facade;
 }
 
+MerovantaPrivacy& Merovanta::privacy() {
+    static auto* const facade = new MerovantaPrivacy();
+    return *facade;
+}
+
 }  // namespace merovanta

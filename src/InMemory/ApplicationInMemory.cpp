@@ -21,9 +21,13 @@ std::shared_ptr<ViewController> ApplicationInMemory::keyWindowRootViewController
     return ViewControllerInMemory::handle(root);
 }
 
-bool ApplicationInMemory::classExists(std::string_view name) {
-    if (root && root->view && isInTree(*root->view, name)) return true;
-    return std::find(classes.begin(), classes.end(), name) != classes.end();
+std::vector<bool> ApplicationInMemory::classesExist(const std::vector<std::string>& names) {
+    std::vector<bool> exist;
+    for (const std::string& name : names) {
+        const bool isShown = root && root->view && isInTree(*root->view, name);
+        exist.push_back(isShown || std::find(classes.begin(), classes.end(), name) != classes.end());
+    }
+    return exist;
 }
 
 }  // namespace merovanta::inmemory

@@ -17,7 +17,7 @@ class ApplicationInMemory : public Application {
     [[nodiscard]] Screen mainScreen() override { return screen; }
     [[nodiscard]] std::vector<std::string> preferredLanguages() override { return languages; }
     [[nodiscard]] std::optional<std::string> identifierForVendor() override { return vendorIdentifier; }
-    [[nodiscard]] bool classExists(std::string_view name) override;
+    [[nodiscard]] std::vector<bool> classesExist(const std::vector<std::string>& names) override;
 
     [[nodiscard]] bool exists() override { return isMade; }
     [[nodiscard]] bool isActive() override { return mIsActive; }

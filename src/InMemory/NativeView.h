@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Platform/Geometry.h"
+#include "Platform/MaskJudge.h"
 
 namespace merovanta::inmemory {
 
@@ -17,6 +19,12 @@ struct NativeView : std::enable_shared_from_this<NativeView> {
     /// The class, then the classes that it derives from.
     std::vector<std::string> classNames{"View"};
     long tag = 0;
+    /// The host's marks: whether the view is private, and whether taps in it are.
+    std::optional<bool> masked;
+    bool keepsTapsPrivate = false;
+    ViewContent content = ViewContent::plain;
+    /// Whether its subviews show only where they are in it.
+    bool clips = false;
     Rect frame;
     /// 0xffRRGGBB.
     std::uint32_t color = 0xFFFFFFFF;

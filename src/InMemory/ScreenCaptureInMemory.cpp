@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "InMemory/MaskWalkInMemory.h"
 #include "InMemory/ViewInMemory.h"
 
 namespace merovanta::inmemory {
@@ -13,15 +14,26 @@ std::size_t pixel(double points, double scale, std::size_t limit) {
     return static_cast<std::size_t>(std::clamp(std::round(points * scale), 0.0, static_cast<double>(limit)));
 }
 
-void draw(const NativeView& view, const Point& origin, double scale, PixelBuffer& pixels) {
-    const std::size_t left = pixel(origin.x, scale, pixels.width());
-    const std::size_t right = pixel(origin.x + view.frame.width, scale, pixels.width());
-    const std::size_t bottom = pixel(origin.y + view.frame.height, scale, pixels.height());
-    for (std::size_t y = pixel(origin.y, scale, pixels.height()); y < bottom; ++y) {
+/// A view's place in the picture, in points, and the part of the picture where it shows.
+struct Place {
+    Point origin;
+    Rect shown;
+};
+
+void draw(const NativeView& view, const Place& place, double scale, PixelBuffer& pixels) {
+    const Rect area =
+        intersection({place.origin.x, place.origin.y, view.frame.width, view.frame.height}, place.shown);
+    const std::size_t left = pixel(area.x, scale, pixels.width());
+    const std::size_t right = pixel(area.x + area.width, scale, pixels.width());
+    const std::size_t bottom = pixel(area.y + area.height, scale, pixels.height());
+    for (std::size_t y = pixel(area.y, scale, pixels.height()); left < right && y < bottom; ++y) {
         std::fill(pixels.row(y) + left, pixels.row(y) + right, view.color);
     }
     for (const auto& subview : view.subviews) {
-        draw(*subview, {origin.x + subview->frame.x, origin.y + subview->frame.y}, scale, pixels);
+        draw(*subview,
+             {{place.origin.x + subview->frame.x, place.origin.y + subview->frame.y},
+              view.clips ? area : place.shown},
+             scale, pixels);
     }
 }
 
@@ -39,19 +51,18 @@ std::uint64_t ScreenCaptureInMemory::paintSerial(const View& /*root*/) {
     return mApplication.paintSerial;
 }
 
-void ScreenCaptureInMemory::capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
-                                    Completion completion) {
+void ScreenCaptureInMemory::capture(std::shared_ptr<View> root, PixelBuffer buffer,
+                                    std::shared_ptr<MaskJudge> judge, Completion completion) {
     ++captures;
     std::optional<CapturedFrame> frame;
     const auto view = dynamic_cast<const ViewInMemory&>(*root).native();
-    auto areas = isShown(view, mApplication) ? masks() : std::nullopt;
-    if (areas) {
+    if (isShown(view, mApplication)) {
         const double scale = mApplication.screen.scale;
         buffer.resize(static_cast<std::size_t>(std::lround(view->frame.width * scale)),
                       static_cast<std::size_t>(std::lround(view->frame.height * scale)));
-        draw(*view, {}, scale, buffer);
+        draw(*view, {{}, {0, 0, view->frame.width, view->frame.height}}, scale, buffer);
         frame = CapturedFrame{.pixels = std::move(buffer),
-                              .masks = std::move(*areas),
+                              .masks = findMasks(view, scale, *judge),
                               .scale = scale,
                               .paintSerial = mApplication.paintSerial};
     }

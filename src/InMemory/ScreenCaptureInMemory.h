@@ -17,7 +17,7 @@ class ScreenCaptureInMemory : public ScreenCapture {
         : mTime(std::move(time)), mApplication(application) {}
 
     [[nodiscard]] std::uint64_t paintSerial(const View& root) override;
-    void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
+    void capture(std::shared_ptr<View> root, PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                  Completion completion) override;
 
     /// How many pictures were asked for.

@@ -16,6 +16,16 @@ Point originInWindow(std::shared_ptr<NativeView> view) {
     return origin;
 }
 
+bool isInPrivate(const NativeView& view, const Point& point) {
+    const bool isInside =
+        point.x >= 0 && point.y >= 0 && point.x < view.frame.width && point.y < view.frame.height;
+    if (isInside && view.keepsTapsPrivate) return true;
+    if (!isInside && view.clips) return false;
+    return std::any_of(view.subviews.begin(), view.subviews.end(), [&](const auto& subview) {
+        return isInPrivate(*subview, {point.x - subview->frame.x, point.y - subview->frame.y});
+    });
+}
+
 }  // namespace
 
 std::string ViewInMemory::className() const {
@@ -50,6 +60,11 @@ std::vector<std::shared_ptr<View>> ViewInMemory::subviews() const {
             handles.push_back(std::make_shared<ViewInMemory>(subview));
     }
     return handles;
+}
+
+bool ViewInMemory::keepsTapPrivate(const Point& point) const {
+    const auto view = native();
+    return view && isInPrivate(*view, point);
 }
 
 Rect ViewInMemory::convert(const Rect& rect, const View& target) const {

@@ -20,6 +20,7 @@ class ViewInMemory : public View {
     [[nodiscard]] Rect frame() const override;
     [[nodiscard]] Rect bounds() const override;
     [[nodiscard]] std::vector<std::shared_ptr<View>> subviews() const override;
+    [[nodiscard]] bool keepsTapPrivate(const Point& point) const override;
     [[nodiscard]] Rect convert(const Rect& rect, const View& target) const override;
 
     /// Null when dead.

@@ -63,9 +63,9 @@ class Application {
     /// device gives none.
     [[nodiscard]] virtual std::optional<std::string> identifierForVendor() = 0;
 
-    /// Whether any class known to the toolkit carries this name, as View::isKindOf understands it. A class of
-    /// which no object exists yet may be unknown. Also called from a mask provider, like View.
-    [[nodiscard]] virtual bool classExists(std::string_view name) = 0;
+    /// For each name whether any class known to the toolkit carries it, as View::isKindOf understands it. A
+    /// class of which no object exists yet may be unknown.
+    [[nodiscard]] virtual std::vector<bool> classesExist(const std::vector<std::string>& names) = 0;
 };
 
 }  // namespace merovanta

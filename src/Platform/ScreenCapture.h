@@ -6,17 +6,12 @@
 #include <optional>
 #include <vector>
 
-#include "Platform/Geometry.h"
+#include "Platform/MaskArea.h"
+#include "Platform/MaskJudge.h"
 #include "Platform/PixelBuffer.h"
 #include "Platform/View.h"
 
 namespace merovanta {
-
-/// A private area of the picture, in the captured view's points, and the view that it hides.
-struct MaskArea {
-    Rect rect;
-    std::shared_ptr<View> view;
-};
 
 /// Pixels and the private areas of exactly the geometry that the pixels show. Not fit to leave the process:
 /// only masking makes it so.
@@ -32,17 +27,13 @@ struct CapturedFrame {
 /// Takes pictures of a window's root view.
 class ScreenCapture {
  public:
-    /// Computes the private areas from the view tree as it stands; absent if it cannot, and then no frame may
-    /// be delivered. It only reads the tree and may log; it must be called while nothing can change the tree.
-    using MaskProvider = std::function<std::optional<std::vector<MaskArea>>()>;
-
     /// Receives the frame, or nothing if there is none to be had.
     using Completion = std::function<void(std::optional<CapturedFrame>)>;
 
     virtual ~ScreenCapture() = default;
 
     /// A number that changes whenever the window of this view has painted anything since the number was last
-    /// asked for, or anything has changed that a mask provider reads, and stays the same on an idle screen.
+    /// asked for, or a tag or a mark of privacy has changed, and stays the same on an idle screen.
     /// Cheap: a tick on an idle screen costs this and nothing else. Capturing does not by itself make the
     /// number differ from the captured frame's. Thread: main.
     [[nodiscard]] virtual std::uint64_t paintSerial(const View& root) = 0;
@@ -50,13 +41,14 @@ class ScreenCapture {
     /// Takes one picture of the whole view at the screen's scale. The buffer given is reused for the pixels
     /// unless the toolkit hands over memory of its own.
     ///
-    /// The mask provider is called once, at the moment whose geometry the pixels show: on the main thread, or
-    /// on a render thread while the main thread is blocked. The completion is called exactly once, on the
-    /// main thread, possibly before capture() returns; with nothing if the view is gone or hidden, the
-    /// provider answered with nothing, or anything moved a masked view between the provider's call and the
-    /// pixels. One capture is in flight at most; the caller waits for the completion before the next. Thread:
-    /// main.
-    virtual void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
+    /// The judge is asked once about the whole window, at the moment whose geometry the pixels show: on the
+    /// main thread, or on a render thread while the main thread is blocked. The frame's areas cover what the
+    /// private views take up in the picture, rounded outwards; an area that cannot be told is the whole
+    /// picture. The completion is called exactly once, on the main thread, possibly before capture() returns;
+    /// with nothing if the view is gone or hidden, or anything moved a masked view between the judge's
+    /// verdict and the pixels. One capture is in flight at most; the caller waits for the completion before
+    /// the next. Thread: main.
+    virtual void capture(std::shared_ptr<View> root, PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                          Completion completion) = 0;
 };
 

@@ -15,7 +15,7 @@ namespace merovanta {
 /// answers isAlive() with false, has an empty frame and no subviews. Handles may be kept and copied by
 /// shared_ptr.
 ///
-/// Thread: the main thread; or, inside a ScreenCapture's mask provider, the thread that runs the provider
+/// Thread: the main thread; or, inside a MaskJudge's calls, the thread that makes them
 /// while the main thread stands still.
 class View {
  public:
@@ -42,6 +42,9 @@ class View {
 
     /// Back to front, in painting order.
     [[nodiscard]] virtual std::vector<std::shared_ptr<View>> subviews() const = 0;
+
+    /// Whether this place, in the view's own coordinates, lies in a view whose taps the host keeps private.
+    [[nodiscard]] virtual bool keepsTapPrivate(const Point& point) const = 0;
 
     /// The rectangle, given in this view's coordinates, in those of the target: the smallest upright
     /// rectangle around the result if a transform lies between. Empty if either is dead.

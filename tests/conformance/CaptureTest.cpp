@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <atomic>
 
 #include "Harness.h"
@@ -8,45 +9,73 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// Finds everything with this tag private, and paints its frame too.
+class TagJudge : public MaskJudge {
+ public:
+    explicit TagJudge(long tag) : mTag(tag) {}
+
+    void begin(bool /*anyMarked*/) override { ++walks; }
+    [[nodiscard]] std::optional<std::size_t> classEntry(std::string_view) const override {
+        return std::nullopt;
+    }
+    [[nodiscard]] MaskVerdict enter(const ViewTraits& view) override {
+        ++mDepth;
+        if (view.tag == mTag) mPrivateDepth = std::min(mPrivateDepth, mDepth);
+        MaskVerdict verdict{.paintsFixed = view.tag == mTag, .isNamed = view.tag == mTag};
+        if (mDepth >= mPrivateDepth) verdict.reason = MaskReason{.kind = MaskReason::Kind::tag};
+        return verdict;
+    }
+    void leave() override {
+        if (mDepth == mPrivateDepth) mPrivateDepth = 1000;
+        --mDepth;
+    }
+
+    std::atomic<int> walks{0};
+
+ private:
+    long mTag;
+    int mDepth = 0;
+    int mPrivateDepth = 1000;
+};
+
 struct Outcome {
-    std::atomic<int> providerCalls{0};
     int completions = 0;
     std::optional<CapturedFrame> frame;
 };
 
 class Capture : public ConformanceTest {
  protected:
-    std::shared_ptr<Outcome> begin(const std::shared_ptr<View>& of, ScreenCapture::MaskProvider masks,
-                                   PixelBuffer buffer = {}) {
+    std::shared_ptr<Outcome> begin(const std::shared_ptr<View>& of, PixelBuffer buffer = {}) {
         auto outcome = std::make_shared<Outcome>();
-        platform().screenCapture().capture(
-            of, std::move(buffer),
-            [outcome, masks = std::move(masks)] {
-                ++outcome->providerCalls;
-                return masks();
-            },
-            [this, outcome](std::optional<CapturedFrame> frame) {
-                EXPECT_TRUE(isOnMain());
-                ++outcome->completions;
-                outcome->frame = std::move(frame);
-            });
+        judge = std::make_shared<TagJudge>(2);
+        platform().screenCapture().capture(of, std::move(buffer), judge,
+                                           [this, outcome](std::optional<CapturedFrame> frame) {
+                                               EXPECT_TRUE(isOnMain());
+                                               ++outcome->completions;
+                                               outcome->frame = std::move(frame);
+                                           });
         return outcome;
     }
 
-    std::optional<CapturedFrame> capture(const std::shared_ptr<View>& of, ScreenCapture::MaskProvider masks,
-                                         PixelBuffer buffer = {}) {
-        const auto outcome = begin(of, std::move(masks), std::move(buffer));
+    /// A picture in which the secret field is private.
+    std::optional<CapturedFrame> capture(const std::shared_ptr<View>& of, PixelBuffer buffer = {}) {
+        const auto outcome = begin(of, std::move(buffer));
         EXPECT_TRUE(passUntil([&] { return outcome->completions > 0; }));
-        EXPECT_LE(outcome->providerCalls, 1);
+        EXPECT_LE(judge->walks, 1);
         return std::move(outcome->frame);
     }
 
-    /// Masks the secret field where it is.
-    ScreenCapture::MaskProvider secret() {
-        return [screen = root(), hidden = view(2)] {
-            return std::vector<MaskArea>{{hidden->convert(hidden->bounds(), *screen), hidden}};
-        };
+    /// The one area of this kind.
+    static Rect maskOf(const CapturedFrame& frame, MaskArea::Kind kind) {
+        std::vector<Rect> rects;
+        for (const MaskArea& area : frame.masks) {
+            if (area.kind == kind) rects.push_back(area.rect);
+        }
+        EXPECT_EQ(rects.size(), 1);
+        return rects.empty() ? Rect() : rects.front();
     }
+
+    std::shared_ptr<TagJudge> judge;
 
     std::uint64_t serial() { return platform().screenCapture().paintSerial(*root()); }
 };
@@ -58,7 +87,7 @@ std::uint32_t colorAt(const CapturedFrame& frame, double x, double y) {
 
 TEST_F(Capture, ShowsTheViewsAndMasksOfOneFrameAtTheScreensScale) {
     harness->show(Page::views);
-    const auto frame = capture(root(), secret());
+    const auto frame = capture(root());
     ASSERT_TRUE(frame);
     const double scale = platform().application().mainScreen().scale;
     EXPECT_EQ(frame->scale, scale);
@@ -69,9 +98,13 @@ TEST_F(Capture, ShowsTheViewsAndMasksOfOneFrameAtTheScreensScale) {
     EXPECT_EQ(colorAt(*frame, 31, 61), red);
     EXPECT_EQ(colorAt(*frame, 88, 72), green) << "in front of the red one";
     EXPECT_EQ(colorAt(*frame, 119, 301), grey);
-    ASSERT_EQ(frame->masks.size(), 1);
-    EXPECT_EQ(frame->masks[0].rect, (Rect{30, 60, 60, 30}));
-    EXPECT_EQ(frame->masks[0].view->identity(), view(2)->identity());
+    // Its frame, taken as if it were in its own coordinates.
+    EXPECT_EQ(maskOf(*frame, MaskArea::Kind::fixed), (Rect{40, 80, 60, 30}));
+    const Rect mask = maskOf(*frame, MaskArea::Kind::cover);
+    EXPECT_NEAR(mask.x, 30 * scale, 2);
+    EXPECT_NEAR(mask.y, 60 * scale, 2);
+    EXPECT_NEAR(mask.x + mask.width, 90 * scale, 2);
+    EXPECT_NEAR(mask.y + mask.height, 90 * scale, 2);
 }
 
 TEST_F(Capture, TheMasksCoverWhatMovesBetweenPaints) {
@@ -80,12 +113,14 @@ TEST_F(Capture, TheMasksCoverWhatMovesBetweenPaints) {
     int delivered = 0;
     for (int step = 0; step < 20; ++step) {
         harness->move(2, {step * 7.0, step * 8.0});
-        auto frame = capture(root(), secret(), std::move(buffer));
+        auto frame = capture(root(), std::move(buffer));
         buffer = {};
         if (!frame) continue;
         ++delivered;
         int seen = 0;
-        const Rect mask = frame->masks.at(0).rect;
+        const Rect pixels = maskOf(*frame, MaskArea::Kind::cover);
+        const double scale = frame->scale;
+        const Rect mask{pixels.x / scale, pixels.y / scale, pixels.width / scale, pixels.height / scale};
         for (int place = 0; place < 300 * 400; ++place) {
             const int row = place / 300;
             const double x = place % 300 + 0.5;
@@ -109,7 +144,7 @@ TEST_F(Capture, TheSerialChangesWithEachPaintAndOnlyThen) {
     harness->pass(200ms);
     EXPECT_EQ(serial(), first) << "an idle screen";
 
-    const auto frame = capture(root(), secret());
+    const auto frame = capture(root());
     ASSERT_TRUE(frame);
     harness->pass(200ms);
     EXPECT_EQ(serial(), frame->paintSerial) << "a picture makes nothing look painted";
@@ -117,39 +152,38 @@ TEST_F(Capture, TheSerialChangesWithEachPaintAndOnlyThen) {
     harness->move(2, {50, 60});
     harness->paint();
     EXPECT_NE(serial(), frame->paintSerial);
-    const auto next = capture(root(), secret());
+    const auto next = capture(root());
     ASSERT_TRUE(next);
     EXPECT_NE(next->paintSerial, frame->paintSerial);
 }
 
 TEST_F(Capture, ShowsNothingOldInAReusedBuffer) {
     harness->show(Page::views);
-    auto first = capture(root(), secret());
+    auto first = capture(root());
     ASSERT_TRUE(first);
     harness->move(2, {50, 60});
     harness->paint();
-    const auto second = capture(root(), secret(), std::move(first->pixels));
+    const auto second = capture(root(), std::move(first->pixels));
     ASSERT_TRUE(second);
     EXPECT_EQ(colorAt(*second, 31, 61), blue) << "the old picture is gone";
     EXPECT_EQ(colorAt(*second, 71, 120), red);
 }
 
-TEST_F(Capture, GivesNothingWithoutMasksOrAWindowAndCompletesOnce) {
+TEST_F(Capture, GivesNothingWithoutAWindowAndCompletesOnce) {
     harness->show(Page::views);
     const auto screen = root();
-    const auto masks = secret();
-    EXPECT_FALSE(capture(screen, [] { return std::nullopt; }));
-    EXPECT_TRUE(capture(screen, masks)) << "and all is well again";
+    EXPECT_TRUE(capture(screen));
+    EXPECT_EQ(judge->walks, 1);
     harness->hide();
-    EXPECT_FALSE(capture(screen, masks));
+    EXPECT_FALSE(capture(screen));
     harness->show(Page::views);
     const auto gone = root();
-    const auto outcome = begin(gone, secret());
+    const auto outcome = begin(gone);
     harness->close();
     ASSERT_TRUE(passUntil([&] { return outcome->completions > 0; }));
     harness->pass(100ms);
     EXPECT_EQ(outcome->completions, 1);
-    EXPECT_FALSE(capture(gone, [] { return std::vector<MaskArea>(); }));
+    EXPECT_FALSE(capture(gone));
     static_cast<void>(platform().screenCapture().paintSerial(*gone));
 }
 

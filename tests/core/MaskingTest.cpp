@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 
 #include "General/Panoptra/Monitoring/MaskedFrame.h"
+#include "General/Panoptra/Privacy/PrivacyJudge.h"
 #include "General/Panoptra/Util/PrivacyUtils.h"
-#include "InMemory/ViewInMemory.h"
+#include "InMemory/MaskWalkInMemory.h"
 #include "support/LibraryTest.h"
 #include "support/Picture.h"
 
@@ -10,7 +11,6 @@ namespace merovanta::testing {
 namespace {
 
 using inmemory::NativeView;
-using inmemory::ViewInMemory;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -21,12 +21,38 @@ constexpr std::uint32_t black = 0xFF000000;
 
 class MaskingTest : public LibraryTest {
  protected:
-    [[nodiscard]] std::vector<Rect> areas(const IOSConfig& lists) const {
+    MaskingTest() { Merovanta::privacy().setFixedRectangles(true); }
+
+    ~MaskingTest() override {
+        Merovanta::privacy().setMaskTextInputs(false);
+        Merovanta::privacy().setMaskTexts(false);
+        Merovanta::privacy().setMaskPictures(false);
+        Merovanta::privacy().setFixedRectangles(true);
+    }
+
+    static PrivacyJudge judgeOf(IOSConfig lists, const PrivacySettings& settings = {}) {
+        return PrivacyJudge(std::make_shared<PrivacyRules>(std::move(lists), settings));
+    }
+
+    [[nodiscard]] std::vector<Rect> areasOf(PrivacyJudge& judge, MaskArea::Kind kind) const {
         std::vector<Rect> rects;
-        const auto found = PrivacyUtils::maskAreas(std::make_shared<ViewInMemory>(screen), lists);
-        for (const auto& area : found.value())
-            rects.push_back(area.rect);
+        for (const auto& area : inmemory::findMasks(screen, 1, judge)) {
+            if (area.kind == kind) rects.push_back(area.rect);
+        }
         return rects;
+    }
+
+    /// The rectangles of the service's own rule.
+    [[nodiscard]] std::vector<Rect> areas(const IOSConfig& lists) const {
+        auto judge = judgeOf(lists);
+        return areasOf(judge, MaskArea::Kind::fixed);
+    }
+
+    /// Where the views are.
+    [[nodiscard]] std::vector<Rect> covered(const IOSConfig& lists,
+                                            const PrivacySettings& settings = {}) const {
+        auto judge = judgeOf(lists, settings);
+        return areasOf(judge, MaskArea::Kind::cover);
     }
 
     /// A private view that fills a wrapper of its own, as hosts lay them out.
@@ -55,14 +81,20 @@ TEST_F(MaskingTest, FindsTheFirstViewWithATagAndAllViewsOfAClass) {
     EXPECT_THAT(areas({{}, {"Secret"}}), ElementsAre(Rect{10, 20, 100, 40}, Rect{10, 220, 100, 40},
                                                      Rect{10, 800, 50, 50}, Rect{7, 404, 3, 4}));
     EXPECT_THAT(areas({{"13"}, {}}), IsEmpty());
+
+    // Each of them is covered where it is, those besides that the rule leaves out.
+    EXPECT_THAT(covered({{"12"}, {}}), ElementsAre(Rect{10, 20, 100, 40}, Rect{10, 220, 100, 40}));
+    EXPECT_THAT(covered({{}, {"Secret"}}), ElementsAre(Rect{10, 20, 100, 40}, Rect{10, 220, 100, 40},
+                                                       Rect{5, 400, 50, 50}, Rect{6, 402, 3, 4}));
 }
 
 TEST_F(MaskingTest, BadEntriesAreLoggedAndSkipped) {
     addPrivate({10, 20, 100, 40}, 12);
     platform->app.classes = {"Known"};
-    EXPECT_THAT(
-        areas({{"12a", "", " 12", "0x0C", "99999999999999999999", "+12"}, {"Unknown", "Known", "Field"}}),
-        SizeIs(2));
+    auto judge =
+        judgeOf({{"12a", "", " 12", "0x0C", "99999999999999999999", "+12"}, {"Unknown", "Known", "Field"}});
+    EXPECT_THAT(areasOf(judge, MaskArea::Kind::fixed), SizeIs(2));
+    PrivacyUtils::logBadEntries(judge);
     EXPECT_THAT(log.lines("[WARNING] PrivacyUtils: Cannot convert tag to integer"), SizeIs(5));
     EXPECT_THAT(log.lines("[WARNING] PrivacyUtils: Cannot convert class name to class"), SizeIs(1));
 }
@@ -72,7 +104,7 @@ TEST_F(MaskingTest, OnlyTheOriginIsDividedByTheScale) {
     pixels.resize(600, 300);
     for (std::size_t y = 0; y < 300; ++y)
         std::fill_n(pixels.row(y), 600, white);
-    const MaskedFrame masked({.pixels = pixels, .masks = {{Rect{30, 60, 100, 40}, nullptr}}, .scale = 3});
+    const MaskedFrame masked({.pixels = pixels, .masks = {{Rect{30, 60, 100, 40}}}, .scale = 3});
     std::size_t blackPixels = 0;
     for (std::size_t y = 0; y < 300; ++y) {
         blackPixels +=
@@ -155,14 +187,58 @@ TEST_F(MaskingTest, APictureThatWasUnderWayAtAStopIsNeverSent) {
     expectNoSentinelLeft();
 }
 
-TEST_F(MaskingTest, AScreenThatDiesDuringTheCaptureGivesNoPicture) {
-    auto native = NativeView::make({}, white);
-    const auto view = std::make_shared<ViewInMemory>(native);
-    EXPECT_TRUE(PrivacyUtils::maskAreas(view, {}));
-    native.reset();
-    EXPECT_FALSE(PrivacyUtils::maskAreas(view, {}));
-    EXPECT_FALSE(PrivacyUtils::maskAreas(nullptr, {}));
+TEST_F(MaskingTest, TheRuleAndThePlaceArePaintedUnlessTheHostWantsThePlaceAlone) {
+    service.initReply["ios"]["blacklist"] = {"12"};
+    platform->app.screen.scale = 3;
+    // By the rule the rectangle lies at (60, 240) / 3 in points; the view lies at (30, 120).
+    const auto view = screen->add(NativeView::make({30, 120, 90, 60}, sentinel));
+    view->tag = 12;
+    Merovanta::privacy().setFixedRectangles(true);
+    startSession();
+    const auto isBlackAt = [this](std::size_t x, std::size_t y) {
+        // The picture has a third of the pixels: one a point.
+        return Picture(service.screenshots().back()).isAbout(x, y, black);
+    };
+    ASSERT_FALSE(service.screenshots().empty());
+    EXPECT_TRUE(isBlackAt(75, 150)) << "where the view is";
+    EXPECT_TRUE(isBlackAt(25, 100)) << "by the rule";
+    EXPECT_FALSE(isBlackAt(15, 60));
+    expectNoSentinelLeft();
+
+    // A choice in the middle of a session is for the next one.
+    Merovanta::privacy().setFixedRectangles(false);
+    paint(0xFFFFFF00);
+    advance(1s);
+    EXPECT_TRUE(isBlackAt(25, 100));
+    Merovanta::panoptra().stop();
+    startSession();
+    EXPECT_FALSE(isBlackAt(25, 100));
+    EXPECT_TRUE(isBlackAt(75, 150));
+    expectNoSentinelLeft();
 }
 
+TEST_F(MaskingTest, MarksHoldForWhatIsInAViewUntilTheNextMarkAndYieldToTheLists) {
+    const auto page = screen->add(NativeView::make({0, 0, 300, 300}, white));
+    const auto button = page->add(NativeView::make({10, 10, 50, 20}, white));
+    const auto label = button->add(NativeView::make({10, 5, 20, 10}, white));
+    const auto listed = page->add(NativeView::make({100, 10, 50, 20}, white));
+    const auto inListed = listed->add(NativeView::make({10, 5, 20, 10}, white));
+    listed->tag = 5;
+    page->masked = true;
+    button->masked = false;
+    inListed->masked = false;
+    label->content = ViewContent::text;
+    const auto count = [&](MaskArea::Kind kind) {
+        auto judge = judgeOf({{"5"}, {}});
+        return areasOf(judge, kind).size();
+    };
+    EXPECT_EQ(count(MaskArea::Kind::backdrop), 1) << "the page";
+    EXPECT_EQ(count(MaskArea::Kind::exempt), 2) << "the button and what is in it";
+    EXPECT_EQ(count(MaskArea::Kind::cover), 2)
+        << "the listed view, and what is in it, whatever its mark says";
+    label->masked = true;
+    EXPECT_EQ(count(MaskArea::Kind::cover), 2) << "one colour";
+    EXPECT_EQ(count(MaskArea::Kind::exempt), 1);
+}
 }  // namespace
 }  // namespace merovanta::testing

@@ -3,126 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <QtQuick/QSGRendererInterface>
-#include <algorithm>
 #include <atomic>
-#include <cmath>
 
+#include "Film.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Scene.h"
 
 using namespace merovanta;
 using merovanta::test::eventually;
+using merovanta::test::film;
 using merovanta::test::Scene;
+using merovanta::test::secrets;
+using merovanta::test::takePicture;
 
 namespace {
-
-constexpr std::uint32_t black = 0xff000000U;
-
-ScreenCapture& capturer() {
-    return platform::current().screenCapture();
-}
-
-/// Masks every view with tag 7 where it is.
-std::vector<MaskArea> masksBelow(const std::shared_ptr<View>& view, const View& root) {
-    std::vector<MaskArea> masks;
-    if (view->tag() == 7) masks.push_back({view->convert(view->bounds(), root), view});
-    for (const auto& child : view->subviews()) {
-        for (auto& mask : masksBelow(child, root))
-            masks.push_back(std::move(mask));
-    }
-    return masks;
-}
-
-ScreenCapture::MaskProvider maskSecrets(const std::shared_ptr<View>& root) {
-    return [root] { return std::optional(masksBelow(root, *root)); };
-}
-
-struct Outcome {
-    int completions = 0;
-    std::optional<CapturedFrame> frame;
-};
-
-std::shared_ptr<Outcome> begin(const std::shared_ptr<View>& root, ScreenCapture::MaskProvider masks,
-                               PixelBuffer buffer = {}) {
-    auto outcome = std::make_shared<Outcome>();
-    capturer().capture(root, std::move(buffer), std::move(masks),
-                       [outcome](std::optional<CapturedFrame> frame) {
-                           EXPECT_TRUE(platform::current().mainQueue().isCurrent());
-                           ++outcome->completions;
-                           outcome->frame = std::move(frame);
-                       });
-    return outcome;
-}
-
-std::optional<CapturedFrame> capture(const std::shared_ptr<View>& root, ScreenCapture::MaskProvider masks,
-                                     PixelBuffer buffer = {}) {
-    const auto outcome = begin(root, std::move(masks), std::move(buffer));
-    EXPECT_TRUE(eventually([&] { return outcome->completions > 0; }));
-    EXPECT_EQ(outcome->completions, 1);
-    return std::move(outcome->frame);
-}
-
-/// Paints the masks, a pixel wider all round: renderers round edges to either side.
-void blacken(CapturedFrame& frame) {
-    PixelBuffer& pixels = frame.pixels;
-    const auto clamp = [](double value, std::size_t limit) {
-        return static_cast<std::size_t>(std::clamp(value, 0.0, static_cast<double>(limit)));
-    };
-    for (const MaskArea& mask : frame.masks) {
-        const Rect& rect = mask.rect;
-        const auto left = clamp(std::floor(rect.x * frame.scale) - 1, pixels.width());
-        const auto top = clamp(std::floor(rect.y * frame.scale) - 1, pixels.height());
-        const auto right = clamp(std::ceil((rect.x + rect.width) * frame.scale) + 1, pixels.width());
-        const auto bottom = clamp(std::ceil((rect.y + rect.height) * frame.scale) + 1, pixels.height());
-        for (auto y = top; y < bottom; ++y)
-            std::fill(pixels.row(y) + left, pixels.row(y) + right, black);
-    }
-}
-
-int secretPixels(const PixelBuffer& pixels) {
-    int count = 0;
-    for (std::size_t y = 0; y < pixels.height(); ++y) {
-        for (std::size_t x = 0; x < pixels.width(); ++x) {
-            const std::uint32_t word = pixels.row(y)[x];
-            const auto red = (word >> 16U) & 0xffU;
-            const auto green = (word >> 8U) & 0xffU;
-            const auto blue = word & 0xffU;
-            if (red > green + 60 && blue > green + 60) ++count;
-        }
-    }
-    return count;
-}
-
-struct Tally {
-    int delivered = 0;
-    int leaked = 0;
-    int masked = 0;
-};
-
-/// Takes pictures as often as possible; the step runs before each.
-template <typename Step>
-Tally film(Scene& scene, int attempts, Step step) {
-    Tally tally;
-    PixelBuffer buffer;
-    const auto root = scene.root();
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        step(attempt);
-        QTest::qWait(3);
-        auto frame = capture(root, maskSecrets(root), std::move(buffer));
-        buffer = {};
-        if (!frame) continue;
-        ++tally.delivered;
-        if (secretPixels(frame->pixels) > 0) ++tally.masked;
-        blacken(*frame);
-        if (secretPixels(frame->pixels) > 0) ++tally.leaked;
-        buffer = std::move(frame->pixels);
-    }
-    return tally;
-}
-
-Tally film(Scene& scene, int attempts) {
-    return film(scene, attempts, [](int) {});
-}
 
 constexpr auto quadrants = R"(Window {
     color: "#102030"
@@ -136,7 +30,7 @@ TEST(ScreenCapture, BlendsOverTheWindowsColor) {
     if (QGuiApplication::platformName() == u"xcb") {
         ASSERT_EQ(scene.window().rendererInterface()->graphicsApi(), QSGRendererInterface::OpenGL);
     }
-    const auto frame = capture(scene.root(), maskSecrets(scene.root()));
+    const auto frame = takePicture(scene.root(), secrets());
     ASSERT_TRUE(frame);
     const auto at = [&](int x, int y) {
         return frame->pixels.row(
@@ -148,49 +42,65 @@ TEST(ScreenCapture, BlendsOverTheWindowsColor) {
     EXPECT_NEAR(static_cast<int>(mixed & 0xffU), (0x30 + 0xff) / 2.0, 2);
 }
 
-TEST(ScreenCapture, AsksForMasksOnceWhileTheTreeStandsStill) {
-    Scene scene(quadrants);
-    const auto root = scene.root();
-    std::atomic<int> calls{0};
-    const auto frame = capture(root, [&] {
-        ++calls;
-        const auto before = ViewUtils::viewWithTag(root, 7)->frame();
+/// Looks around while it judges.
+class CuriousJudge : public MaskJudge {
+ public:
+    explicit CuriousJudge(Scene& scene) : mScene(scene), mRoot(scene.root()) {}
+
+    void begin(bool /*anyMarked*/) override {
+        ++walks;
+        const auto before = ViewUtils::viewWithTag(mRoot, 7)->frame();
         // Would happen at once, were the main thread free.
-        platform::current().mainQueue().async([&] { scene.item("secret")->setX(200); });
+        platform::current().mainQueue().async([this] { mScene.item("secret")->setX(200); });
         QThread::msleep(30);
-        EXPECT_EQ(ViewUtils::viewWithTag(root, 7)->frame(), before);
-        return std::optional(masksBelow(root, *root));
-    });
-    EXPECT_EQ(calls, 1);
+        EXPECT_EQ(ViewUtils::viewWithTag(mRoot, 7)->frame(), before);
+    }
+    [[nodiscard]] std::optional<std::size_t> classEntry(std::string_view) const override {
+        return std::nullopt;
+    }
+    [[nodiscard]] MaskVerdict enter(const ViewTraits& view) override {
+        return {.paintsFixed = view.tag == 7};
+    }
+    void leave() override {}
+
+    std::atomic<int> walks{0};
+
+ private:
+    Scene& mScene;
+    std::shared_ptr<View> mRoot;
+};
+
+TEST(ScreenCapture, JudgesOnceWhileTheTreeStandsStill) {
+    Scene scene(quadrants);
+    const auto judge = std::make_shared<CuriousJudge>(scene);
+    const auto frame = takePicture(scene.root(), judge);
+    EXPECT_EQ(judge->walks, 1);
     ASSERT_TRUE(frame);
-    EXPECT_EQ(frame->masks[0].rect.x, 20);
+    EXPECT_EQ(frame->masks.at(0).rect.x, 40) << "by the service's rule";
     EXPECT_TRUE(eventually([&] { return scene.item("secret")->x() == 200; }));
 }
 
 TEST(ScreenCapture, DeliversNothingForUnknownViews) {
     Scene scene(quadrants);
     const auto root = scene.root();
-    const auto unknown = [] { return std::optional(std::vector<MaskArea>{{Rect{}, nullptr}}); };
-    EXPECT_FALSE(capture(root, unknown)) << "nobody knows whether that view moved";
-    EXPECT_FALSE(capture(ViewUtils::viewWithTag(root, 7), maskSecrets(root))) << "no window's content";
+    EXPECT_FALSE(takePicture(ViewUtils::viewWithTag(root, 7), secrets())) << "no window's content";
 }
 
 TEST(ScreenCapture, EndsWhenTheWindowHides) {
     Scene scene(quadrants);
     const auto root = scene.root();
-    const auto masks = maskSecrets(root);
-    ASSERT_TRUE(capture(root, masks));
+    ASSERT_TRUE(takePicture(root, secrets()));
     const auto isReadBack = QGuiApplication::platformName() == u"xcb";
 
-    const auto outcome = begin(root, masks);
+    const auto outcome = merovanta::test::beginPicture(root, secrets());
     scene.window().hide();
     EXPECT_TRUE(eventually([&] { return outcome->completions == 1; }));
     EXPECT_EQ(outcome->frame.has_value(), !isReadBack);
-    EXPECT_FALSE(capture(root, masks)) << "hidden";
+    EXPECT_FALSE(takePicture(root, secrets())) << "hidden";
 
     scene.window().show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&scene.window()));
-    EXPECT_TRUE(eventually([&] { return capture(root, masks).has_value(); })) << "shown again";
+    EXPECT_TRUE(eventually([&] { return takePicture(root, secrets()).has_value(); })) << "shown again";
 }
 
 TEST(ScreenCapture, KeepsUpWithAWindowThatIsResized) {
@@ -199,6 +109,13 @@ TEST(ScreenCapture, KeepsUpWithAWindowThatIsResized) {
         film(scene, 60, [&](int attempt) { scene.window().resize(300 + attempt, 400 + (attempt % 7) * 10); });
     EXPECT_EQ(tally.leaked, 0);
     EXPECT_GT(tally.delivered, 0);
+}
+
+/// How many areas the next picture covers.
+std::size_t countMasks(Scene& scene) {
+    QTest::qWait(50);
+    const auto frame = takePicture(scene.root(), secrets());
+    return frame ? frame->masks.size() : 0;
 }
 
 constexpr int attempts = 200;
@@ -243,9 +160,9 @@ TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
     Scene scene(R"(Window {
         SecretField { objectName: "secret"; visible: false; x: 20; y: 40 }
     })");
-    EXPECT_TRUE(masksBelow(scene.root(), *scene.root()).empty());
+    EXPECT_EQ(countMasks(scene), 0);
     scene.item("secret")->setVisible(true);
-    EXPECT_EQ(masksBelow(scene.root(), *scene.root()).size(), 1);
+    EXPECT_EQ(countMasks(scene), 1);
 
     Scene rows(R"(Window {
         Item { layer.enabled: true; width: 9; height: 9; Item { visible: false; SecretField {} } }
@@ -262,7 +179,7 @@ TEST(ScreenCaptureMasks, SpareWhatIsNotShown) {
     EXPECT_TRUE(eventually([&] { return all().size() > 10; })) << "rows are made in advance";
     rows.item("list")->setProperty("contentY", 500);
     QTest::qWait(50);
-    const auto masked = masksBelow(rows.root(), *rows.root()).size();
+    const auto masked = countMasks(rows);
     EXPECT_GE(masked, 2);
     EXPECT_LE(masked, 4) << "those out of sight hide no others";
 }

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "EarlyBird.h"
+#include "General/Panoptra/Privacy/PrivacyJudge.h"
 #include "RogueServer.h"
 #include "Scene.h"
 #include "qt/SocketPeerQt.h"
@@ -51,7 +52,7 @@ void useEverything() {
     current().application().keyWindowRootViewController();
     current().application().identifierForVendor();
     current().application().mainScreen();
-    current().application().classExists("Item");
+    static_cast<void>(current().application().classesExist({"Item"}));
 }
 
 /// The application ends while every port is busy, and they are used once more when it is gone.
@@ -63,6 +64,8 @@ int endInTheMiddle(int argc, char** argv) {
     std::unique_ptr<merovanta::CoverView> cover;
     std::unique_ptr<merovanta::WebView> webView;
     std::unique_ptr<merovanta::DocumentPreview> preview;
+    const auto judge = std::make_shared<merovanta::PrivacyJudge>(
+        std::make_shared<merovanta::PrivacyRules>(std::nullopt, merovanta::PrivacySettings()));
     {
         const QGuiApplication application(argc, argv);
         merovanta::test::Scene scene("ApplicationWindow {}");
@@ -89,17 +92,15 @@ int endInTheMiddle(int argc, char** argv) {
         preview->present(*scene.controller(), MEROVANTA_TEST_CERTIFICATE);
         webView->evaluateJavaScript("1", [](const auto&) {});
         useEverything();
-        current().screenCapture().capture(
-            view, {}, [] { return std::vector<merovanta::MaskArea>(); },
-            [](const std::optional<merovanta::CapturedFrame>&) {});
+        current().screenCapture().capture(view, {}, judge,
+                                          [](const std::optional<merovanta::CapturedFrame>&) {});
     }
     socket->write("late");
     socket->disconnect(1000);
     webView->load("http://127.0.0.1:1/");
     webView->evaluateJavaScript("1", [](const auto&) { std::abort(); });
     useEverything();
-    current().screenCapture().capture(
-        view, {}, [] { return std::nullopt; }, [](const auto&) {});
+    current().screenCapture().capture(view, {}, judge, [](const auto&) {});
     auto late = current().timers().schedule(std::chrono::milliseconds(1), false, [] {});
     return 0;
 }

@@ -24,15 +24,21 @@ Picture::Picture(const std::string& jpeg) {
 }
 
 bool Picture::containsAbout(std::uint32_t color) const {
-    constexpr int tolerance = 60;
-    for (std::size_t i = 0; i < mPixels.size(); i += 4) {
-        const int blue = mPixels[i] - static_cast<int>(color & 0xFF);
-        const int green = mPixels[i + 1] - static_cast<int>(color >> 8 & 0xFF);
-        const int red = mPixels[i + 2] - static_cast<int>(color >> 16 & 0xFF);
-        if (std::abs(blue) < tolerance && std::abs(green) < tolerance && std::abs(red) < tolerance)
-            return true;
+    for (std::size_t y = 0; y < static_cast<std::size_t>(mHeight); ++y) {
+        for (std::size_t x = 0; x < static_cast<std::size_t>(mWidth); ++x) {
+            if (isAbout(x, y, color)) return true;
+        }
     }
     return false;
+}
+
+bool Picture::isAbout(std::size_t x, std::size_t y, std::uint32_t color) const {
+    constexpr int tolerance = 60;
+    const std::size_t i = (y * static_cast<std::size_t>(mWidth) + x) * 4;
+    const int blue = mPixels.at(i) - static_cast<int>(color & 0xFF);
+    const int green = mPixels.at(i + 1) - static_cast<int>(color >> 8 & 0xFF);
+    const int red = mPixels.at(i + 2) - static_cast<int>(color >> 16 & 0xFF);
+    return std::abs(blue) < tolerance && std::abs(green) < tolerance && std::abs(red) < tolerance;
 }
 
 int Picture::firstQuantizer(const std::string& jpeg) {

@@ -17,6 +17,9 @@ class Picture {
     /// Whether any pixel is this colour (0xffRRGGBB), give or take what the compression does to it.
     [[nodiscard]] bool containsAbout(std::uint32_t color) const;
 
+    /// Whether the pixel is this colour, likewise.
+    [[nodiscard]] bool isAbout(std::size_t x, std::size_t y, std::uint32_t color) const;
+
     /// The first entry of a JPEG's first quantisation table, which tells its quality.
     [[nodiscard]] static int firstQuantizer(const std::string& jpeg);
 

@@ -83,8 +83,9 @@ std::optional<std::string> ApplicationQuick::identifierForVendor() {
     return qt::identifierForVendor();
 }
 
-bool ApplicationQuick::classExists(std::string_view name) {
-    return exists() && ClassNamesQuick::instance().exists(name);
+std::vector<bool> ApplicationQuick::classesExist(const std::vector<std::string>& names) {
+    if (!exists()) return std::vector<bool>(names.size(), false);
+    return ClassNamesQuick::instance().exist(names);
 }
 
 }  // namespace merovanta::quick

@@ -17,7 +17,7 @@ class ApplicationQuick final : public Application {
     [[nodiscard]] Screen mainScreen() override;
     [[nodiscard]] std::vector<std::string> preferredLanguages() override;
     [[nodiscard]] std::optional<std::string> identifierForVendor() override;
-    [[nodiscard]] bool classExists(std::string_view name) override;
+    [[nodiscard]] std::vector<bool> classesExist(const std::vector<std::string>& names) override;
 
  private:
     ActivityQuick mActivity;

@@ -7,6 +7,7 @@
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 // The public interface has no way from a C++ class to the QML types made of it.
 #include <private/qqmlmetatype_p.h>
 #include <private/qqmltype_p.h>
@@ -37,16 +38,39 @@ std::string_view plain(const char* name) {
     return std::string_view(name, plainLength(name));
 }
 
-bool isPlainName(std::string_view className, std::string_view name) {
-    return className.starts_with(name) && plainLength(className) == name.size();
+/// What objects of this QML type are called; one that is written in QML is called by its file.
+std::string objectName(const QQmlType& type) {
+    if (type.isComposite()) return QFileInfo(type.sourceUrl().path()).completeBaseName().toStdString();
+    return type.baseMetaObject() == nullptr ? std::string() : type.baseMetaObject()->className();
 }
 
-/// Whether objects of the QML type are of this class; one that is written in QML is called by its file.
-bool isMadeOf(const QQmlType& type, std::string_view className) {
-    if (type.isComposite()) {
-        return QFileInfo(type.sourceUrl().path()).completeBaseName().toStdString() == className;
+/// Adds the plain names of all classes that the item and those in it are of.
+void addNames(const QQuickItem& item, ClassNamesQuick& names, std::set<const QMetaObject*>& seen) {
+    const auto addObject = [&](const QObject& object) {
+        for (const QMetaObject* type = object.metaObject(); type != nullptr; type = type->superClass()) {
+            if (!seen.insert(type).second) return;
+            static_cast<void>(names.namesOf(*type));
+        }
+    };
+    addObject(item);
+    // A popup is no item itself; it is known in the view tree by the item that shows it.
+    if (const QObject* const popup = popupShownBy(item)) addObject(*popup);
+    const auto children = item.childItems();
+    for (const QQuickItem* child : children)
+        addNames(*child, names, seen);
+}
+
+/// Of everything in every window.
+void addNamesInWindows(ClassNamesQuick& names) {
+    std::set<const QMetaObject*> seen;
+    const auto windows = QGuiApplication::topLevelWindows();
+    for (const QWindow* window : windows) {
+        const auto* const quickWindow = qobject_cast<const QQuickWindow*>(window);
+        if (quickWindow == nullptr) continue;
+        for (const QMetaObject* type = quickWindow->metaObject(); type != nullptr; type = type->superClass())
+            static_cast<void>(names.namesOf(*type));
+        addNames(*quickWindow->contentItem(), names, seen);
     }
-    return type.metaObject() != nullptr && type.metaObject()->className() == className;
 }
 
 }  // namespace
@@ -61,72 +85,63 @@ std::string ClassNamesQuick::className(const QObject& object) {
 }
 
 bool ClassNamesQuick::isKindOf(const QObject& object, std::string_view name) {
+    update();
     for (const QMetaObject* type = object.metaObject(); type != nullptr; type = type->superClass()) {
-        if (isPlainName(type->className(), name) || isRegisteredAs(type->className(), name)) return true;
+        const auto names = namesOf(*type);
+        if (std::find(names.begin(), names.end(), name) != names.end()) return true;
     }
-    // A popup is no item itself; it is known in the view tree by the item that shows it.
     const QObject* const popup = popupShownBy(object);
     return popup != nullptr && isKindOf(*popup, name);
 }
 
-bool ClassNamesQuick::exists(std::string_view name) {
-    {
-        const std::scoped_lock lock(mMutex);
-        if (mKnown.contains(name)) return true;
-    }
-    if (!isInAnyWindow(name) && !isRegistered(name)) return false;
-    const std::scoped_lock lock(mMutex);
-    mKnown.emplace(name);
-    return true;
-}
-
-bool ClassNamesQuick::isRegisteredAs(const char* className, std::string_view name) {
-    const std::string_view key = plain(className);
-    const std::scoped_lock lock(mMutex);
-    auto found = mTypeNames.find(key);
-    if (found == mTypeNames.end()) {
-        std::vector<std::string> names;
-        const auto types = QQmlMetaType::qmlTypes();
-        for (const QQmlType& type : types) {
-            if (!type.elementName().isEmpty() && isMadeOf(type, key))
-                names.push_back(type.elementName().toStdString());
-        }
-        found = mTypeNames.emplace(key, std::move(names)).first;
-    }
-    return std::find(found->second.begin(), found->second.end(), name) != found->second.end();
-}
-
-bool ClassNamesQuick::isInTree(const QQuickItem& item, std::string_view name) {
-    if (isKindOf(item, name)) return true;
-    const auto children = item.childItems();
-    return std::any_of(children.begin(), children.end(),
-                       [&](const QQuickItem* child) { return isInTree(*child, name); });
-}
-
-bool ClassNamesQuick::isInAnyWindow(std::string_view name) {
-    const auto windows = QGuiApplication::topLevelWindows();
-    return std::any_of(windows.begin(), windows.end(), [&](const QWindow* window) {
-        const auto* const quickWindow = qobject_cast<const QQuickWindow*>(window);
-        return quickWindow != nullptr && isInTree(*quickWindow->contentItem(), name);
-    });
-}
-
-bool ClassNamesQuick::isRegistered(std::string_view name) {
-    const std::scoped_lock lock(mMutex);
+void ClassNamesQuick::update() {
     const auto types = QQmlMetaType::qmlTypes();
-    const auto known = mUnknown.find(name);
-    if (known != mUnknown.end() && known->second == types.size()) return false;
-    const QString wanted = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
-    const bool found = std::any_of(types.begin(), types.end(), [&](const QQmlType& type) {
-        return type.elementName() == wanted || isMadeOf(type, name);
-    });
-    if (found) {
-        // The types of a module that was loaded since may be other names of classes met before.
-        mTypeNames.clear();
-    } else {
-        mUnknown.insert_or_assign(std::string(name), types.size());
+    const std::scoped_lock lock(mMutex);
+    int last = mLastType;
+    for (const QQmlType& type : types) {
+        if (type.index() <= mLastType) continue;
+        last = std::max(last, type.index());
+        const std::string name = objectName(type);
+        if (!name.empty()) mKnown.insert(name);
+        if (type.elementName().isEmpty()) continue;
+        const std::string element = type.elementName().toStdString();
+        mKnown.insert(element);
+        auto& names = mTypeNames[name];
+        if (std::find(names.begin(), names.end(), element) == names.end()) names.push_back(element);
     }
-    return found;
+    mLastType = last;
+}
+
+std::vector<std::string> ClassNamesQuick::namesOf(const QMetaObject& type) {
+    const std::string_view name = plain(type.className());
+    const std::scoped_lock lock(mMutex);
+    if (!mKnown.contains(name)) mKnown.emplace(name);
+    std::vector<std::string> names{std::string(name)};
+    const auto others = mTypeNames.find(name);
+    if (others != mTypeNames.end()) {
+        std::copy_if(others->second.begin(), others->second.end(), std::back_inserter(names),
+                     [name](const std::string& other) { return other != name; });
+    }
+    return names;
+}
+
+std::vector<bool> ClassNamesQuick::exist(const std::vector<std::string>& names) {
+    update();
+    const auto areKnown = [&] {
+        std::vector<bool> known;
+        for (const std::string& name : names)
+            known.push_back(isKnown(name));
+        return known;
+    };
+    auto known = areKnown();
+    if (std::find(known.begin(), known.end(), false) == known.end()) return known;
+    addNamesInWindows(*this);
+    return areKnown();
+}
+
+bool ClassNamesQuick::isKnown(const std::string& name) {
+    const std::scoped_lock lock(mMutex);
+    return mKnown.contains(name);
 }
 
 }  // namespace merovanta::quick

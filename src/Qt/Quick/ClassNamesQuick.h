@@ -1,15 +1,13 @@
 #pragma once
 
 #include <QtCore/QObject>
-#include <functional>
+#include <cstddef>
 #include <map>
 #include <mutex>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
-
-class QQuickItem;
 
 namespace merovanta::quick {
 
@@ -31,24 +29,29 @@ class ClassNamesQuick {
     [[nodiscard]] static std::string className(const QObject& object);
     [[nodiscard]] bool isKindOf(const QObject& object, std::string_view name);
 
-    /// Whether an object in some window is of this class, or was when it was last asked for, or a QML type is
-    /// registered under this name.
-    [[nodiscard]] bool exists(std::string_view name);
+    /// Takes note of the QML types that have been registered since the last call.
+    void update();
+
+    /// The class's own names, the plain one first, without those of its bases. As of the last update().
+    [[nodiscard]] std::vector<std::string> namesOf(const QMetaObject& type);
+
+    /// For each name whether an object in some window is of this class, or was when namesOf() was asked, or a
+    /// QML type is registered under this name.
+    [[nodiscard]] std::vector<bool> exist(const std::vector<std::string>& names);
 
  private:
     ClassNamesQuick() = default;
 
-    bool isRegisteredAs(const char* className, std::string_view name);
-    bool isInTree(const QQuickItem& item, std::string_view name);
-    bool isInAnyWindow(std::string_view name);
-    bool isRegistered(std::string_view name);
+    [[nodiscard]] bool isKnown(const std::string& name);
 
     std::mutex mMutex;
-    /// The QML type names of each C++ class met so far. By name and not by address: QML's own classes die.
+    /// The QML type names of each C++ class and each QML file. By name and not by address: QML's own classes
+    /// die.
     std::map<std::string, std::vector<std::string>, std::less<>> mTypeNames;
+    /// All that is a name of some class met or registered so far.
     std::set<std::string, std::less<>> mKnown;
-    /// Names that were looked up in vain when so many types were registered.
-    std::map<std::string, qsizetype, std::less<>> mUnknown;
+    /// The types up to here are in the tables.
+    int mLastType = -1;
 };
 
 }  // namespace merovanta::quick

@@ -4,43 +4,27 @@
 #include <cmath>
 #include <utility>
 
-#include "Qt/Quick/SceneGraphQuick.h"
-#include "Qt/Quick/ViewQuick.h"
+#include "Qt/Quick/MaskWalkQuick.h"
+#include "Qt/Quick/PaintSerialQuick.h"
 
 namespace merovanta::quick {
 
-namespace {
-
-Rect place(const QQuickItem& item) {
-    const QRectF rect = item.mapRectToScene(QRectF(QPointF(), item.size()));
-    return {rect.x(), rect.y(), rect.width(), rect.height()};
-}
-
-}  // namespace
-
-FrameRequestQuick::FrameRequestQuick(PixelBuffer buffer, ScreenCapture::MaskProvider masks)
-    : mProvider(std::move(masks)) {
+FrameRequestQuick::FrameRequestQuick(PixelBuffer buffer, std::shared_ptr<MaskJudge> judge)
+    : mJudge(std::move(judge)) {
     mFrame.pixels = std::move(buffer);
 }
 
 void FrameRequestQuick::freeze(const QQuickWindow& window) {
     // A second synchronisation means that the frame of the first one never came.
     if (mStage != Stage::waiting) return fail();
-    auto masks = mProvider();
-    if (!masks) return fail();
-    std::vector<MaskArea> layers;
-    for (const MaskArea& mask : *masks) {
-        QQuickItem* const item = mask.view == nullptr ? nullptr : ViewQuick::itemOf(*mask.view);
-        if (item == nullptr) return fail();
-        mGeometry.add(*item);
-        if (const QQuickItem* const layer = rearrangingLayer(*item))
-            layers.push_back({place(*layer), mask.view});
-    }
-    masks->insert(masks->end(), layers.begin(), layers.end());
+    MaskWalkQuick walk(window, *mJudge);
+    walk.run();
+    mFrame.masks = walk.takeAreas();
+    mGeometry = walk.takeGeometry();
+    mMarksSerial = PaintSerialQuick::outdated();
     // A layer's picture may be one frame older than the nodes, so they must be in place already now, before
     // the animators move on, and not only when the frame is done.
     if (!mGeometry.matchesScene()) return fail();
-    mFrame.masks = std::move(*masks);
     mFrame.scale = window.effectiveDevicePixelRatio();
     mSize = QSizeF(window.size()) * mFrame.scale;
     mStage = Stage::frozen;

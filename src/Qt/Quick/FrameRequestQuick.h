@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QtCore/QSizeF>
+#include <algorithm>
+#include <cstdint>
+#include <memory>
 #include <optional>
 
 #include "Platform/ScreenCapture.h"
@@ -14,9 +17,9 @@ namespace merovanta::quick {
 /// thread that has it touches it.
 class FrameRequestQuick {
  public:
-    FrameRequestQuick(PixelBuffer buffer, ScreenCapture::MaskProvider masks);
+    FrameRequestQuick(PixelBuffer buffer, std::shared_ptr<MaskJudge> judge);
 
-    /// Asks for the masks of the geometry that was just handed to the scene graph. Call it on the thread that
+    /// Finds the masks of the geometry that was just handed to the scene graph. Call it on the thread that
     /// renders, while the main thread stands still.
     void freeze(const QQuickWindow& window);
 
@@ -33,7 +36,7 @@ class FrameRequestQuick {
     [[nodiscard]] bool fits(QSize pixels) const;
 
     [[nodiscard]] PixelBuffer& pixels() { return mFrame.pixels; }
-    void setPaintSerial(std::uint64_t serial) { mFrame.paintSerial = serial; }
+    void setPaintSerial(std::uint64_t serial) { mFrame.paintSerial = std::max(serial, mMarksSerial); }
 
     /// The result: nothing unless the frame was verified.
     [[nodiscard]] std::optional<CapturedFrame> takeFrame();
@@ -42,9 +45,10 @@ class FrameRequestQuick {
     enum class Stage { waiting, frozen, verified, failed };
 
     Stage mStage = Stage::waiting;
-    ScreenCapture::MaskProvider mProvider;
+    std::shared_ptr<MaskJudge> mJudge;
     CapturedFrame mFrame;
     QSizeF mSize;
+    std::uint64_t mMarksSerial = 0;
     FrozenGeometryQuick mGeometry;
 };
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 class QQuickItem;
+class QSGOpacityNode;
 class QSGTransformNode;
 
 namespace merovanta::quick {
@@ -14,12 +15,17 @@ namespace merovanta::quick {
 /// graph on the render thread and tell the item only when they are done.
 class FrozenGeometryQuick {
  public:
-    /// Adds the item and all that it lies in. Call it after the scene graph was synchronised with the items,
+    /// Adds the item, without what it lies in. Call it after the scene graph was synchronised with the items,
     /// while the main thread stands still.
-    void add(QQuickItem& item);
+    void add(const QQuickItem& item);
 
-    /// Whether the nodes are now where the items were. Until the next synchronisation, on the thread that
-    /// renders.
+    /// Adds a node that lets nothing through.
+    void addTransparent(const QSGOpacityNode& node);
+
+    void add(const FrozenGeometryQuick& other);
+
+    /// Whether the nodes are now where the items were, and still let nothing through. Until the next
+    /// synchronisation, on the thread that renders.
     [[nodiscard]] bool matchesScene() const;
 
  private:
@@ -28,10 +34,8 @@ class FrozenGeometryQuick {
         QMatrix4x4 expected;
     };
 
-    void addOne(QQuickItem& item);
-
-    std::vector<const QQuickItem*> mSeen;
     std::vector<Placement> mPlacements;
+    std::vector<const QSGOpacityNode*> mTransparent;
 };
 
 }  // namespace merovanta::quick

@@ -2,29 +2,85 @@
 
 #include <Merovanta/Merovanta.h>
 
-#include <QtQuick/QQuickItem>
-#include <QtQuick/QQuickWindow>
+#include <QtCore/QHash>
+
+#include "Qt/Quick/PaintSerialQuick.h"
 
 namespace merovanta::quick {
 
-MerovantaQuick::MerovantaQuick(QObject* parent) : QObject(parent) {}
+namespace {
+
+/// All that are attached, by the objects that they are attached to. Asking here is many times faster than
+/// asking the engine. Changed on the main thread alone.
+struct Registry {
+    QHash<const QObject*, const MarksQuick*> marks;
+    int masked = 0;
+    int keepingTaps = 0;
+};
+
+Registry& registry() {
+    // Never destroyed: objects may outlive main().
+    static auto* const made = new Registry();
+    return *made;
+}
+
+}  // namespace
+
+MerovantaQuick::MerovantaQuick(QObject* parent) : QObject(parent) {
+    registry().marks.insert(parent, &mMarks);
+}
+
+MerovantaQuick::~MerovantaQuick() {
+    setTapsPrivate(false);
+    resetMasked();
+    registry().marks.remove(parent());
+}
 
 MerovantaQuick* MerovantaQuick::qmlAttachedProperties(QObject* object) {
     return new MerovantaQuick(object);
 }
 
-int MerovantaQuick::tagOf(const QObject& object) {
-    const QObject* const attached = qmlAttachedPropertiesObject<MerovantaQuick>(&object, false);
-    return attached == nullptr ? 0 : static_cast<const MerovantaQuick*>(attached)->mTag;
+MerovantaQuick* MerovantaQuick::attachedTo(QObject& object) {
+    return static_cast<MerovantaQuick*>(qmlAttachedPropertiesObject<MerovantaQuick>(&object, true));
+}
+
+const MarksQuick* MerovantaQuick::marksOf(const QObject& object) {
+    return registry().marks.value(&object);
+}
+
+bool MerovantaQuick::isAnyMasked() {
+    return registry().masked > 0;
+}
+
+bool MerovantaQuick::areAnyTapsPrivate() {
+    return registry().keepingTaps > 0;
 }
 
 void MerovantaQuick::setTag(int tag) {
-    if (mTag == tag) return;
-    mTag = tag;
-    // A new tag may mean a new mask, which must show in a picture although nothing else was painted.
-    const auto* const item = qobject_cast<QQuickItem*>(parent());
-    if (item != nullptr && item->window() != nullptr) item->window()->update();
+    if (mMarks.tag == tag) return;
+    mMarks.tag = tag;
+    // It may mean a new mask, which must show in a picture although nothing was painted.
+    PaintSerialQuick::outdateAll();
     emit tagChanged();
+}
+
+void MerovantaQuick::mark(std::optional<bool> masked) {
+    if (mMarks.masked == masked) return;
+    registry().masked += (masked.value_or(false) ? 1 : 0) - (isMasked() ? 1 : 0);
+    mMarks.masked = masked;
+    PaintSerialQuick::outdateAll();
+    emit maskedChanged();
+}
+
+void MerovantaQuick::setTapsPrivate(bool tapsPrivate) {
+    if (mMarks.tapsPrivate == tapsPrivate) return;
+    registry().keepingTaps += tapsPrivate ? 1 : -1;
+    mMarks.tapsPrivate = tapsPrivate;
+    emit tapsPrivateChanged();
+}
+
+PrivacyQuick* MerovantaQuick::privacy() const {
+    return &PrivacyQuick::instance();
 }
 
 PanoptraQuick* MerovantaQuick::panoptra() {

@@ -12,12 +12,25 @@ namespace merovanta::quick {
 void initialize() {
     static const bool initialized = [] {
         QtWebEngineQuick::initialize();
-        qmlRegisterTypesAndRevisions<MerovantaQuick, PanoptraQuick, ConfigurationQuick>("Merovanta", 1);
+        qmlRegisterTypesAndRevisions<MerovantaQuick, PanoptraQuick, ConfigurationQuick, PrivacyQuick>(
+            "Merovanta", 1);
         qmlRegisterModule("Merovanta", 1, 0);
         platform::install(std::make_shared<PlatformQuick>());
         return true;
     }();
     static_cast<void>(initialized);
+}
+
+void setTag(QObject& object, int tag) {
+    if (auto* const attached = MerovantaQuick::attachedTo(object)) attached->setTag(tag);
+}
+
+void setMasked(QObject& object, std::optional<bool> masked) {
+    if (auto* const attached = MerovantaQuick::attachedTo(object)) attached->mark(masked);
+}
+
+void setTapsPrivate(QObject& object, bool tapsPrivate) {
+    if (auto* const attached = MerovantaQuick::attachedTo(object)) attached->setTapsPrivate(tapsPrivate);
 }
 
 }  // namespace merovanta::quick

@@ -77,19 +77,16 @@ void paintLayers(const QQuickWindow& window) {
 
 }  // namespace
 
-QQuickItem* rearrangingLayer(QQuickItem& item) {
-    QQuickItem* outermost = nullptr;
-    for (QQuickItem* step = &item; step != nullptr; step = step->parentItem()) {
-        const auto& extra = QQuickItemPrivate::get(step)->extra;
-        const QQuickItemLayer* const layer = extra.isAllocated() ? extra->layer : nullptr;
-        if (layer == nullptr || !layer->enabled()) continue;
-        const bool isPart =
-            !layer->sourceRect().isEmpty() && layer->sourceRect() != QRectF(QPointF(), step->size());
-        if (isPart || layer->textureMirroring() != QQuickShaderEffectSource::MirrorVertically) {
-            outermost = step;
-        }
-    }
-    return outermost;
+const QQuickItemLayer* layerOf(const QQuickItem& item) {
+    const auto& extra = QQuickItemPrivate::get(&item)->extra;
+    const QQuickItemLayer* const layer = extra.isAllocated() ? extra->layer : nullptr;
+    return layer != nullptr && layer->enabled() ? layer : nullptr;
+}
+
+bool isRearranging(const QQuickItemLayer& layer, const QQuickItem& item) {
+    const bool isPart = !layer.sourceRect().isEmpty() && layer.sourceRect() != QRectF(QPointF(), item.size());
+    return isPart || layer.textureMirroring() != QQuickShaderEffectSource::MirrorVertically ||
+           !layer.size().isEmpty() || layer.effect() != nullptr;
 }
 
 void paintWhole(QQuickWindow& window) {

@@ -1,6 +1,7 @@
 #pragma once
 
 class QQuickItem;
+class QQuickItemLayer;
 class QQuickWindow;
 
 namespace merovanta::quick {
@@ -10,9 +11,12 @@ namespace merovanta::quick {
 /// list's spare rows.
 [[nodiscard]] bool mayBePainted(const QQuickItem& item);
 
-/// The outermost item whose layer shows what is in it, this item too, in other places than where the items
-/// are: another part of it, or mirrored. Null without one.
-[[nodiscard]] QQuickItem* rearrangingLayer(QQuickItem& item);
+/// The layer that the item is painted into; null if it has none.
+[[nodiscard]] const QQuickItemLayer* layerOf(const QQuickItem& item);
+
+/// Whether the layer shows what is in the item in other places than where it is: another part of it,
+/// mirrored, in coarser pixels, or as an effect.
+[[nodiscard]] bool isRearranging(const QQuickItemLayer& layer, const QQuickItem& item);
 
 /// Makes the software renderer paint the whole window in the frame now under way, not only what changed.
 /// Without that, an item that moves entirely below an opaque one leaves its old picture behind, where nothing

@@ -36,8 +36,8 @@ std::uint64_t ScreenCaptureQuick::paintSerial(const View& root) {
     return window == nullptr ? 0 : watcherOf(*window).paintSerial();
 }
 
-void ScreenCaptureQuick::capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
-                                 Completion completion) {
+void ScreenCaptureQuick::capture(std::shared_ptr<View> root, PixelBuffer buffer,
+                                 std::shared_ptr<MaskJudge> judge, Completion completion) {
     QQuickWindow* const window = root == nullptr ? nullptr : windowShownBy(*root);
     if (window == nullptr || FileChoiceQuick::isOpen(*window)) return completion(std::nullopt);
     // The dialog may come while the picture is under way.
@@ -45,7 +45,7 @@ void ScreenCaptureQuick::capture(std::shared_ptr<View> root, PixelBuffer buffer,
         const bool isChoosing = !window || FileChoiceQuick::isOpen(*window);
         completion(isChoosing ? std::nullopt : std::move(frame));
     };
-    watcherOf(*window).capture(std::move(buffer), std::move(masks), unlessChoosing);
+    watcherOf(*window).capture(std::move(buffer), std::move(judge), unlessChoosing);
 }
 
 void ScreenCaptureQuick::applicationEnding() {

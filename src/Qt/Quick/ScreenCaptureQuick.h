@@ -21,7 +21,7 @@ class ScreenCaptureQuick final : public ScreenCapture, private qt::ApplicationLi
     ~ScreenCaptureQuick() override;
 
     [[nodiscard]] std::uint64_t paintSerial(const View& root) override;
-    void capture(std::shared_ptr<View> root, PixelBuffer buffer, MaskProvider masks,
+    void capture(std::shared_ptr<View> root, PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                  Completion completion) override;
 
  private:

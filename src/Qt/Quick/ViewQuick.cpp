@@ -4,6 +4,7 @@
 #include "Qt/Quick/MerovantaQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
 #include "Qt/Quick/PopupsQuick.h"
+#include "Qt/Quick/PrivateTapsQuick.h"
 #include "Qt/Quick/SceneGraphQuick.h"
 
 namespace merovanta::quick {
@@ -40,9 +41,13 @@ bool ViewQuick::isKindOf(std::string_view name) const {
 
 long ViewQuick::tag() const {
     if (!mItem) return 0;
-    const int tag = MerovantaQuick::tagOf(*mItem);
+    const auto tagOf = [](const QObject& object) {
+        const MarksQuick* const marks = MerovantaQuick::marksOf(object);
+        return marks == nullptr ? 0 : marks->tag;
+    };
+    const int tag = tagOf(*mItem);
     const QObject* const popup = tag == 0 ? popupShownBy(*mItem) : nullptr;
-    return popup == nullptr ? tag : MerovantaQuick::tagOf(*popup);
+    return popup == nullptr ? tag : tagOf(*popup);
 }
 
 Rect ViewQuick::frame() const {
@@ -64,6 +69,11 @@ std::vector<std::shared_ptr<View>> ViewQuick::subviews() const {
         if (mayBePainted(*child)) views.push_back(std::make_shared<ViewQuick>(child));
     }
     return views;
+}
+
+bool ViewQuick::keepsTapPrivate(const Point& point) const {
+    if (!mItem || mItem->window() == nullptr) return false;
+    return areTapsPrivateAt(*mItem->window(), mItem->mapToScene({point.x, point.y}));
 }
 
 Rect ViewQuick::convert(const Rect& rect, const View& target) const {

@@ -17,12 +17,6 @@ namespace {
 
 constexpr std::chrono::seconds patience{1};
 
-/// Numbers the frames of all windows, so that no two windows ever show the same number.
-std::uint64_t nextSerial() {
-    static std::atomic<std::uint64_t> last{0};
-    return ++last;
-}
-
 bool isOpenGL(const QQuickWindow& window) {
     return window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL;
 }
@@ -48,7 +42,7 @@ std::shared_ptr<FrameRequestQuick> WindowCaptureQuick::Shared::current(bool read
 WindowCaptureQuick::WindowCaptureQuick(QQuickWindow& window, MainQueue& mainQueue)
     : mWindow(&window), mShared(std::make_shared<Shared>(mainQueue)) {
     mShared->owner = this;
-    mShared->serial = nextSerial();
+    mShared->serial = PaintSerialQuick::next();
     mPatience.setSingleShot(true);
     mPatience.setInterval(patience);
     connect(&mPatience, &QTimer::timeout, this, &WindowCaptureQuick::cancel);
@@ -71,7 +65,7 @@ void WindowCaptureQuick::watch(QQuickWindow& window) {
         connect(&window, signal, &window, std::move(slot), Qt::DirectConnection);
     };
     const auto shared = mShared;
-    connectDirectly(&QQuickWindow::beforeRendering, [shared] { shared->serial = nextSerial(); });
+    connectDirectly(&QQuickWindow::beforeRendering, [shared] { shared->serial = PaintSerialQuick::next(); });
     connectDirectly(&QQuickWindow::afterSynchronizing, [shared, &window] { synchronized(*shared, window); });
     connectDirectly(&QQuickWindow::afterRenderPassRecording,
                     [shared, &window] { recorded(*shared, window); });
@@ -116,12 +110,12 @@ void WindowCaptureQuick::hand(Shared& shared, std::shared_ptr<FrameRequestQuick>
     });
 }
 
-void WindowCaptureQuick::capture(PixelBuffer buffer, ScreenCapture::MaskProvider masks,
+void WindowCaptureQuick::capture(PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                                  ScreenCapture::Completion completion) {
     if (mRequest || !mWindow || !mWindow->isVisible() || !mWindow->isExposed()) {
         return completion(std::nullopt);
     }
-    const auto request = std::make_shared<FrameRequestQuick>(std::move(buffer), std::move(masks));
+    const auto request = std::make_shared<FrameRequestQuick>(std::move(buffer), std::move(judge));
     mRequest = request;
     const bool readsBack = isOpenGL(*mWindow);
     mCompletion = std::move(completion);

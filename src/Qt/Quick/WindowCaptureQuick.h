@@ -3,6 +3,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
 #include <memory>
@@ -10,6 +11,7 @@
 
 #include "Platform/MainQueue.h"
 #include "Platform/ScreenCapture.h"
+#include "Qt/Quick/PaintSerialQuick.h"
 
 class QQuickWindow;
 
@@ -29,9 +31,11 @@ class WindowCaptureQuick final : public QObject {
 
     [[nodiscard]] const QQuickWindow* window() const { return mWindow.data(); }
 
-    [[nodiscard]] std::uint64_t paintSerial() const { return mShared->serial; }
+    [[nodiscard]] std::uint64_t paintSerial() const {
+        return std::max<std::uint64_t>(mShared->serial, PaintSerialQuick::outdated());
+    }
 
-    void capture(PixelBuffer buffer, ScreenCapture::MaskProvider masks, ScreenCapture::Completion completion);
+    void capture(PixelBuffer buffer, std::shared_ptr<MaskJudge> judge, ScreenCapture::Completion completion);
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

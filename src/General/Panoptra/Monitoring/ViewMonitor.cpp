@@ -1,5 +1,7 @@
 #include "General/Panoptra/Monitoring/ViewMonitor.h"
 
+#include <Merovanta/Merovanta.h>
+
 #include <array>
 #include <charconv>
 #include <utility>
@@ -7,6 +9,7 @@
 #include "General/Fatal.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Privacy/PrivacyJudge.h"
 #include "General/Panoptra/Util/PrivacyUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
@@ -57,6 +60,8 @@ void ViewMonitor::start(std::shared_ptr<MessageSender> sender, Completion comple
     ++mPictureRun;
     mIsPaused = false;
     messageSender = std::move(sender);
+    mHasWarnedOfTaps = false;
+    mPaintsFixedRectangles = Merovanta::privacy().fixedRectangles();
     Log::debug("Schedule new timer");
     ViewUtils::runOnMainQueue([weak = weak_from_this(), run] {
         const auto self = weak.lock();
@@ -170,6 +175,11 @@ void ViewMonitor::handleClick(const TapRecognizer& recognizer) {
     const auto root = ViewUtils::rootView();
     if (!root) return;
     const Point point = recognizer.locationIn(*root);
+    if (root->keepsTapPrivate(point)) {
+        if (!std::exchange(mHasWarnedOfTaps, true))
+            Log::warning("Taps in views that keep them private are not reported");
+        return;
+    }
     Log::debug("Got click at " + describe(point));
     if (!messageSender) fatalError("A click without a message sender");
     const double scale = platform::current().application().mainScreen().scale;
@@ -193,26 +203,34 @@ void ViewMonitor::takeScreenshot() {
     if (mLastKey != key) capture(root, std::move(key));
 }
 
-ViewMonitor::PictureKey ViewMonitor::pictureKey(const View& root) const {
+ViewMonitor::PictureKey ViewMonitor::pictureKey(const View& root) {
     return {.root = root.identity(),
             .paintSerial = platform::current().screenCapture().paintSerial(root),
             .bounds = root.bounds(),
             .scale = platform::current().application().mainScreen().scale,
-            .iosConfig = maskingLists()};
+            .rules = rules()};
 }
 
 void ViewMonitor::capture(const std::shared_ptr<View>& root, PictureKey key) {
     mIsCapturing = true;
-    auto masks = [root, lists = key.iosConfig]() -> std::optional<std::vector<MaskArea>> {
-        if (!lists) return std::vector<MaskArea>();
-        return PrivacyUtils::maskAreas(root, *lists);
-    };
+    const auto judge = std::make_shared<PrivacyJudge>(key.rules);
     platform::current().screenCapture().capture(
-        root, std::move(mBuffer), std::move(masks),
-        [weak = weak_from_this(), run = mPictureRun,
+        root, std::move(mBuffer), judge,
+        [weak = weak_from_this(), run = mPictureRun, judge,
          key = std::move(key)](std::optional<CapturedFrame> frame) mutable {
-            if (const auto self = weak.lock()) self->frameCaptured(run, std::move(key), std::move(frame));
+            const auto self = weak.lock();
+            if (!self) return;
+            if (frame) self->reportMasks(*judge);
+            self->frameCaptured(run, std::move(key), std::move(frame));
         });
+}
+
+void ViewMonitor::reportMasks(const PrivacyJudge& judge) {
+    PrivacyUtils::logBadEntries(judge);
+    std::string summary = PrivacyUtils::summary(judge);
+    if (summary == mMaskSummary) return;
+    mMaskSummary = std::move(summary);
+    Log::debug(mMaskSummary);
 }
 
 void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame) {
@@ -239,8 +257,8 @@ void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<Capt
 void ViewMonitor::pictureEncoded(PictureJob& job) {
     assertMainThread();
     mBuffer = std::move(job.buffer);
-    // Masked by lists that no longer hold: not fit to be sent.
-    if (job.run != mPictureRun || job.key.iosConfig != maskingLists()) {
+    // Masked by rules that no longer hold: not fit to be sent.
+    if (job.run != mPictureRun || job.key.rules != rules()) {
         discardPicture();
         return;
     }
@@ -264,9 +282,13 @@ void ViewMonitor::sendScreenshot(std::string picture) {
         });
 }
 
-std::optional<IOSConfig> ViewMonitor::maskingLists() const {
+std::shared_ptr<const PrivacyRules> ViewMonitor::rules() {
+    PrivacySettings settings = Merovanta::privacy().settings();
+    settings.paintsFixedRectangles = mPaintsFixedRectangles;
     const auto& session = applicationConfig->config.panoptraConfig;
-    return session ? session->iosConfig : std::nullopt;
+    const auto lists = session ? session->iosConfig : std::nullopt;
+    if (!mRules || !mRules->areOf(lists, settings)) mRules = std::make_shared<PrivacyRules>(lists, settings);
+    return mRules;
 }
 
 }  // namespace merovanta

@@ -7,9 +7,9 @@
 #include <string>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
-#include "General/Panoptra/IOSConfig.h"
 #include "General/Panoptra/Monitoring/ScreenshotEncoder.h"
 #include "General/Panoptra/Network/Message/MessageSender.h"
+#include "General/Panoptra/Privacy/PrivacyRules.h"
 #include "General/StringError.h"
 #include "Platform/Geometry.h"
 #include "Platform/ScreenCapture.h"
@@ -17,6 +17,8 @@
 #include "Platform/Timer.h"
 
 namespace merovanta {
+
+class PrivacyJudge;
 
 /// Watches the host application's screen while a session runs: sends a masked picture whenever it changed,
 /// the name of the page whenever another comes to the front, and every tap. Thread: main; pictures are shrunk
@@ -54,7 +56,7 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
         std::uint64_t paintSerial = 0;
         Rect bounds;
         double scale = 1;
-        std::optional<IOSConfig> iosConfig;
+        std::shared_ptr<const PrivacyRules> rules;
 
         bool operator==(const PictureKey&) const = default;
     };
@@ -68,14 +70,16 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     void handleClick(const TapRecognizer& recognizer);
 
     void takeScreenshot();
-    [[nodiscard]] PictureKey pictureKey(const View& root) const;
+    [[nodiscard]] PictureKey pictureKey(const View& root);
     void capture(const std::shared_ptr<View>& root, PictureKey key);
+    void reportMasks(const PrivacyJudge& judge);
     void frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame);
     void pictureEncoded(PictureJob& job);
     void discardPicture();
     void sendScreenshot(std::string picture);
 
-    [[nodiscard]] std::optional<IOSConfig> maskingLists() const;
+    /// The same object for as long as the rules stay the same.
+    [[nodiscard]] std::shared_ptr<const PrivacyRules> rules();
 
     const double screenShotInterval = 0.3;
     const double viewControllerChangeCheckInterval = 1.0;
@@ -98,6 +102,15 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     std::optional<PictureKey> mLastKey;
     std::shared_ptr<ScreenshotEncoder> mEncoder = std::make_shared<ScreenshotEncoder>();
     bool mEncoderMustReset = false;
+
+    /// Whether this session's log says that some taps are not reported.
+    bool mHasWarnedOfTaps = false;
+
+    // The host's choice, taken over when a session starts.
+    bool mPaintsFixedRectangles = true;
+    std::shared_ptr<const PrivacyRules> mRules;
+    /// What the log said last of what is covered.
+    std::string mMaskSummary;
 };
 
 }  // namespace merovanta

@@ -1,12 +1,13 @@
 #include "General/Panoptra/Util/PrivacyUtils.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
+#include <string_view>
 #include <utility>
+#include <vector>
 
+#include "General/ControlCharacters.h"
 #include "General/Log.h"
-#include "General/Panoptra/Util/ViewUtils.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -14,41 +15,60 @@ namespace merovanta {
 namespace {
 
 constexpr std::uint32_t opaqueBlack = 0xFF000000;
+constexpr std::size_t longestName = 60;
+constexpr std::size_t mostNames = 20;
 
-std::optional<long> parseTag(std::string_view text) {
-    // A plus sign is part of a decimal number, but from_chars does not take it.
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
-    long tag = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), tag);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return tag;
-}
-
-/// The view's frame is taken as if it were in the view's own coordinates. This shifts the area by the view's
-/// place in its superview; hosts lay out private views at their superview's origin.
-MaskArea areaOf(std::shared_ptr<View> view, const View& root) {
-    const Rect area = view->convert(view->frame(), root);
-    return {area, std::move(view)};
-}
-
-void addViewWithTag(const std::shared_ptr<View>& root, const std::string& entry,
-                    std::vector<MaskArea>& areas) {
-    const auto tag = parseTag(entry);
-    if (!tag) {
-        Log::warning("Cannot convert tag to integer");
-        return;
+/// The entries that are the first of their name and have matched so many views as the condition wants.
+template <typename Condition, typename IsFirst>
+std::vector<std::size_t> entriesThat(const std::vector<std::size_t>& counts, Condition condition,
+                                     IsFirst isFirst) {
+    std::vector<std::size_t> entries;
+    for (std::size_t entry = 0; entry < counts.size(); ++entry) {
+        if (condition(counts[entry]) && isFirst(entry)) entries.push_back(entry);
     }
-    if (auto view = ViewUtils::viewWithTag(root, *tag)) areas.push_back(areaOf(std::move(view), *root));
+    return entries;
 }
 
-void addViewsOfClass(const View& root, const std::string& entry, std::vector<MaskArea>& areas) {
-    auto views = ViewUtils::subviewsOfClass(root, entry);
-    if (views.empty() && !platform::current().application().classExists(entry)) {
-        Log::warning("Cannot convert class name to class");
-        return;
+/// The text as it may stand in the log: short, and without what could forge a line.
+std::string printable(std::string_view text) {
+    std::string clean;
+    while (!text.empty() && clean.size() < longestName) {
+        const std::size_t control = controlCharacterSize(text);
+        clean += control == 0 ? text[0] : '?';
+        text.remove_prefix(std::max<std::size_t>(control, 1));
     }
-    for (auto& view : views)
-        areas.push_back(areaOf(std::move(view), root));
+    return text.empty() ? clean : clean + "…";
+}
+
+/// A list of things, up to a bounded number.
+class Enumeration {
+ public:
+    void add(const std::string& thing) {
+        if (++mCount > mostNames) return;
+        if (mCount > 1) mText += ", ";
+        mText += thing;
+    }
+    void addCount(const char* what, std::size_t count) {
+        if (count > 0) add(std::string(what) + ": " + std::to_string(count));
+    }
+    [[nodiscard]] std::string text() const {
+        return mCount > mostNames ? mText + ", and " + std::to_string(mCount - mostNames) + " more" : mText;
+    }
+
+ private:
+    std::string mText;
+    std::size_t mCount = 0;
+};
+
+/// The class entries of which no view was found.
+std::vector<std::string> unmatchedClasses(const PrivacyJudge& judge) {
+    const auto& names = judge.rules().lists().blacklistClasses;
+    std::vector<std::string> unmatched;
+    for (std::size_t entry = 0; entry < names.size(); ++entry) {
+        const auto first = judge.rules().classEntry(names[entry]);
+        if (judge.classCounts()[first.value_or(entry)] == 0) unmatched.push_back(names[entry]);
+    }
+    return unmatched;
 }
 
 /// The pixels [first, last) to be covered for an area between these two positions, in pixels. An edge that
@@ -64,15 +84,42 @@ std::pair<std::size_t, std::size_t> coveredPixels(double start, double end, std:
 
 }  // namespace
 
-std::optional<std::vector<MaskArea>> PrivacyUtils::maskAreas(const std::shared_ptr<View>& root,
-                                                             const IOSConfig& config) {
-    if (!root || !root->isAlive()) return std::nullopt;
-    std::vector<MaskArea> areas;
-    for (const auto& entry : config.blacklist)
-        addViewWithTag(root, entry, areas);
-    for (const auto& entry : config.blacklistClasses)
-        addViewsOfClass(*root, entry, areas);
-    return areas;
+void PrivacyUtils::logBadEntries(const PrivacyJudge& judge) {
+    for (std::size_t count = 0; count < judge.rules().badTags(); ++count)
+        Log::warning("Cannot convert tag to integer");
+    const auto unmatched = unmatchedClasses(judge);
+    if (unmatched.empty()) return;
+    const auto exist = platform::current().application().classesExist(unmatched);
+    const auto unknown = std::count(exist.begin(), exist.end(), false);
+    for (std::ptrdiff_t count = 0; count < unknown; ++count)
+        Log::warning("Cannot convert class name to class");
+}
+
+std::string PrivacyUtils::summary(const PrivacyJudge& judge) {
+    const PrivacyRules& rules = judge.rules();
+    const auto& tags = rules.lists().blacklist;
+    const auto& classes = rules.lists().blacklistClasses;
+    const auto isFirstClass = [&](std::size_t entry) { return rules.classEntry(classes[entry]) == entry; };
+    const auto isFirstTag = [&](std::size_t entry) { return rules.isFirstOfTag(entry); };
+    const auto isMatched = [](std::size_t count) { return count > 0; };
+    const auto isUnmatched = [](std::size_t count) { return count == 0; };
+    Enumeration found;
+    for (const std::size_t entry : entriesThat(judge.tagCounts(), isMatched, isFirstTag))
+        found.addCount(("tag " + printable(tags[entry])).c_str(), judge.tagCounts()[entry]);
+    for (const std::size_t entry : entriesThat(judge.classCounts(), isMatched, isFirstClass))
+        found.addCount(("class " + printable(classes[entry])).c_str(), judge.classCounts()[entry]);
+    found.addCount("marks", judge.marked());
+    found.addCount("policy", judge.byPolicy());
+    found.addCount("hidden inputs", judge.hiddenInputs());
+    Enumeration missing;
+    for (const std::size_t entry : entriesThat(judge.tagCounts(), isUnmatched, isFirstTag))
+        missing.add("tag " + printable(tags[entry]));
+    for (const std::size_t entry : entriesThat(judge.classCounts(), isUnmatched, isFirstClass))
+        missing.add("class " + printable(classes[entry]));
+    std::string text = "Covered views: " + std::to_string(judge.covered());
+    if (!found.text().empty()) text += " (" + found.text() + ")";
+    if (!missing.text().empty()) text += "; matched nothing: " + missing.text();
+    return text;
 }
 
 void PrivacyUtils::drawBlackRectangle(const Rect& area, double scale, PixelBuffer& picture) {

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <Merovanta/Export.h>
+
+namespace merovanta {
+
+struct PrivacySettings;
+
+/// What is covered in the pictures that the agent sees, for the whole application. The one instance is
+/// Merovanta::privacy(); what is set on it holds until the process ends.
+///
+/// Always covered, whatever is set here: the views that the service's lists name, with all that is in them;
+/// what the host has marked as private on the view itself (in Qt Quick: `Merovanta.masked`); and text inputs
+/// that hide what is typed.
+///
+/// Nothing is thrown and nothing fails; no platform is needed. Thread: main.
+class MEROVANTA_EXPORT MerovantaPrivacy {
+ public:
+    MerovantaPrivacy(const MerovantaPrivacy&) = delete;
+    MerovantaPrivacy& operator=(const MerovantaPrivacy&) = delete;
+
+    /// Whether, beside the area that each listed view takes up, the rectangle is blacked out that the
+    /// service's own rule gives for it: the view's frame taken as if it were in the view's own coordinates,
+    /// with only its origin divided by the screen's scale. It often lies beside the view. True unless the
+    /// host says otherwise; a session takes over what holds when it starts.
+    void setFixedRectangles(bool painted);
+    [[nodiscard]] bool fixedRectangles() const;
+
+    /// Whether all views of a kind are covered: text inputs; texts, those in inputs among them; pictures. Web
+    /// pages count as all three. A view that the host has marked as not private is an exception, with all
+    /// that is in it. False unless the host says otherwise; holds from the next picture on.
+    void setMaskTextInputs(bool masked);
+    [[nodiscard]] bool maskTextInputs() const;
+    void setMaskTexts(bool masked);
+    [[nodiscard]] bool maskTexts() const;
+    void setMaskPictures(bool masked);
+    [[nodiscard]] bool maskPictures() const;
+
+ private:
+    friend class Merovanta;
+    friend class ViewMonitor;
+    MerovantaPrivacy();
+
+    [[nodiscard]] const PrivacySettings& settings() const { return *mSettings; }
+
+    /// Never destroyed, like this.
+    PrivacySettings* mSettings;
+};
+
+}  // namespace merovanta

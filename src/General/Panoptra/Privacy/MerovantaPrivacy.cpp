@@ -1,0 +1,41 @@
+#include <Merovanta/MerovantaPrivacy.h>
+
+#include "General/Panoptra/Privacy/PrivacySettings.h"
+
+namespace merovanta {
+
+MerovantaPrivacy::MerovantaPrivacy() : mSettings(new PrivacySettings()) {}
+
+void MerovantaPrivacy::setFixedRectangles(bool painted) {
+    mSettings->paintsFixedRectangles = painted;
+}
+
+bool MerovantaPrivacy::fixedRectangles() const {
+    return mSettings->paintsFixedRectangles;
+}
+
+void MerovantaPrivacy::setMaskTextInputs(bool masked) {
+    mSettings->masksTextInputs = masked;
+}
+
+bool MerovantaPrivacy::maskTextInputs() const {
+    return mSettings->masksTextInputs;
+}
+
+void MerovantaPrivacy::setMaskTexts(bool masked) {
+    mSettings->masksTexts = masked;
+}
+
+bool MerovantaPrivacy::maskTexts() const {
+    return mSettings->masksTexts;
+}
+
+void MerovantaPrivacy::setMaskPictures(bool masked) {
+    mSettings->masksPictures = masked;
+}
+
+bool MerovantaPrivacy::maskPictures() const {
+    return mSettings->masksPictures;
+}
+
+}  // namespace merovanta

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+
+namespace merovanta::quick {
+
+/// What the host, or the library itself, has said about one item, popup or window.
+struct MarksQuick {
+    int tag = 0;
+    std::optional<bool> masked;
+    bool tapsPrivate = false;
+    /// Whether it is one of the library's own.
+    bool isOwn = false;
+};
+
+}  // namespace merovanta::quick

@@ -1,0 +1,370 @@
+#include "Qt/Quick/MaskWalkQuick.h"
+
+#include <QtCore/QMetaProperty>
+#include <QtCore/QUrl>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/QSGNode>
+#include <QtQuick/QSGRendererInterface>
+#include <algorithm>
+#include <cmath>
+// The public interface does not show the classes of the items that QML knows, nor what effects do with them.
+#include <private/qquickimagebase_p.h>
+#include <private/qquickitem_p.h>
+#include <private/qquickshadereffect_p.h>
+#include <private/qquickshadereffectsource_p.h>
+#include <private/qquicktextinput_p.h>
+
+#include "Qt/Quick/MerovantaQuick.h"
+#include "Qt/Quick/PaintOrderQuick.h"
+#include "Qt/Quick/PaintedAreaQuick.h"
+#include "Qt/Quick/PlacementQuick.h"
+#include "Qt/Quick/SceneGraphQuick.h"
+
+namespace merovanta::quick {
+
+namespace {
+
+/// How many pixels renderers may paint beside an edge.
+constexpr double blur = 1;
+
+ViewContent contentOf(const QQuickItem& item, const ItemClassQuick& type) {
+    if (type.isTextInput) {
+        const auto& input = static_cast<const QQuickTextInput&>(item);
+        return input.echoMode() == QQuickTextInput::Normal ? ViewContent::textInput
+                                                           : ViewContent::hiddenInput;
+    }
+    if (type.isImage) {
+        const auto& image = static_cast<const QQuickImageBase&>(item);
+        return image.source().scheme() == u"itemgrabber" ? ViewContent::copy : ViewContent::picture;
+    }
+    if (type.content == ViewContent::other && !item.flags().testFlag(QQuickItem::ItemHasContents))
+        return ViewContent::plain;
+    return type.content;
+}
+
+bool isInEffect(const QQuickItem& item) {
+    const auto& extra = QQuickItemPrivate::get(&item)->extra;
+    return extra.isAllocated() && extra->effectRefCount > 0;
+}
+
+/// Whether the matrix takes upright rectangles to upright ones.
+bool keepsUpright(const QMatrix4x4& matrix) {
+    const bool isFlat = matrix(3, 0) == 0 && matrix(3, 1) == 0;
+    const bool isStraight = matrix(0, 1) == 0 && matrix(1, 0) == 0;
+    const bool isQuarterTurn = matrix(0, 0) == 0 && matrix(1, 1) == 0;
+    return isFlat && (isStraight || isQuarterTurn);
+}
+
+/// The matrix for what is painted on the plane of the item, whatever its own depth was.
+QMatrix4x4 flattened(QMatrix4x4 matrix) {
+    if (matrix(0, 2) != 0 || matrix(1, 2) != 0 || matrix(3, 2) != 0) matrix.setColumn(2, QVector4D());
+    return matrix;
+}
+
+/// How many pixels a length of one becomes at most; infinite where that differs from place to place.
+double magnification(const QMatrix4x4& matrix) {
+    if (matrix(3, 0) != 0 || matrix(3, 1) != 0) return std::numeric_limits<double>::infinity();
+    return std::max(std::hypot(static_cast<double>(matrix(0, 0)), static_cast<double>(matrix(1, 0))),
+                    std::hypot(static_cast<double>(matrix(0, 1)), static_cast<double>(matrix(1, 1))));
+}
+
+bool contains(const QRectF& outer, const QRectF& inner) {
+    return outer.left() <= inner.left() && outer.top() <= inner.top() && outer.right() >= inner.right() &&
+           outer.bottom() >= inner.bottom();
+}
+
+MaskArea area(const QRectF& rect, MaskArea::Kind kind, const MaskVerdict& verdict) {
+    return {{rect.x(), rect.y(), rect.width(), rect.height()}, kind, verdict.reason.value_or(MaskReason())};
+}
+
+}  // namespace
+
+MaskWalkQuick::MaskWalkQuick(const QQuickWindow& window, MaskJudge& judge)
+    : mWindow(window),
+      mJudge(judge),
+      mClasses(judge),
+      mScale(window.effectiveDevicePixelRatio()),
+      mIsSoftware(window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {}
+
+void MaskWalkQuick::run() {
+    mJudge.begin(MerovantaQuick::isAnyMasked());
+    visit(*mWindow.contentItem(), true);
+    coverEffects();
+    dropRedundant();
+}
+
+void MaskWalkQuick::visit(QQuickItem& item, bool isPainted) {
+    const ItemClassQuick& type = mClasses.of(*item.metaObject());
+    mSteps.push_back({.item = &item});
+    const std::size_t depth = mSteps.size() - 1;
+    if (depth > 0) mSteps[depth].covered = mSteps[depth - 1].covered;
+    const MaskVerdict verdict = judge(item, type, false);
+    const bool isHidden = isPainted && isTransparent(item);
+    const bool isShown = isPainted && !isHidden;
+    mSteps[depth].isPrivate = verdict.reason.has_value();
+    if (verdict.reason && isShown) cover(item, type, verdict);
+    if (verdict.kind == MaskArea::Kind::exempt && isShown) exempt(item);
+    if (verdict.paintsFixed) addFixed(item, verdict);
+    if (auto sources = sourcesOf(item, type); !sources.empty()) addEffect(item, std::move(sources), isShown);
+    visitChildren(item, isShown);
+    mJudge.leave();
+
+    const bool isPrivate = mSteps[depth].isPrivate;
+    // What shows again in this very frame would have to be covered.
+    if (isHidden && isPrivate) mGeometry.addTransparent(*QQuickItemPrivate::get(&item)->opacityNode());
+    if (isInEffect(item)) mSources.insert(&item, isPrivate);
+    mSteps.pop_back();
+    if (isPrivate && depth > 0) mSteps[depth - 1].isPrivate = true;
+}
+
+void MaskWalkQuick::visitChildren(QQuickItem& item, bool isPainted) {
+    const auto children = inPaintOrder(item);
+    addLayerEffects(children);
+    for (QQuickItem* const child : children) {
+        if (mayBePainted(*child)) visit(*child, isPainted);
+    }
+}
+
+MaskVerdict MaskWalkQuick::judge(const QQuickItem& item, const ItemClassQuick& type, bool isAgain) {
+    const auto* marks = MerovantaQuick::marksOf(item);
+    ViewTraits traits{.content = contentOf(item, type), .classEntries = &type.entries, .isAgain = isAgain};
+    const auto take = [&traits](const MarksQuick& from) {
+        if (traits.tag == 0) traits.tag = from.tag;
+        if (!traits.masked) traits.masked = from.masked;
+        traits.isOwn |= from.isOwn;
+    };
+    if (marks != nullptr) take(*marks);
+    // Neither is an item itself: known in the view tree by the item that shows them.
+    const QObject* owner = nullptr;
+    if (type.isPopupItem) owner = item.parent();
+    if (&item == mWindow.contentItem()) owner = &mWindow;
+    if (owner != nullptr) {
+        if (const auto* const own = MerovantaQuick::marksOf(*owner)) take(*own);
+        const auto& entries = mClasses.of(*owner->metaObject()).entries;
+        mEntries = type.entries;
+        std::copy_if(entries.begin(), entries.end(), std::back_inserter(mEntries), [&](std::size_t entry) {
+            return std::find(type.entries.begin(), type.entries.end(), entry) == type.entries.end();
+        });
+        traits.classEntries = &mEntries;
+    }
+    return mJudge.enter(traits);
+}
+
+bool MaskWalkQuick::isTransparent(const QQuickItem& item) const {
+    if (item.opacity() > 0 || isInEffect(item)) return false;
+    const QSGOpacityNode* const node = QQuickItemPrivate::get(&item)->opacityNode();
+    return node != nullptr && node->opacity() <= 0;
+}
+
+void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict) {
+    const Step& step = placed();
+    freezeSteps();
+    const bool hasContents = item.flags().testFlag(QQuickItem::ItemHasContents);
+    if (!verdict.isNamed && !hasContents) return;
+    const QRectF rect = pixelsOf(step, paintedArea(item, type, mIsSoftware));
+    if (rect.isEmpty()) return;
+    const bool isRedundant = contains(step.covered, rect);
+    mAreas.push_back(area(rect, verdict.kind, verdict));
+    mRedundant.push_back(isRedundant);
+    if (!isRedundant) mSteps.back().covered = rect;
+}
+
+void MaskWalkQuick::exempt(const QQuickItem& item) {
+    const Step& step = placed();
+    freezeSteps();
+    if (!keepsUpright(*step.matrix)) return;
+    const auto place = mapped(*step.matrix, QRectF(QPointF(), item.size()).normalized());
+    if (!place) return;
+    // Inwards: what shows at its edge is not its own.
+    const double left = std::max(std::ceil(place->left() * mScale), step.shown.left());
+    const double top = std::max(std::ceil(place->top() * mScale), step.shown.top());
+    const double right = std::min(std::floor(place->right() * mScale), step.shown.right());
+    const double bottom = std::min(std::floor(place->bottom() * mScale), step.shown.bottom());
+    if (left >= right || top >= bottom) return;
+    mAreas.push_back(area({left, top, right - left, bottom - top}, MaskArea::Kind::exempt, {}));
+    mRedundant.push_back(false);
+}
+
+void MaskWalkQuick::addFixed(const QQuickItem& item, const MaskVerdict& verdict) {
+    // The frame is taken as if it were in the item's own coordinates.
+    const QRectF rect =
+        item.mapRectToItem(mWindow.contentItem(), QRectF(item.x(), item.y(), item.width(), item.height()));
+    mAreas.push_back(area(rect, MaskArea::Kind::fixed, verdict));
+    mRedundant.push_back(false);
+}
+
+MaskWalkQuick::Step& MaskWalkQuick::placed() {
+    std::size_t first = mSteps.size();
+    while (first > 0 && !mSteps[first - 1].matrix)
+        --first;
+    for (; first < mSteps.size(); ++first)
+        placeStep(first);
+    return mSteps.back();
+}
+
+void MaskWalkQuick::placeStep(std::size_t index) {
+    Step& step = mSteps[index];
+    const QMatrix4x4 place = placementOf(*step.item);
+    if (index == 0) {
+        step.matrix = place;
+        const QSizeF size = QSizeF(mWindow.size()) * mScale;
+        step.shown = QRectF(0, 0, std::ceil(size.width()), std::ceil(size.height()));
+    } else {
+        const Step& outer = mSteps[index - 1];
+        // The software renderer knows no depth, and neither does a layer's picture of what is in it.
+        const bool isFlat = mIsSoftware || layerOf(*outer.item) != nullptr;
+        step.matrix = (isFlat ? flattened(*outer.matrix) : *outer.matrix) * place;
+        step.shown = outer.shown;
+        step.layerPixel = outer.layerPixel;
+    }
+    if (layerOf(*step.item) != nullptr)
+        step.layerPixel = std::max(step.layerPixel, magnification(*step.matrix));
+    if (step.item->clip()) {
+        // Upright around a clip that is turned: that is rather too much than too little.
+        if (const auto clip = mapped(*step.matrix, step.item->clipRect()))
+            step.shown = pixelsOf(step, step.item->clipRect());
+    }
+}
+
+void MaskWalkQuick::freezeSteps() {
+    for (auto step = mSteps.rbegin(); step != mSteps.rend() && !step->isFrozen; ++step) {
+        step->isFrozen = true;
+        mGeometry.add(*step->item);
+    }
+}
+
+QRectF MaskWalkQuick::pixelsOf(const Step& step, const std::optional<QRectF>& area) const {
+    const auto place = area ? mapped(*step.matrix, *area) : std::nullopt;
+    if (!place || !std::isfinite(step.layerPixel)) return step.shown;
+    const double edge = blur + step.layerPixel;
+    const double left = std::floor(place->left() * mScale - edge);
+    const double top = std::floor(place->top() * mScale - edge);
+    const double right = std::ceil(place->right() * mScale + edge);
+    const double bottom = std::ceil(place->bottom() * mScale + edge);
+    return QRectF(left, top, right - left, bottom - top) & step.shown;
+}
+
+std::vector<QQuickItem*> MaskWalkQuick::sourcesOf(QQuickItem& item, const ItemClassQuick& type) const {
+    std::vector<QQuickItem*> sources;
+    if (type.isShaderEffectSource) {
+        QQuickItem* const source = static_cast<const QQuickShaderEffectSource&>(item).sourceItem();
+        const QQuickItemLayer* const layer = source == nullptr ? nullptr : layerOf(*source);
+        // A layer that shows what is in it just where that is adds no place to it.
+        const bool isPlain =
+            layer != nullptr && layer->effectSource() == &item && !isRearranging(*layer, *source);
+        if (source != nullptr && !isPlain) sources.push_back(source);
+    }
+    if (type.isShaderEffect) {
+        const QMetaObject& details = *item.metaObject();
+        for (int index = QQuickShaderEffect::staticMetaObject.propertyCount();
+             index < details.propertyCount(); ++index) {
+            const QVariant value = details.property(index).read(&item);
+            auto* const source = qobject_cast<QQuickItem*>(value.value<QObject*>());
+            if (source != nullptr) sources.push_back(source);
+        }
+    }
+    if (QQuickItem* const layered = mLayerEffects.value(&item)) sources.push_back(layered);
+    return sources;
+}
+
+void MaskWalkQuick::addLayerEffects(const QList<QQuickItem*>& siblings) {
+    for (QQuickItem* const layered : siblings) {
+        const QQuickItemLayer* const layer = layerOf(*layered);
+        if (layer == nullptr || layer->effect() == nullptr) continue;
+        // The layer does not tell which item is its effect, but the effect knows the layer.
+        for (const QQuickItem* const sibling : siblings) {
+            if (sibling == layered || sibling == layer->effectSource()) continue;
+            if (sibling->property(layer->name()).value<QObject*>() == layer->effectSource())
+                mLayerEffects.insert(sibling, layered);
+        }
+    }
+}
+
+void MaskWalkQuick::addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted) {
+    Effect effect{.item = &item, .sources = std::move(sources), .isPainted = isPainted};
+    if (isPainted) {
+        const Step& step = placed();
+        effect.area = pixelsOf(step, paintedArea(item, mClasses.of(*item.metaObject()), mIsSoftware));
+        for (const Step& around : mSteps)
+            effect.geometry.add(*around.item);
+    }
+    mEffects.push_back(std::move(effect));
+}
+
+void MaskWalkQuick::coverEffects() {
+    bool hasChanged = !mEffects.empty();
+    while (hasChanged) {
+        hasChanged = false;
+        for (Effect& effect : mEffects) {
+            const bool isNew = !effect.isCovered &&
+                               std::any_of(effect.sources.begin(), effect.sources.end(),
+                                           [this](QQuickItem* source) { return showsPrivate(*source); });
+            if (!isNew) continue;
+            hasChanged = effect.isCovered = true;
+            noteCovered(*effect.item);
+            if (!effect.isPainted) continue;
+            mAreas.push_back(area(effect.area, MaskArea::Kind::cover, {}));
+            mRedundant.push_back(false);
+            mGeometry.add(effect.geometry);
+        }
+    }
+}
+
+void MaskWalkQuick::noteCovered(const QQuickItem& effect) {
+    for (const QQuickItem* item = &effect; item != nullptr; item = item->parentItem()) {
+        const auto source = mSources.find(item);
+        if (source != mSources.end()) *source = true;
+    }
+}
+
+bool MaskWalkQuick::showsPrivate(QQuickItem& source) {
+    const auto known = mSources.constFind(&source);
+    if (known != mSources.cend()) return *known;
+    // Until it is known otherwise: it may be shown in itself.
+    mSources.insert(&source, false);
+    std::vector<QQuickItem*> path;
+    for (QQuickItem* item = source.parentItem(); item != nullptr; item = item->parentItem())
+        path.push_back(item);
+    bool isPrivate = false;
+    bool isAgain = !path.empty() && path.back() == mWindow.contentItem();
+    for (auto item = path.rbegin(); item != path.rend(); ++item) {
+        isAgain = isAgain && (*item == mWindow.contentItem() || mayBePainted(**item));
+        isPrivate |= judge(**item, mClasses.of(*(*item)->metaObject()), isAgain).reason.has_value();
+    }
+    std::vector<QQuickItem*> inner;
+    isPrivate |= isPrivateWithin(source, isAgain && mayBePainted(source), inner);
+    for (std::size_t count = 0; count < path.size(); ++count)
+        mJudge.leave();
+    isPrivate = isPrivate || std::any_of(inner.begin(), inner.end(),
+                                         [this](QQuickItem* item) { return showsPrivate(*item); });
+    mSources.insert(&source, isPrivate);
+    return isPrivate;
+}
+
+bool MaskWalkQuick::isPrivateWithin(QQuickItem& item, bool isAgain, std::vector<QQuickItem*>& sources) {
+    const ItemClassQuick& type = mClasses.of(*item.metaObject());
+    const MaskVerdict verdict = judge(item, type, isAgain);
+    if (verdict.paintsFixed) addFixed(item, verdict);
+    const auto own = sourcesOf(item, type);
+    sources.insert(sources.end(), own.begin(), own.end());
+    bool isPrivate = verdict.reason.has_value();
+    const auto children = inPaintOrder(item);
+    addLayerEffects(children);
+    for (QQuickItem* const child : children) {
+        if (mayBePainted(*child)) isPrivate |= isPrivateWithin(*child, isAgain, sources);
+    }
+    mJudge.leave();
+    return isPrivate;
+}
+
+void MaskWalkQuick::dropRedundant() {
+    const bool hasExempt = std::any_of(mAreas.begin(), mAreas.end(), [](const MaskArea& each) {
+        return each.kind == MaskArea::Kind::exempt;
+    });
+    if (hasExempt) return;
+    std::size_t index = 0;
+    std::erase_if(mAreas, [&](const MaskArea&) { return mRedundant[index++]; });
+}
+
+}  // namespace merovanta::quick

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QtCore/QHash>
+#include <QtCore/QList>
+#include <QtCore/QRectF>
+#include <QtGui/QMatrix4x4>
+#include <cstddef>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "Platform/MaskArea.h"
+#include "Platform/MaskJudge.h"
+#include "Qt/Quick/FrozenGeometryQuick.h"
+#include "Qt/Quick/ItemClassesQuick.h"
+
+class QQuickItem;
+class QQuickWindow;
+
+namespace merovanta::quick {
+
+/// One walk over all items of a window that finds what is private in it and where that shows in the picture.
+///
+/// Call it after the scene graph was synchronised with the items, while the main thread stands still.
+class MaskWalkQuick {
+ public:
+    /// The window and the judge must outlive this.
+    MaskWalkQuick(const QQuickWindow& window, MaskJudge& judge);
+
+    void run();
+
+    /// The areas, in the order of painting; those of effects come last.
+    [[nodiscard]] std::vector<MaskArea> takeAreas() { return std::move(mAreas); }
+
+    /// Where the items lie that the areas depend on.
+    [[nodiscard]] FrozenGeometryQuick takeGeometry() { return std::move(mGeometry); }
+
+ private:
+    /// An item between the root and the one that the walk is at.
+    struct Step {
+        QQuickItem* item = nullptr;
+        /// Of the item's coordinates to those of the window; computed when it is first needed.
+        std::optional<QMatrix4x4> matrix;
+        /// The part of the picture in which the item can show; computed with the matrix. In pixels.
+        QRectF shown;
+        /// How much of the picture's pixels one pixel of the layers around the item is at most; 0 in none.
+        double layerPixel = 0;
+        /// Whether its place is in the frozen geometry.
+        bool isFrozen = false;
+        /// Whether something private is in it, or it is private itself.
+        bool isPrivate = false;
+        /// What is black around it already, for a private item that it is in. In pixels.
+        QRectF covered;
+    };
+
+    /// An item that shows what other items show.
+    struct Effect {
+        QQuickItem* item = nullptr;
+        std::vector<QQuickItem*> sources;
+        QRectF area;
+        FrozenGeometryQuick geometry;
+        bool isPainted = true;
+        bool isCovered = false;
+    };
+
+    void visit(QQuickItem& item, bool isPainted);
+    void visitChildren(QQuickItem& item, bool isPainted);
+    MaskVerdict judge(const QQuickItem& item, const ItemClassQuick& type, bool isAgain);
+    void cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict);
+    void exempt(const QQuickItem& item);
+    void addFixed(const QQuickItem& item, const MaskVerdict& verdict);
+    [[nodiscard]] bool isTransparent(const QQuickItem& item) const;
+
+    /// Computes the matrix of the last step, and of those before.
+    Step& placed();
+    void placeStep(std::size_t index);
+    void freezeSteps();
+    /// All of what may show at the step, if the area in the item's coordinates cannot be told.
+    [[nodiscard]] QRectF pixelsOf(const Step& step, const std::optional<QRectF>& area) const;
+
+    [[nodiscard]] std::vector<QQuickItem*> sourcesOf(QQuickItem& item, const ItemClassQuick& type) const;
+    void addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted);
+    void addLayerEffects(const QList<QQuickItem*>& siblings);
+    void coverEffects();
+    void noteCovered(const QQuickItem& effect);
+    bool showsPrivate(QQuickItem& source);
+    bool isPrivateWithin(QQuickItem& item, bool isAgain, std::vector<QQuickItem*>& sources);
+    void dropRedundant();
+
+    const QQuickWindow& mWindow;
+    MaskJudge& mJudge;
+    ItemClassesQuick mClasses;
+    const double mScale;
+    const bool mIsSoftware;
+    std::vector<Step> mSteps;
+    std::vector<MaskArea> mAreas;
+    /// For each area whether others cover it too, as long as nothing is exempt.
+    std::vector<bool> mRedundant;
+    FrozenGeometryQuick mGeometry;
+    std::vector<Effect> mEffects;
+    /// For the items that effects show whether anything in them is private.
+    QHash<const QQuickItem*, bool> mSources;
+    /// The items that show a layer's effect, and the items that have the layer.
+    QHash<const QQuickItem*, QQuickItem*> mLayerEffects;
+    /// Of a popup's or window's item with its owner; kept here for its memory.
+    std::vector<std::size_t> mEntries;
+};
+
+}  // namespace merovanta::quick

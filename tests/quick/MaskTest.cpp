@@ -1,0 +1,255 @@
+#include <Merovanta/Quick.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "Film.h"
+#include "General/Panoptra/Monitoring/MaskedFrame.h"
+#include "General/Panoptra/Util/ViewUtils.h"
+
+using namespace merovanta;
+using merovanta::test::eventually;
+using merovanta::test::film;
+using merovanta::test::judgeOf;
+using merovanta::test::Scene;
+using merovanta::test::secretPixels;
+using merovanta::test::secrets;
+using merovanta::test::takePicture;
+
+namespace {
+
+struct Sight {
+    int before = 0;
+    int after = 0;
+    /// How much of the picture is black.
+    double black = 0;
+};
+
+/// What is secret in a picture before and after masking.
+Sight look(Scene& scene, const std::shared_ptr<PrivacyJudge>& judge) {
+    std::optional<CapturedFrame> frame;
+    EXPECT_TRUE(eventually([&] {
+        frame = takePicture(scene.root(), judge);
+        return frame.has_value();
+    }));
+    if (!frame) return {};
+    Sight sight{.before = secretPixels(frame->pixels)};
+    const MaskedFrame masked(std::move(*frame));
+    sight.after = secretPixels(masked.pixels());
+    const auto& pixels = masked.pixels();
+    const auto all = pixels.width() * pixels.height();
+    sight.black = static_cast<double>(std::count(pixels.row(0), pixels.row(0) + all, 0xff000000U)) /
+                  static_cast<double>(all);
+    return sight;
+}
+
+Sight look(Scene& scene) {
+    return look(scene, secrets());
+}
+
+class Masks : public testing::TestWithParam<const char*> {};
+
+TEST_P(Masks, CoverWhatIsSecretWhereItShows) {
+    Scene scene("ApplicationWindow { id: window; color: 'white'\n" + QString(GetParam()) + "}");
+    const Sight sight = look(scene);
+    EXPECT_GT(sight.before, 20) << "there is nothing to cover";
+    EXPECT_EQ(sight.after, 0);
+    // Anything else may be told from the picture.
+    EXPECT_LT(sight.black, 0.7);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Places, Masks,
+    testing::Values(
+        "Column { x: 30.3; y: 40.7; SecretField {} SecretField {} }",
+        "Item { x: 100; y: 90; rotation: 30; scale: 1.7; SecretField { rotation: 15 } }",
+        "Item { x: 20; y: 90; transform: [Rotation { angle: 20 }, Scale { xScale: 2 }]\n"
+        "SecretField { x: 30 } }",
+        "Component.onCompleted: { contentItem.parent.y = -40; contentItem.parent.rotation = 8 }\n"
+        "SecretField { x: 90; y: 150 }",
+        "Item { clip: true; x: 40; y: 50; width: 60; height: 60; SecretField { x: -30 } }",
+        "Item { Merovanta.tag: 7; x: 40; y: 50; Rectangle { width: 50; height: 50; color: 'magenta' } }",
+        "Item { Merovanta.tag: 7; x: 40; width: 5; height: 5; Text { color: 'magenta'; font.pixelSize: 30\n"
+        "text: 'far outside of it'; x: 20; y: 100; rotation: 12 } }",
+        "Text { Merovanta.tag: 7; x: 60; y: 60; width: 20; color: 'magenta'; font.pixelSize: 24\n"
+        "font.italic: true; text: 'WjfffQ overflow'; horizontalAlignment: Text.AlignHCenter }",
+        "TextInput { Merovanta.tag: 7; x: 60; y: 60; width: 20; height: 9; color: 'magenta'\n"
+        "font.pixelSize: 24; text: 'jpq overflow' }",
+        "TextEdit { Merovanta.tag: 7; x: 60; y: 60; width: 90; height: 9; color: 'magenta'\n"
+        "font.pixelSize: 24; text: 'jpq overflow'; wrapMode: TextEdit.Wrap }",
+        "Image { Merovanta.tag: 7; x: 60; y: 60; width: 20; height: 20\n"
+        "source: 'data:image/svg+xml;utf8,x'; Rectangle { x: -9; width: 40; height: 40; color: 'magenta' } "
+        "}"));
+
+INSTANTIATE_TEST_SUITE_P(
+    Depth, Masks,
+    testing::Values(
+        "Item { x: 60; y: 60; transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,.6,0, 0,1,.4,0, 0,0,1,0, "
+        "0,0,0,1) }\n"
+        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .5,.5,1,30, 0,0,0,1) } "
+        "} }",
+        "Item { x: 60; y: 60; width: 100; height: 100; transform: Rotation { axis { x: 0; y: 1; z: 0 } "
+        "angle: 40\n"
+        "origin.x: 50 } SecretField { y: 20; transform: Rotation { axis { x: 1; y: 0; z: 0 } angle: 30 } } }",
+        "Item { x: 60; y: 60; width: 150; height: 100; layer.enabled: true\n"
+        "transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,.6,0, 0,1,.4,0, 0,0,1,0, 0,0,0,1) }\n"
+        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .5,.5,1,30, 0,0,0,1) } "
+        "} }"));
+
+INSTANTIATE_TEST_SUITE_P(
+    Effects, Masks,
+    testing::Values(
+        "Item { visible: false; Rectangle { id: s; width: 50; height: 50; color: 'magenta'; Merovanta.tag: 7 "
+        "} }\n"
+        "ShaderEffectSource { sourceItem: s; x: 150; y: 200; width: 60; height: 60 }",
+        "Item { id: s; width: 100; height: 100; SecretField {} }\n"
+        "ShaderEffectSource { sourceItem: s; x: 150; y: 200; width: 60; height: 60; hideSource: true }",
+        "Item { id: s; x: 10; width: 100; height: 100; Merovanta.tag: 7\n"
+        "Rectangle { id: inner; width: 40; height: 40; color: 'magenta' } }\n"
+        "ShaderEffectSource { sourceItem: inner; x: 150; y: 200; width: 60; height: 60 }",
+        "Item { visible: false; Item { id: s; width: 100; height: 100; SecretField {} } }\n"
+        "Item { visible: false; Item { id: t; width: 70; height: 70\n"
+        "ShaderEffectSource { sourceItem: s; width: 60; height: 60 } } }\n"
+        "ShaderEffectSource { sourceItem: t; x: 150; y: 200; width: 90; height: 90 }",
+        "Item { y: 90; width: 150; height: 100; layer.enabled: true\n"
+        "layer.textureMirroring: ShaderEffectSource.NoMirroring; SecretField {} }",
+        "Item { y: 90; width: 200; height: 100; layer.enabled: true; layer.textureSize: Qt.size(10, 5); "
+        "SecretField {} }",
+        "Item { y: 90; width: 100; height: 60; scale: 3; transformOrigin: Item.TopLeft; layer.enabled: true; "
+        "layer.smooth: true\n"
+        "SecretField { width: 30; height: 30; x: 20; y: 10 } }",
+        "Item { y: 90; width: 100; height: 60; layer.enabled: true; SecretField {}\n"
+        "layer.effect: Item { property var source; ShaderEffectSource { sourceItem: parent.source; "
+        "anchors.fill: parent } } }"));
+
+TEST(MaskedWindow, IsCoveredAsAWhole) {
+    Scene scene(
+        "Window { color: 'white'; Merovanta.tag: 7; Rectangle { width: 30; height: 30; color: 'magenta' } }");
+    const Sight sight = look(scene);
+    EXPECT_GT(sight.before, 0);
+    EXPECT_EQ(sight.black, 1);
+}
+
+TEST(MaskedPopups, AreCoveredWithAllThatIsInThem) {
+    Scene scene(R"(ApplicationWindow {
+        color: "white"
+        Dialog { objectName: "dialog"; visible: true; x: 40; y: 60; width: 120; height: 120
+            Rectangle { x: -20; width: 100; height: 20; color: "magenta" } }
+    })");
+    const auto serial = [&] { return platform::current().screenCapture().paintSerial(*scene.root()); };
+    EXPECT_GT(look(scene).after, 0);
+    QTest::qWait(400);
+    const auto before = serial();
+    // A popup is no item that could be painted anew.
+    quick::setTag(*scene.object("dialog"), 7);
+    EXPECT_NE(serial(), before);
+    const auto frame = takePicture(scene.root(), secrets());
+    ASSERT_TRUE(frame);
+    EXPECT_EQ(frame->paintSerial, serial()) << "the picture shows it already";
+    EXPECT_EQ(look(scene).after, 0);
+    quick::setTag(*scene.object("dialog"), 0);
+    quick::setMasked(*scene.object("dialog"), true);
+    EXPECT_EQ(look(scene, judgeOf({})).after, 0);
+}
+
+TEST(MarkedItems, AreCoveredWithoutListsButForTheExceptions) {
+    Scene scene(R"(ApplicationWindow {
+        color: "white"
+        Page {
+            anchors.fill: parent
+            Merovanta.masked: true
+            Text { objectName: "secret"; x: 60; y: 60; text: "secret"; color: "magenta"; font.pixelSize: 40 }
+            Rectangle { objectName: "public"; x: 20; y: 200; width: 100; height: 100; color: "#00ff00"
+                Merovanta.masked: false
+                Rectangle { objectName: "inner"; width: 20; height: 20; color: "magenta"; Merovanta.masked: true } }
+        }
+    })");
+    const auto nothing = judgeOf({});
+    Sight sight = look(scene, nothing);
+    EXPECT_GT(sight.before, 400);
+    EXPECT_EQ(sight.after, 0);
+    EXPECT_NEAR(sight.black, 1 - (100.0 * 100 - 20 * 20) / (300 * 400), 0.01);
+    // Nothing shows through an exception but plain grounds.
+    scene.item("secret")->setPosition({20, 220});
+    sight = look(scene, nothing);
+    EXPECT_EQ(sight.after, 0);
+    scene.item("secret")->setZ(1);
+    sight = look(scene, nothing);
+    EXPECT_EQ(sight.after, 0);
+    scene.item("public")->setProperty("color", "transparent");
+    scene.item("secret")->setZ(-1);
+    EXPECT_EQ(look(scene, nothing).after, 0);
+    quick::setMasked(*scene.item("secret"), false);
+    EXPECT_GT(look(scene, nothing).after, 0);
+    quick::setMasked(*scene.item("secret"), std::nullopt);
+    EXPECT_EQ(look(scene, nothing).after, 0);
+}
+
+TEST(Policies, CoverWhatIsOfTheirKindAndHiddenInputsAreAlwaysCovered) {
+    const auto* const kinds = R"(ApplicationWindow {
+        color: "white"
+        component Field: TextField { color: "magenta"; font.pixelSize: 30; text: "12345"; background: null }
+        Column {
+            Item { width: 200; height: 60; %1 }
+        }
+    })";
+    struct Case {
+        const char* qml;
+        bool inputs;
+        bool texts;
+        bool pictures;
+    };
+    for (const Case& each :
+         {Case{"Field {}", true, true, false},
+          Case{"Field { echoMode: TextInput.Password }", true, true, true},
+          Case{"Label { color: 'magenta'; font.pixelSize: 30; text: 'text' }", false, true, false},
+          Case{"TextArea { color: 'magenta'; font.pixelSize: 30; text: 'text' }", true, true, false},
+          Case{
+              "Canvas { width: 50; height: 50; onPaint: { var c = getContext('2d'); c.fillStyle = 'magenta'; "
+              "c.fillRect(0, 0, 50, 50) } }",
+              false, false, true},
+          Case{"Rectangle { color: 'magenta'; width: 30; height: 30 }", false, false, false}}) {
+        Scene scene(QString(kinds).arg(each.qml));
+        QTest::qWait(50);
+        const bool isHidden = QString(each.qml).contains("echoMode");
+        const auto isCovered = [&](PrivacySettings settings) {
+            const Sight sight = look(scene, judgeOf({}, settings));
+            EXPECT_GT(sight.before, 0) << each.qml;
+            return sight.after == 0;
+        };
+        EXPECT_EQ(isCovered({}), isHidden) << each.qml;
+        EXPECT_EQ(isCovered({.masksTextInputs = true}), each.inputs) << each.qml;
+        EXPECT_EQ(isCovered({.masksTexts = true}), each.texts) << each.qml;
+        EXPECT_EQ(isCovered({.masksPictures = true}), each.pictures) << each.qml;
+        quick::setMasked(*scene.window().contentItem(), false);
+        EXPECT_EQ(isCovered({true, true, true, true}), isHidden) << "an exception: " << each.qml;
+    }
+}
+
+TEST(MaskedClasses, AreKnownUnderNamesThatAreRegisteredLater) {
+    Scene scene("ApplicationWindow { color: 'white'; SecretField { x: 60; y: 90; Merovanta.tag: 0 } }");
+    const auto covers = [&] { return look(scene, judgeOf({{}, {"LateName"}})).after == 0; };
+    EXPECT_FALSE(covers());
+    qmlRegisterType(QUrl("qrc:/scenes/SecretField.qml"), "Late", 1, 0, "LateName");
+    EXPECT_TRUE(covers());
+}
+
+TEST(MaskedItems, SurviveWhatIsNoPlaceAndWhatDies) {
+    Scene scene(R"(ApplicationWindow {
+        color: "white"
+        SecretField { objectName: "secret"; x: 60; y: 90; Merovanta.masked: true }
+    })");
+    EXPECT_LT(look(scene).black, 0.2);
+    scene.item("secret")->setX(std::nan(""));
+    EXPECT_EQ(look(scene).black, 1) << "nobody knows where it is";
+    scene.item("secret")->setX(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(look(scene).black, 1);
+    scene.item("secret")->setX(60);
+    EXPECT_LT(look(scene).black, 0.2);
+    delete scene.item("secret");
+    EXPECT_EQ(look(scene).black, 0);
+}
+
+}  // namespace
