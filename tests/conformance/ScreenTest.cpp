@@ -48,7 +48,7 @@ TEST_F(Screen, ViewsAreListedBackToFrontWithWhatTheHostGaveThem) {
 
 TEST_F(Screen, ClassesAreKnownByTheirNameAndTheNamesOfTheirBases) {
     harness->show(Page::views);
-    const auto classExists = [this](const std::string& name) {
+    const auto classExists = [this](const std::string& name) -> bool {
         return platform().application().classesExist({name}).at(0);
     };
     for (const auto* name : {"SecretField", "Field"}) {

@@ -41,7 +41,7 @@ struct Tally {
 [[nodiscard]] int secretPixels(const PixelBuffer& pixels);
 
 /// Takes pictures as often as possible; the step runs before each.
-[[nodiscard]] Tally film(Scene& scene, int attempts, const std::function<void(int attempt)>& step = {},
-                         const IOSConfig& lists = {{"7"}, {}});
+Tally film(Scene& scene, int attempts, const std::function<void(int attempt)>& step = {},
+           const IOSConfig& lists = {{"7"}, {}});
 
 }  // namespace merovanta::test

@@ -53,8 +53,8 @@ TEST(Views, AreCalledByTheirPlainClassNames) {
         EXPECT_FALSE(is(5, kind)) << kind;
     }
 
-    const auto classExists = [](const std::string& name) {
-        return current().application().classesExist({name}).at(0);
+    const auto classExists = [](const std::string& className) -> bool {
+        return current().application().classesExist({className}).at(0);
     };
     for (const auto* kind : {"LoginPage", "Badge", "QQuickTextField", "TextField", "Rectangle", "ListView"}) {
         EXPECT_TRUE(classExists(kind)) << kind;

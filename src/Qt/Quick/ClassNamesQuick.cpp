@@ -97,19 +97,24 @@ bool ClassNamesQuick::isKindOf(const QObject& object, std::string_view name) {
 void ClassNamesQuick::update() {
     const auto types = QQmlMetaType::qmlTypes();
     const std::scoped_lock lock(mMutex);
-    int last = mLastType;
     for (const QQmlType& type : types) {
-        if (type.index() <= mLastType) continue;
-        last = std::max(last, type.index());
-        const std::string name = objectName(type);
-        if (!name.empty()) mKnown.insert(name);
-        if (type.elementName().isEmpty()) continue;
-        const std::string element = type.elementName().toStdString();
-        mKnown.insert(element);
-        auto& names = mTypeNames[name];
-        if (std::find(names.begin(), names.end(), element) == names.end()) names.push_back(element);
+        // The places of types that are gone are given to others.
+        const auto place = static_cast<std::size_t>(std::max(type.index(), 0));
+        if (place >= mTypes.size()) mTypes.resize(place + 1);
+        Type now{type.elementName(), type.isComposite() ? nullptr : type.baseMetaObject(),
+                 type.isComposite() ? type.sourceUrl() : QUrl()};
+        if (mTypes[place] == now) continue;
+        mTypes[place] = std::move(now);
+        add(objectName(type), type.elementName().toStdString());
     }
-    mLastType = last;
+}
+
+void ClassNamesQuick::add(const std::string& name, const std::string& element) {
+    if (!name.empty()) mKnown.insert(name);
+    if (element.empty()) return;
+    mKnown.insert(element);
+    auto& names = mTypeNames[name];
+    if (std::find(names.begin(), names.end(), element) == names.end()) names.push_back(element);
 }
 
 std::vector<std::string> ClassNamesQuick::namesOf(const QMetaObject& type) {

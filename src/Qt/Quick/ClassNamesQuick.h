@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QUrl>
 #include <cstddef>
 #include <map>
 #include <mutex>
@@ -42,6 +44,16 @@ class ClassNamesQuick {
  private:
     ClassNamesQuick() = default;
 
+    /// What tells one QML type from another that has taken its place.
+    struct Type {
+        QString element;
+        const QMetaObject* objects = nullptr;
+        QUrl file;
+
+        bool operator==(const Type&) const = default;
+    };
+
+    void add(const std::string& name, const std::string& element);
     [[nodiscard]] bool isKnown(const std::string& name);
 
     std::mutex mMutex;
@@ -50,8 +62,8 @@ class ClassNamesQuick {
     std::map<std::string, std::vector<std::string>, std::less<>> mTypeNames;
     /// All that is a name of some class met or registered so far.
     std::set<std::string, std::less<>> mKnown;
-    /// The types up to here are in the tables.
-    int mLastType = -1;
+    /// The types in the tables, each at its index.
+    std::vector<Type> mTypes;
 };
 
 }  // namespace merovanta::quick

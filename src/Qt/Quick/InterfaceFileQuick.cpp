@@ -8,6 +8,8 @@
 #include <QtQuick/QQuickWindow>
 #include <algorithm>
 
+#include "Qt/Quick/MerovantaQuick.h"
+
 static void initInterfaceFiles() {
     // Has to stand outside a namespace.
     Q_INIT_RESOURCE(merovanta_quick);
@@ -51,6 +53,7 @@ QObject* loadInterfaceFile(const QString& name, QQuickWindow& window, QObject& o
         return nullptr;
     }
     object->setParent(&owner);
+    if (auto* const marks = MerovantaQuick::attachedTo(*object)) marks->setOwn();
     // What it shows would stay without answering to anything any more.
     QObject::connect(&engine, &QObject::destroyed, object, [object] { delete object; });
     return object;
