@@ -13,7 +13,7 @@ struct PrivacySettings;
 /// what the host has marked as private on the view itself (in Qt Quick: `Merovanta.masked`); and text inputs
 /// that hide what is typed.
 ///
-/// Nothing is thrown and nothing fails; no platform is needed. Thread: main.
+/// Nothing is thrown and nothing fails; no platform is needed but for the preview. Thread: main.
 class MEROVANTA_EXPORT MerovantaPrivacy {
  public:
     MerovantaPrivacy(const MerovantaPrivacy&) = delete;
@@ -36,8 +36,17 @@ class MEROVANTA_EXPORT MerovantaPrivacy {
     void setMaskPictures(bool masked);
     [[nodiscard]] bool maskPictures() const;
 
+    /// For developers: whether the application's windows show outlines around what would be covered in a picture
+    /// of them, with the reason: an entry of the lists, a mark, a setting of these. No session need run, but
+    /// without one there are no lists. The outlines are in no picture and take no input. Without a platform
+    /// this does nothing. False unless the host says otherwise; in Qt Quick also true from the start with
+    /// MEROVANTA_PRIVACY_PREVIEW=1 in the environment.
+    void setPreview(bool shown);
+    [[nodiscard]] bool preview() const;
+
  private:
     friend class Merovanta;
+    friend class PrivacyPreview;
     friend class ViewMonitor;
     MerovantaPrivacy();
 

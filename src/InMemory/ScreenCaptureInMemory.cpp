@@ -56,7 +56,7 @@ void ScreenCaptureInMemory::capture(std::shared_ptr<View> root, PixelBuffer buff
     ++captures;
     std::optional<CapturedFrame> frame;
     const auto view = dynamic_cast<const ViewInMemory&>(*root).native();
-    if (isShown(view, mApplication)) {
+    if (!isFailing && isShown(view, mApplication)) {
         const double scale = mApplication.screen.scale;
         buffer.resize(static_cast<std::size_t>(std::lround(view->frame.width * scale)),
                       static_cast<std::size_t>(std::lround(view->frame.height * scale)));

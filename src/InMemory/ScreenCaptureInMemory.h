@@ -20,8 +20,16 @@ class ScreenCaptureInMemory : public ScreenCapture {
     void capture(std::shared_ptr<View> root, PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                  Completion completion) override;
 
+    void setPreview(MaskPreviewSource source) override { preview = std::move(source); }
+
     /// How many pictures were asked for.
     int captures = 0;
+
+    /// Whether there are none to be had.
+    bool isFailing = false;
+
+    /// Empty for none.
+    MaskPreviewSource preview;
 
     /// From the picture to its delivery, as a toolkit with a render thread has it.
     std::chrono::milliseconds delay{0};

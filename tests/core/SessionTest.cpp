@@ -58,6 +58,37 @@ TEST_F(SessionTest, TellsTheServiceWhoAndWhereBeforeAnythingElse) {
                     "[DEBUG] Panoptra: Should start or force is set", "[DEBUG] Panoptra: Start monitor"));
 }
 
+TEST_F(SessionTest, SaysOnceThatThereAreNoPicturesAndAsksForThemEverMoreRarely) {
+    const std::string none = "[WARNING] PictureGap: No picture could be taken for more than 3 seconds";
+    const std::string again = "[WARNING] PictureGap: Pictures are taken again";
+    startSession();
+    auto& capture = platform->screenCapture();
+    const auto gap = [&](std::chrono::seconds length) {
+        capture.isFailing = true;
+        capture.captures = 0;
+        platform->app.paint();
+        advance(length);
+        capture.isFailing = false;
+        return capture.captures;
+    };
+    EXPECT_GE(gap(2s), 3) << "soon, at first";
+    advance(4s);
+    EXPECT_THAT(log.lines("[WARNING]"), IsEmpty());
+
+    EXPECT_LE(gap(60s), 25);
+    EXPECT_THAT(log.lines("[WARNING]"), ElementsAre(none));
+    const auto sent = service.screenshots().size();
+    paint(0xFF00FF00);
+    advance(4s);
+    EXPECT_THAT(service.screenshots(), SizeIs(sent + 1));
+    EXPECT_THAT(log.lines("[WARNING]"), ElementsAre(none, again));
+
+    gap(10s);
+    Merovanta::panoptra().stop();
+    startSession();
+    EXPECT_THAT(log.lines("[WARNING]"), ElementsAre(none, again, none)) << "another session, another start";
+}
+
 TEST_F(SessionTest, AnUnchangedScreenIsSentOnceAndCostsNothingAfterwards) {
     startSession();
     advance(60s);

@@ -214,28 +214,22 @@ TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {
     }
 }
 
-TEST(ScreenCaptureMasks, AreNotTrustedWhileAnAnimatorRuns) {
+TEST(ScreenCaptureMasks, FollowWhatAnimatorsMove) {
+    const auto* const mover = R"(XAnimator {
+        target: moved; from: 0; to: 100; duration: 400; loops: Animation.Infinite; running: true
+    } OpacityAnimator { target: moved; from: 0; to: 1; duration: 90; loops: Animation.Infinite; running: true })";
+    const auto* const layer = "layer.enabled: true; width: 200; height: 80;";
     for (const auto* const scenery :
-         {"SecretField { id: moved; y: 40; %1 }", "Item { SecretField { id: moved; y: 40; %1 } }",
-          "Item { layer.enabled: true; width: 300; height: 400; SecretField { id: moved; y: 40; %1 } }",
-          "Item { id: moved; layer.enabled: true; width: 200; height: 80; SecretField { x: 10; y: 10 } %1 "
-          "}"}) {
-        Scene scene(QString("Window {" + QString(scenery) + "}").arg(R"(XAnimator {
-            objectName: "animator"; target: moved; from: 0; to: 100; duration: 400
-            loops: Animation.Infinite; running: true
-        })"));
-        const auto tally = film(scene, attempts);
+         {"SecretField { id: moved; y: 40; opacity: 0; %1 }",
+          "Item { id: moved; RotationAnimator on rotation { to: 180; duration: 700 } SecretField { y: 40 } %1 }",
+          "Item { %2 clip: true; SecretField { id: moved; y: 40; %1 } }",
+          "Item { id: moved; %2 SecretField { x: 10; y: 10 } %1 }",
+          "Item { %2 Item { %2 id: moved; scale: 0.7; SecretField { x: 10; y: 10 } %1 } }"}) {
+        Scene scene(QString("Window {" + QString(scenery) + "}").replace("%1", mover).replace("%2", layer));
+        const auto tally = film(scene, attempts / 2);
         EXPECT_EQ(tally.leaked, 0) << scenery;
-        EXPECT_LT(tally.delivered, attempts / 2) << scenery;
-
-        QObject* const animator = scene.object("animator");
-        animator->setProperty("running", false);
-        QTest::qWait(100);
-        // Stopped just where a loop begins, it leaves the item painted beside its place until that changes.
-        animator->property("target").value<QQuickItem*>()->setX(50);
-        const auto after = film(scene, 5);
-        EXPECT_EQ(after.masked, 5) << "at rest the pictures come again: " << scenery;
-        EXPECT_EQ(after.leaked, 0) << scenery;
+        EXPECT_EQ(tally.delivered, attempts / 2) << scenery;
+        EXPECT_GT(tally.masked, 0) << scenery;
     }
 }
 

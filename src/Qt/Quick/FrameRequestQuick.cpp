@@ -20,18 +20,23 @@ void FrameRequestQuick::freeze(const QQuickWindow& window) {
     MaskWalkQuick walk(window, *mJudge);
     walk.run();
     mFrame.masks = walk.takeAreas();
-    mGeometry = walk.takeGeometry();
+    mGeometry.emplace(walk.takeGeometry());
     mMarksSerial = PaintSerialQuick::outdated();
-    // A layer's picture may be one frame older than the nodes, so they must be in place already now, before
-    // the animators move on, and not only when the frame is done.
-    if (!mGeometry.matchesScene()) return fail();
+    mGeometry->compareWithScene();
     mFrame.scale = window.effectiveDevicePixelRatio();
     mSize = QSizeF(window.size()) * mFrame.scale;
     mStage = Stage::frozen;
 }
 
 void FrameRequestQuick::verify() {
-    if (mStage == Stage::frozen) mStage = mGeometry.matchesScene() ? Stage::verified : Stage::failed;
+    if (mStage != Stage::frozen) return;
+    mStage = Stage::verified;
+    mGeometry->compareWithScene();
+    if (!mGeometry->hasMoved()) return;
+    // What moves may be behind what is exempt, too.
+    std::erase_if(mFrame.masks, [](const MaskArea& area) { return area.kind == MaskArea::Kind::exempt; });
+    auto moved = mGeometry->areasInScene();
+    mFrame.masks.insert(mFrame.masks.end(), moved.begin(), moved.end());
 }
 
 bool FrameRequestQuick::fits(QSize pixels) const {

@@ -27,7 +27,8 @@ class FrameRequestQuick {
     [[nodiscard]] bool isFrozen() const { return mStage == Stage::frozen; }
     [[nodiscard]] bool hasFailed() const { return mStage == Stage::failed; }
 
-    /// Checks that the scene just painted shows the frozen geometry. On the thread that renders.
+    /// Adds masks for what the scene just painted shows elsewhere than in the frozen geometry. On the thread
+    /// that renders.
     void verify();
 
     void fail() { mStage = Stage::failed; }
@@ -49,7 +50,7 @@ class FrameRequestQuick {
     CapturedFrame mFrame;
     QSizeF mSize;
     std::uint64_t mMarksSerial = 0;
-    FrozenGeometryQuick mGeometry;
+    std::optional<FrozenGeometryQuick> mGeometry;
 };
 
 }  // namespace merovanta::quick

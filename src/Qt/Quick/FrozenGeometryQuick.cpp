@@ -8,7 +8,6 @@
 #include <private/qquickitem_p.h>
 #include <private/qquickshadereffectsource_p.h>
 
-#include "Qt/Quick/PlacementQuick.h"
 #include "Qt/Quick/SceneGraphQuick.h"
 
 namespace merovanta::quick {
@@ -22,42 +21,88 @@ bool isSamePlace(const QMatrix4x4& a, const QMatrix4x4& b) {
     const float* const right = b.constData();
     for (int index = 0; index < 16; ++index) {
         const float tolerance = index >= 12 ? 1e-2F : 1e-5F;
-        // Also where both are infinite, or both no number at all.
-        const bool isSame =
-            left[index] == right[index] || (std::isnan(left[index]) && std::isnan(right[index]));
-        if (!isSame && !(std::abs(left[index] - right[index]) <= tolerance)) return false;
+        if (!(std::abs(left[index] - right[index]) <= tolerance)) return false;
     }
     return true;
 }
 
+const QSGTransformNode* nodeOf(const QQuickItem* item) {
+    return item == nullptr ? nullptr : QQuickItemPrivate::get(item)->itemNodeInstance;
+}
+
 }  // namespace
 
-void FrozenGeometryQuick::add(const QQuickItem& item) {
-    const QQuickItemPrivate* const details = QQuickItemPrivate::get(&item);
-    // An item without a node has not been painted at all.
-    if (details->itemNodeInstance == nullptr) return;
-    mPlacements.push_back({details->itemNodeInstance, placementOf(item)});
+std::size_t FrozenGeometryQuick::add(const QQuickItem& item, const SightStepQuick& step,
+                                     std::optional<std::size_t> parent) {
     // A layered item is painted by a stand-in, which animators then move in its place.
     const QQuickItemLayer* const layer = layerOf(item);
-    const QQuickItem* const standIn = layer == nullptr ? nullptr : layer->effectSource();
-    if (standIn != nullptr) add(*standIn);
+    mSteps.push_back({.step = step,
+                      .parent = parent,
+                      .bounds = QRectF(QPointF(), item.size()),
+                      .node = nodeOf(&item),
+                      .standIn = layer == nullptr ? nullptr : nodeOf(layer->effectSource())});
+    return mSteps.size() - 1;
+}
+
+void FrozenGeometryQuick::addArea(std::size_t item, const std::optional<QRectF>& area,
+                                  const MaskReason& reason, bool isHidden) {
+    mAreas.push_back({item, area, reason, isHidden});
 }
 
 void FrozenGeometryQuick::addTransparent(const QSGOpacityNode& node) {
     mTransparent.push_back(&node);
 }
 
-void FrozenGeometryQuick::add(const FrozenGeometryQuick& other) {
-    mPlacements.insert(mPlacements.end(), other.mPlacements.begin(), other.mPlacements.end());
-    mTransparent.insert(mTransparent.end(), other.mTransparent.begin(), other.mTransparent.end());
+void FrozenGeometryQuick::compareWithScene() {
+    for (Step& step : mSteps) {
+        for (const QSGTransformNode* const node : {step.node, step.standIn}) {
+            if (node != nullptr && !isSamePlace(node->matrix(), step.step.place)) step.hasMoved = true;
+        }
+        mHasMoved |= step.hasMoved;
+    }
+    mHasAppeared |= std::any_of(mTransparent.begin(), mTransparent.end(),
+                                [](const QSGOpacityNode* node) { return node->opacity() > 0; });
+    mHasMoved |= mHasAppeared;
 }
 
-bool FrozenGeometryQuick::matchesScene() const {
-    const bool areInPlace = std::all_of(
-        mPlacements.begin(), mPlacements.end(),
-        [](const Placement& placement) { return isSamePlace(placement.node->matrix(), placement.expected); });
-    return areInPlace && std::all_of(mTransparent.begin(), mTransparent.end(),
-                                     [](const QSGOpacityNode* node) { return node->opacity() <= 0; });
+std::vector<MaskArea> FrozenGeometryQuick::areasInScene() const {
+    const auto sights = sightsInScene();
+    std::vector<MaskArea> areas;
+    for (const Area& original : mAreas) {
+        if (original.isHidden && !mHasAppeared) continue;
+        const Area area = widened(original);
+        const QRectF rect = pixelsOf(sights[area.step], area.area);
+        if (rect.isEmpty()) continue;
+        areas.push_back({.rect = {rect.x(), rect.y(), rect.width(), rect.height()},
+                         .kind = MaskArea::Kind::cover,
+                         .reason = area.reason});
+    }
+    return areas;
+}
+
+std::vector<SightQuick> FrozenGeometryQuick::sightsInScene() const {
+    std::vector<SightQuick> sights;
+    sights.reserve(mSteps.size());
+    for (const Step& each : mSteps) {
+        SightStepQuick step = each.step;
+        const QSGTransformNode* const node = each.standIn != nullptr ? each.standIn : each.node;
+        if (node != nullptr) step.place = node->matrix();
+        sights.push_back(sightIn(each.parent ? sights[*each.parent] : mWindow, step));
+    }
+    return sights;
+}
+
+FrozenGeometryQuick::Area FrozenGeometryQuick::widened(Area area) const {
+    bool hasMoved = false;
+    for (std::optional<std::size_t> index = area.step; index; index = mSteps[*index].parent) {
+        const Step& step = mSteps[*index];
+        if (hasMoved && step.step.isLayered) {
+            area.step = *index;
+            area.area = step.bounds;
+        }
+        hasMoved |= step.hasMoved;
+    }
+    return area;
 }
 
 }  // namespace merovanta::quick

@@ -1,7 +1,12 @@
 #pragma once
 
-#include <QtGui/QMatrix4x4>
+#include <QtCore/QRectF>
+#include <cstddef>
+#include <optional>
 #include <vector>
+
+#include "Platform/MaskArea.h"
+#include "Qt/Quick/SightQuick.h"
 
 class QQuickItem;
 class QSGOpacityNode;
@@ -9,33 +14,71 @@ class QSGTransformNode;
 
 namespace merovanta::quick {
 
-/// Where the item tree says that some items are, kept to compare with where the scene graph paints them.
+/// Where the item tree says that private items are, kept to compare with where the scene graph paints them.
 ///
 /// The two part company when animators (XAnimator, ScaleAnimator, …) run: these move the nodes of the scene
-/// graph on the render thread and tell the item only when they are done.
+/// graph on the render thread and tell the item only when they are done. What has moved so is covered where
+/// its nodes are; what has moved inside a layer, whose picture may be a frame older, is covered with all of
+/// the layer.
 class FrozenGeometryQuick {
  public:
-    /// Adds the item, without what it lies in. Call it after the scene graph was synchronised with the items,
-    /// while the main thread stands still.
-    void add(const QQuickItem& item);
+    /// The sight of the window.
+    explicit FrozenGeometryQuick(const SightQuick& window) : mWindow(window) {}
+
+    // Call these after the scene graph was synchronised with the items, while the main thread stands still:
+
+    /// Adds an item after the one that it lies in, and gives it a number.
+    std::size_t add(const QQuickItem& item, const SightStepQuick& step, std::optional<std::size_t> parent);
+
+    /// Adds what a private item of this number takes up, in its own coordinates; hidden if it is in something
+    /// that lets nothing through.
+    void addArea(std::size_t item, const std::optional<QRectF>& area, const MaskReason& reason, bool isHidden);
 
     /// Adds a node that lets nothing through.
     void addTransparent(const QSGOpacityNode& node);
 
-    void add(const FrozenGeometryQuick& other);
+    // Call these before the next synchronisation, on the thread that renders:
 
-    /// Whether the nodes are now where the items were, and still let nothing through. Until the next
-    /// synchronisation, on the thread that renders.
-    [[nodiscard]] bool matchesScene() const;
+    /// Takes note of what is not where its item was. To be called after the synchronisation and when the frame
+    /// is painted: the animators move on in between.
+    void compareWithScene();
+
+    /// Whether anything was not.
+    [[nodiscard]] bool hasMoved() const { return mHasMoved; }
+
+    /// Where the private items are now painted.
+    [[nodiscard]] std::vector<MaskArea> areasInScene() const;
 
  private:
-    struct Placement {
+    struct Step {
+        SightStepQuick step;
+        std::optional<std::size_t> parent;
+        /// The item's bounds.
+        QRectF bounds;
+        /// Null for what has not been painted.
         const QSGTransformNode* node = nullptr;
-        QMatrix4x4 expected;
+        /// The one that stands in for a layered item.
+        const QSGTransformNode* standIn = nullptr;
+        bool hasMoved = false;
     };
 
-    std::vector<Placement> mPlacements;
+    struct Area {
+        std::size_t step = 0;
+        std::optional<QRectF> area;
+        MaskReason reason;
+        bool isHidden = false;
+    };
+
+    [[nodiscard]] std::vector<SightQuick> sightsInScene() const;
+    /// As if all of the outermost layer in which it moves were private.
+    [[nodiscard]] Area widened(Area area) const;
+
+    SightQuick mWindow;
+    std::vector<Step> mSteps;
+    std::vector<Area> mAreas;
     std::vector<const QSGOpacityNode*> mTransparent;
+    bool mHasMoved = false;
+    bool mHasAppeared = false;
 };
 
 }  // namespace merovanta::quick

@@ -57,6 +57,7 @@ void specialize(ItemClassQuick& facts, const QMetaObject& type) {
     } else if (isAny(name, "QQuickVideoOutput", "QQuickCanvasItem", "QQuickAnimatedSprite",
                      "QQuickSpriteSequence", "QQuickPaintedItem", "QQuickPdfPageImage")) {
         facts.content = ViewContent::picture;
+        facts.isCanvas = name == "QQuickCanvasItem";
     }
 }
 

@@ -18,6 +18,7 @@ struct ItemClassQuick {
     bool isTextInput = false;
     bool isText = false;
     bool isImage = false;
+    bool isCanvas = false;
     bool isPopupItem = false;
     bool isShaderEffectSource = false;
     bool isShaderEffect = false;

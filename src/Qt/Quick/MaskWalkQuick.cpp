@@ -25,9 +25,6 @@ namespace merovanta::quick {
 
 namespace {
 
-/// How many pixels renderers may paint beside an edge.
-constexpr double blur = 1;
-
 ViewContent contentOf(const QQuickItem& item, const ItemClassQuick& type) {
     if (type.isTextInput) {
         const auto& input = static_cast<const QQuickTextInput&>(item);
@@ -56,19 +53,6 @@ bool keepsUpright(const QMatrix4x4& matrix) {
     return isFlat && (isStraight || isQuarterTurn);
 }
 
-/// The matrix for what is painted on the plane of the item, whatever its own depth was.
-QMatrix4x4 flattened(QMatrix4x4 matrix) {
-    if (matrix(0, 2) != 0 || matrix(1, 2) != 0 || matrix(3, 2) != 0) matrix.setColumn(2, QVector4D());
-    return matrix;
-}
-
-/// How many pixels a length of one becomes at most; infinite where that differs from place to place.
-double magnification(const QMatrix4x4& matrix) {
-    if (matrix(3, 0) != 0 || matrix(3, 1) != 0) return std::numeric_limits<double>::infinity();
-    return std::max(std::hypot(static_cast<double>(matrix(0, 0)), static_cast<double>(matrix(1, 0))),
-                    std::hypot(static_cast<double>(matrix(0, 1)), static_cast<double>(matrix(1, 1))));
-}
-
 bool contains(const QRectF& outer, const QRectF& inner) {
     return outer.left() <= inner.left() && outer.top() <= inner.top() && outer.right() >= inner.right() &&
            outer.bottom() >= inner.bottom();
@@ -84,8 +68,8 @@ MaskWalkQuick::MaskWalkQuick(const QQuickWindow& window, MaskJudge& judge)
     : mWindow(window),
       mJudge(judge),
       mClasses(judge),
-      mScale(window.effectiveDevicePixelRatio()),
-      mIsSoftware(window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software) {}
+      mIsSoftware(window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software),
+      mWindowSight(sightOf(window)) {}
 
 void MaskWalkQuick::run() {
     mJudge.begin(MerovantaQuick::isAnyMasked());
@@ -103,7 +87,7 @@ void MaskWalkQuick::visit(QQuickItem& item, bool isPainted) {
     const bool isHidden = isPainted && isTransparent(item);
     const bool isShown = isPainted && !isHidden;
     mSteps[depth].isPrivate = verdict.reason.has_value();
-    if (verdict.reason && isShown) cover(item, type, verdict);
+    if (verdict.reason) cover(item, type, verdict, isShown);
     if (verdict.kind == MaskArea::Kind::exempt && isShown) exempt(item);
     if (verdict.paintsFixed) addFixed(item, verdict);
     if (auto sources = sourcesOf(item, type); !sources.empty()) addEffect(item, std::move(sources), isShown);
@@ -157,30 +141,31 @@ bool MaskWalkQuick::isTransparent(const QQuickItem& item) const {
     return node != nullptr && node->opacity() <= 0;
 }
 
-void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict) {
-    const Step& step = placed();
-    freezeSteps();
+void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict,
+                          bool isShown) {
+    Step& step = placed();
     const bool hasContents = item.flags().testFlag(QQuickItem::ItemHasContents);
     if (!verdict.isNamed && !hasContents) return;
-    const QRectF rect = pixelsOf(step, paintedArea(item, type, mIsSoftware));
-    if (rect.isEmpty()) return;
+    const auto painted = paintedArea(item, type, mIsSoftware);
+    mGeometry.addArea(step.frozen, painted, *verdict.reason, !isShown);
+    const QRectF rect = pixelsOf(*step.sight, painted);
+    if (!isShown || rect.isEmpty()) return;
     const bool isRedundant = contains(step.covered, rect);
     mAreas.push_back(area(rect, verdict.kind, verdict));
     mRedundant.push_back(isRedundant);
-    if (!isRedundant) mSteps.back().covered = rect;
+    if (!isRedundant) step.covered = rect;
 }
 
 void MaskWalkQuick::exempt(const QQuickItem& item) {
-    const Step& step = placed();
-    freezeSteps();
-    if (!keepsUpright(*step.matrix)) return;
-    const auto place = mapped(*step.matrix, QRectF(QPointF(), item.size()).normalized());
+    const SightQuick& sight = *placed().sight;
+    if (!keepsUpright(sight.matrix)) return;
+    const auto place = mapped(sight.matrix, QRectF(QPointF(), item.size()).normalized());
     if (!place) return;
     // Inwards: what shows at its edge is not its own.
-    const double left = std::max(std::ceil(place->left() * mScale), step.shown.left());
-    const double top = std::max(std::ceil(place->top() * mScale), step.shown.top());
-    const double right = std::min(std::floor(place->right() * mScale), step.shown.right());
-    const double bottom = std::min(std::floor(place->bottom() * mScale), step.shown.bottom());
+    const double left = std::max(std::ceil(place->left() * sight.scale), sight.shown.left());
+    const double top = std::max(std::ceil(place->top() * sight.scale), sight.shown.top());
+    const double right = std::min(std::floor(place->right() * sight.scale), sight.shown.right());
+    const double bottom = std::min(std::floor(place->bottom() * sight.scale), sight.shown.bottom());
     if (left >= right || top >= bottom) return;
     mAreas.push_back(area({left, top, right - left, bottom - top}, MaskArea::Kind::exempt, {}));
     mRedundant.push_back(false);
@@ -196,7 +181,7 @@ void MaskWalkQuick::addFixed(const QQuickItem& item, const MaskVerdict& verdict)
 
 MaskWalkQuick::Step& MaskWalkQuick::placed() {
     std::size_t first = mSteps.size();
-    while (first > 0 && !mSteps[first - 1].matrix)
+    while (first > 0 && !mSteps[first - 1].sight)
         --first;
     for (; first < mSteps.size(); ++first)
         placeStep(first);
@@ -204,45 +189,15 @@ MaskWalkQuick::Step& MaskWalkQuick::placed() {
 }
 
 void MaskWalkQuick::placeStep(std::size_t index) {
-    Step& step = mSteps[index];
-    const QMatrix4x4 place = placementOf(*step.item);
-    if (index == 0) {
-        step.matrix = place;
-        const QSizeF size = QSizeF(mWindow.size()) * mScale;
-        step.shown = QRectF(0, 0, std::ceil(size.width()), std::ceil(size.height()));
-    } else {
-        const Step& outer = mSteps[index - 1];
-        // The software renderer knows no depth, and neither does a layer's picture of what is in it.
-        const bool isFlat = mIsSoftware || layerOf(*outer.item) != nullptr;
-        step.matrix = (isFlat ? flattened(*outer.matrix) : *outer.matrix) * place;
-        step.shown = outer.shown;
-        step.layerPixel = outer.layerPixel;
-    }
-    if (layerOf(*step.item) != nullptr)
-        step.layerPixel = std::max(step.layerPixel, magnification(*step.matrix));
-    if (step.item->clip()) {
-        // Upright around a clip that is turned: that is rather too much than too little.
-        if (const auto clip = mapped(*step.matrix, step.item->clipRect()))
-            step.shown = pixelsOf(step, step.item->clipRect());
-    }
-}
-
-void MaskWalkQuick::freezeSteps() {
-    for (auto step = mSteps.rbegin(); step != mSteps.rend() && !step->isFrozen; ++step) {
-        step->isFrozen = true;
-        mGeometry.add(*step->item);
-    }
-}
-
-QRectF MaskWalkQuick::pixelsOf(const Step& step, const std::optional<QRectF>& area) const {
-    const auto place = area ? mapped(*step.matrix, *area) : std::nullopt;
-    if (!place || !std::isfinite(step.layerPixel)) return step.shown;
-    const double edge = blur + step.layerPixel;
-    const double left = std::floor(place->left() * mScale - edge);
-    const double top = std::floor(place->top() * mScale - edge);
-    const double right = std::ceil(place->right() * mScale + edge);
-    const double bottom = std::ceil(place->bottom() * mScale + edge);
-    return QRectF(left, top, right - left, bottom - top) & step.shown;
+    const QQuickItem& item = *mSteps[index].item;
+    const Step* const outer = index == 0 ? nullptr : &mSteps[index - 1];
+    SightStepQuick step{.place = placementOf(item), .isLayered = layerOf(item) != nullptr};
+    // The software renderer knows no depth, and neither does a layer's picture of what is in it.
+    step.isOnPlane = outer != nullptr && (mIsSoftware || layerOf(*outer->item) != nullptr);
+    if (item.clip()) step.clip = item.clipRect();
+    mSteps[index].sight = sightIn(outer == nullptr ? mWindowSight : *outer->sight, step);
+    mSteps[index].frozen =
+        mGeometry.add(item, step, outer == nullptr ? std::nullopt : std::optional(outer->frozen));
 }
 
 std::vector<QQuickItem*> MaskWalkQuick::sourcesOf(QQuickItem& item, const ItemClassQuick& type) const {
@@ -282,13 +237,10 @@ void MaskWalkQuick::addLayerEffects(const QList<QQuickItem*>& siblings) {
 }
 
 void MaskWalkQuick::addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted) {
-    Effect effect{.item = &item, .sources = std::move(sources), .isPainted = isPainted};
-    if (isPainted) {
-        const Step& step = placed();
-        effect.area = pixelsOf(step, paintedArea(item, mClasses.of(*item.metaObject()), mIsSoftware));
-        for (const Step& around : mSteps)
-            effect.geometry.add(*around.item);
-    }
+    const Step& step = placed();
+    Effect effect{.item = &item, .sources = std::move(sources), .frozen = step.frozen, .isPainted = isPainted};
+    effect.painted = paintedArea(item, mClasses.of(*item.metaObject()), mIsSoftware);
+    effect.area = pixelsOf(*step.sight, effect.painted);
     mEffects.push_back(std::move(effect));
 }
 
@@ -303,10 +255,10 @@ void MaskWalkQuick::coverEffects() {
             if (!isNew) continue;
             hasChanged = effect.isCovered = true;
             noteCovered(*effect.item);
+            mGeometry.addArea(effect.frozen, effect.painted, {}, !effect.isPainted);
             if (!effect.isPainted) continue;
             mAreas.push_back(area(effect.area, MaskArea::Kind::cover, {}));
             mRedundant.push_back(false);
-            mGeometry.add(effect.geometry);
         }
     }
 }

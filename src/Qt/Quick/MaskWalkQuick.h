@@ -3,7 +3,6 @@
 #include <QtCore/QHash>
 #include <QtCore/QList>
 #include <QtCore/QRectF>
-#include <QtGui/QMatrix4x4>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "Platform/MaskJudge.h"
 #include "Qt/Quick/FrozenGeometryQuick.h"
 #include "Qt/Quick/ItemClassesQuick.h"
+#include "Qt/Quick/SightQuick.h"
 
 class QQuickItem;
 class QQuickWindow;
@@ -32,21 +32,16 @@ class MaskWalkQuick {
     /// The areas, in the order of painting; those of effects come last.
     [[nodiscard]] std::vector<MaskArea> takeAreas() { return std::move(mAreas); }
 
-    /// Where the items lie that the areas depend on.
+    /// Where the items lie that the areas depend on, and those that show if something moves.
     [[nodiscard]] FrozenGeometryQuick takeGeometry() { return std::move(mGeometry); }
 
  private:
     /// An item between the root and the one that the walk is at.
     struct Step {
         QQuickItem* item = nullptr;
-        /// Of the item's coordinates to those of the window; computed when it is first needed.
-        std::optional<QMatrix4x4> matrix;
-        /// The part of the picture in which the item can show; computed with the matrix. In pixels.
-        QRectF shown;
-        /// How much of the picture's pixels one pixel of the layers around the item is at most; 0 in none.
-        double layerPixel = 0;
-        /// Whether its place is in the frozen geometry.
-        bool isFrozen = false;
+        /// Computed when it is first needed, and then put into the frozen geometry under this number.
+        std::optional<SightQuick> sight;
+        std::size_t frozen = 0;
         /// Whether something private is in it, or it is private itself.
         bool isPrivate = false;
         /// What is black around it already, for a private item that it is in. In pixels.
@@ -57,8 +52,10 @@ class MaskWalkQuick {
     struct Effect {
         QQuickItem* item = nullptr;
         std::vector<QQuickItem*> sources;
+        /// In its own coordinates, and in pixels.
+        std::optional<QRectF> painted;
         QRectF area;
-        FrozenGeometryQuick geometry;
+        std::size_t frozen = 0;
         bool isPainted = true;
         bool isCovered = false;
     };
@@ -66,17 +63,14 @@ class MaskWalkQuick {
     void visit(QQuickItem& item, bool isPainted);
     void visitChildren(QQuickItem& item, bool isPainted);
     MaskVerdict judge(const QQuickItem& item, const ItemClassQuick& type, bool isAgain);
-    void cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict);
+    void cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict, bool isShown);
     void exempt(const QQuickItem& item);
     void addFixed(const QQuickItem& item, const MaskVerdict& verdict);
     [[nodiscard]] bool isTransparent(const QQuickItem& item) const;
 
-    /// Computes the matrix of the last step, and of those before.
+    /// Computes the sight of the last step, and of those before.
     Step& placed();
     void placeStep(std::size_t index);
-    void freezeSteps();
-    /// All of what may show at the step, if the area in the item's coordinates cannot be told.
-    [[nodiscard]] QRectF pixelsOf(const Step& step, const std::optional<QRectF>& area) const;
 
     [[nodiscard]] std::vector<QQuickItem*> sourcesOf(QQuickItem& item, const ItemClassQuick& type) const;
     void addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted);
@@ -90,13 +84,13 @@ class MaskWalkQuick {
     const QQuickWindow& mWindow;
     MaskJudge& mJudge;
     ItemClassesQuick mClasses;
-    const double mScale;
     const bool mIsSoftware;
+    const SightQuick mWindowSight;
     std::vector<Step> mSteps;
     std::vector<MaskArea> mAreas;
     /// For each area whether others cover it too, as long as nothing is exempt.
     std::vector<bool> mRedundant;
-    FrozenGeometryQuick mGeometry;
+    FrozenGeometryQuick mGeometry{mWindowSight};
     std::vector<Effect> mEffects;
     /// For the items that effects show whether anything in them is private.
     QHash<const QQuickItem*, bool> mSources;

@@ -131,6 +131,14 @@ std::optional<QRectF> paintedArea(const QQuickItem& item, const ItemClassQuick& 
         if (!bounds.isKnown) return std::nullopt;
         area = bounds.area;
     }
+    if (isSoftware) {
+        // It paints rectangles in whole points, and of a canvas all, but tells neither.
+        if (type.isCanvas) {
+            area = around(area, QRectF(QPointF(), item.property("canvasSize").toSizeF()));
+            area = around(area, item.property("canvasWindow").toRectF());
+        }
+        area = area.toAlignedRect();
+    }
     if (isSoftware && type.isText) {
         const double edge = overhangOf(item);
         area.adjust(-edge, -edge, edge, edge);

@@ -52,4 +52,13 @@ void PrivacyQuick::setMaskPictures(bool masked) {
     emit changed();
 }
 
+bool PrivacyQuick::preview() const {
+    return Merovanta::privacy().preview();
+}
+
+void PrivacyQuick::setPreview(bool shown) {
+    Merovanta::privacy().setPreview(shown);
+    emit changed();
+}
+
 }  // namespace merovanta::quick

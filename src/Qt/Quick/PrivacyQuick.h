@@ -13,6 +13,7 @@ class PrivacyQuick final : public QObject {
     Q_PROPERTY(bool maskTextInputs READ maskTextInputs WRITE setMaskTextInputs NOTIFY changed FINAL)
     Q_PROPERTY(bool maskTexts READ maskTexts WRITE setMaskTexts NOTIFY changed FINAL)
     Q_PROPERTY(bool maskPictures READ maskPictures WRITE setMaskPictures NOTIFY changed FINAL)
+    Q_PROPERTY(bool preview READ preview WRITE setPreview NOTIFY changed FINAL)
 
  public:
     /// The one that all objects share: bindings hear of every change made here. It is never destroyed.
@@ -26,6 +27,8 @@ class PrivacyQuick final : public QObject {
     void setMaskTexts(bool masked);
     [[nodiscard]] bool maskPictures() const;
     void setMaskPictures(bool masked);
+    [[nodiscard]] bool preview() const;
+    void setPreview(bool shown);
 
  Q_SIGNALS:
     void changed();

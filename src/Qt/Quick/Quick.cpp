@@ -1,3 +1,4 @@
+#include <Merovanta/Merovanta.h>
 #include <Merovanta/Quick.h>
 
 #include <QtQml/qqml.h>
@@ -16,6 +17,7 @@ void initialize() {
             "Merovanta", 1);
         qmlRegisterModule("Merovanta", 1, 0);
         platform::install(std::make_shared<PlatformQuick>());
+        if (qEnvironmentVariableIntValue("MEROVANTA_PRIVACY_PREVIEW") != 0) Merovanta::privacy().setPreview(true);
         return true;
     }();
     static_cast<void>(initialized);

@@ -85,7 +85,12 @@ const QQuickItemLayer* layerOf(const QQuickItem& item) {
 
 bool isRearranging(const QQuickItemLayer& layer, const QQuickItem& item) {
     const bool isPart = !layer.sourceRect().isEmpty() && layer.sourceRect() != QRectF(QPointF(), item.size());
-    return isPart || layer.textureMirroring() != QQuickShaderEffectSource::MirrorVertically ||
+    // The software renderer shows layers in a wrong size at all other scales.
+    const QQuickWindow* const window = item.window();
+    const bool isMisplaced =
+        window != nullptr && window->effectiveDevicePixelRatio() != 1 &&
+        window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
+    return isPart || isMisplaced || layer.textureMirroring() != QQuickShaderEffectSource::MirrorVertically ||
            !layer.size().isEmpty() || layer.effect() != nullptr;
 }
 

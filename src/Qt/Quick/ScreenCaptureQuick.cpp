@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "Qt/Quick/FileChoiceQuick.h"
+#include "Qt/Quick/MaskPreviewQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 #include "Qt/Quick/WindowCaptureQuick.h"
 
@@ -48,7 +49,19 @@ void ScreenCaptureQuick::capture(std::shared_ptr<View> root, PixelBuffer buffer,
     watcherOf(*window).capture(std::move(buffer), std::move(judge), unlessChoosing);
 }
 
+void ScreenCaptureQuick::setPreview(MaskPreviewSource source) {
+    mPreviewSource = std::move(source);
+    mPreview.reset();
+    if (qt::ApplicationLifeQt::instance().phase() == qt::ApplicationLifeQt::Phase::running)
+        applicationStarted();
+}
+
+void ScreenCaptureQuick::applicationStarted() {
+    if (mPreviewSource) mPreview = std::make_unique<MaskPreviewQuick>(mPreviewSource);
+}
+
 void ScreenCaptureQuick::applicationEnding() {
+    mPreview.reset();
     mWatchers.clear();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QtCore/QEvent>
 #include <QtGui/QImage>
+#include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGRendererInterface>
 #include <chrono>
@@ -17,8 +18,18 @@ namespace {
 
 constexpr std::chrono::seconds patience{1};
 
+std::atomic<bool> isGrabbingNow{false};
+
 bool isOpenGL(const QQuickWindow& window) {
     return window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL;
+}
+
+/// The window's last column and row, where only a part of a pixel is the window's: the renderer leaves in them
+/// what was there before.
+void clearFractions(QImage& image, const QSizeF& size) {
+    QPainter painter(&image);
+    if (size.width() < image.width()) painter.fillRect(image.width() - 1, 0, 1, image.height(), Qt::black);
+    if (size.height() < image.height()) painter.fillRect(0, image.height() - 1, image.width(), 1, Qt::black);
 }
 
 /// Hands the image's memory over; if the image shares it with anybody, a copy of it.
@@ -110,6 +121,10 @@ void WindowCaptureQuick::hand(Shared& shared, std::shared_ptr<FrameRequestQuick>
     });
 }
 
+bool WindowCaptureQuick::isGrabbing() {
+    return isGrabbingNow;
+}
+
 void WindowCaptureQuick::capture(PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                                  ScreenCapture::Completion completion) {
     if (mRequest || !mWindow || !mWindow->isVisible() || !mWindow->isExposed()) {
@@ -134,13 +149,16 @@ void WindowCaptureQuick::capture(PixelBuffer buffer, std::shared_ptr<MaskJudge> 
 }
 
 void WindowCaptureQuick::grab(FrameRequestQuick& request) {
+    isGrabbingNow = true;
     QImage image = mWindow->grabWindow();
+    isGrabbingNow = false;
     {
         const std::scoped_lock lock(mShared->mutex);
         mShared->request = nullptr;
     }
     request.setPaintSerial(mShared->serial);
     if (!request.fits(image.size())) return request.fail();
+    clearFractions(image, QSizeF(mWindow->size()) * mWindow->effectiveDevicePixelRatio());
     takePixels(std::move(image), request.pixels());
 }
 

@@ -35,6 +35,9 @@ class WindowCaptureQuick final : public QObject {
         return std::max<std::uint64_t>(mShared->serial, PaintSerialQuick::outdated());
     }
 
+    /// Whether what is being rendered is a picture that is grabbed, of whichever window. Any thread.
+    [[nodiscard]] static bool isGrabbing();
+
     void capture(PixelBuffer buffer, std::shared_ptr<MaskJudge> judge, ScreenCapture::Completion completion);
 
  protected:

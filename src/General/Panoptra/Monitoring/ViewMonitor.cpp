@@ -59,6 +59,7 @@ void ViewMonitor::start(std::shared_ptr<MessageSender> sender, Completion comple
     const unsigned run = ++mRun;
     ++mPictureRun;
     mIsPaused = false;
+    mPictureGap.reset();
     messageSender = std::move(sender);
     mHasWarnedOfTaps = false;
     mPaintsFixedRectangles = Merovanta::privacy().fixedRectangles();
@@ -108,6 +109,7 @@ void ViewMonitor::stop() {
 void ViewMonitor::pause() {
     assertMainThread();
     mIsPaused = true;
+    mPictureGap.reset();
     ++mPictureRun;
     screenshotTimer.reset();
     viewChangeTimer.reset();
@@ -200,7 +202,7 @@ void ViewMonitor::takeScreenshot() {
     }
     if (mIsCapturing) return;
     PictureKey key = pictureKey(*root);
-    if (mLastKey != key) capture(root, std::move(key));
+    if (mLastKey != key && mPictureGap.isDue()) capture(root, std::move(key));
 }
 
 ViewMonitor::PictureKey ViewMonitor::pictureKey(const View& root) {
@@ -235,11 +237,17 @@ void ViewMonitor::reportMasks(const PrivacyJudge& judge) {
 
 void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<CapturedFrame> frame) {
     assertMainThread();
-    if (!frame || run != mPictureRun) {
+    if (run != mPictureRun) {
         if (frame) mBuffer = std::move(frame->pixels);
         discardPicture();
         return;
     }
+    if (!frame) {
+        mPictureGap.dropped(platform::current().clock().sinceEpoch());
+        discardPicture();
+        return;
+    }
+    mPictureGap.ended();
     key.paintSerial = frame->paintSerial;
     auto job = std::make_shared<PictureJob>(PictureJob{.run = run,
                                                        .key = std::move(key),

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Monitoring/PictureGap.h"
 #include "General/Panoptra/Monitoring/ScreenshotEncoder.h"
 #include "General/Panoptra/Network/Message/MessageSender.h"
 #include "General/Panoptra/Privacy/PrivacyRules.h"
@@ -98,6 +99,7 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     unsigned mPictureRun = 0;
     bool mIsPaused = false;
     bool mIsCapturing = false;
+    PictureGap mPictureGap;
     PixelBuffer mBuffer;
     std::optional<PictureKey> mLastKey;
     std::shared_ptr<ScreenshotEncoder> mEncoder = std::make_shared<ScreenshotEncoder>();

@@ -1,6 +1,8 @@
 #include <Merovanta/MerovantaPrivacy.h>
 
+#include "General/Panoptra/Privacy/PrivacyPreview.h"
 #include "General/Panoptra/Privacy/PrivacySettings.h"
+#include "Platform/Platform.h"
 
 namespace merovanta {
 
@@ -36,6 +38,16 @@ void MerovantaPrivacy::setMaskPictures(bool masked) {
 
 bool MerovantaPrivacy::maskPictures() const {
     return mSettings->masksPictures;
+}
+
+void MerovantaPrivacy::setPreview(bool shown) {
+    if (!platform::isInstalled() || mSettings->showsPreview == shown) return;
+    mSettings->showsPreview = shown;
+    platform::current().screenCapture().setPreview(shown ? PrivacyPreview::source() : MaskPreviewSource());
+}
+
+bool MerovantaPrivacy::preview() const {
+    return mSettings->showsPreview;
 }
 
 }  // namespace merovanta

@@ -10,6 +10,8 @@ struct PrivacySettings {
     bool masksTextInputs = false;
     bool masksTexts = false;
     bool masksPictures = false;
+    /// Whether a developer sees what is covered.
+    bool showsPreview = false;
 
     bool operator==(const PrivacySettings&) const = default;
 };

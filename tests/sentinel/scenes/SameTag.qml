@@ -1,0 +1,16 @@
+import QtQuick
+import QtQuick.Controls
+import "parts"
+
+Stage {
+    Secret { x: 500; y: 10 }
+    Secret { x: 20; y: 20; opacity: 0 }
+    Secret { width: 0; height: 0 }
+    Secret { id: flickering; x: 40; y: 80 }
+    Secret { id: below; x: 40; y: 150; z: -1 }
+    Item { z: -2; Secret { x: 100; y: 260; z: 5 } }
+    Rectangle { y: 200; width: 300; height: 200; color: "white"; opacity: 0.4 }
+    Open { x: 20; y: 320 }
+
+    function drive(step) { flickering.visible = step % 2 == 0; below.y = 150 + step * 11 % 60 }
+}

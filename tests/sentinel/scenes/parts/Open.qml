@@ -1,0 +1,8 @@
+import QtQuick
+
+// What everybody may see.
+Rectangle {
+    implicitWidth: 60
+    implicitHeight: 24
+    color: "#00c000"
+}
