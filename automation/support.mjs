@@ -27,7 +27,7 @@ const LONGEST_RUN_SECONDS = 240;
 const NOISE = /^(qt\.scenegraph|qt\.rhi|qt\.webenginecontext|  |$)|^(GL Type|Surface|QSG RHI|Using|Init Parameters|No suitable graphics|Sandboxing disabled)|neither a QObject, nor default- and copy-constructible/;
 
 /** Masks everything that the example app calls private. */
-export const MASKS = ['--reply-mask-classes', 'PrivateInput,PrivateLabel'];
+export const MASKS = ['--reply-mask-classes', 'PrivateInput,PrivateText'];
 
 /** The first true value of `probe`; fails when there is none in time. */
 export async function eventually(what, probe, seconds = 30) {

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Shapes
+import Merovanta
 
 // The customer's card; a tap turns it over.
 AbstractButton {
@@ -21,7 +22,7 @@ AbstractButton {
         NumberAnimation { duration: 520; easing.type: Easing.InOutCubic }
     }
 
-    // A turn seen straight from the front keeps every edge upright: the masks stay exact.
+    // A turn seen straight from the front keeps every edge upright.
     transform: Scale {
         origin.x: card.width / 2
         xScale: Math.max(0.02, Math.abs(Math.cos(card.angle * Math.PI / 180)))
@@ -126,6 +127,7 @@ AbstractButton {
                 y: 122
                 text: Ledger.ownCardNumber
                 viewTag: Privacy.ownCardNumber
+                Merovanta.masked: true
                 color: Theme.accentText
                 font.pixelSize: 21
                 font.weight: Font.Medium
@@ -179,6 +181,7 @@ AbstractButton {
                     y: Math.round((parent.height - height) / 2)
                     text: Ledger.securityCode
                     viewTag: Privacy.securityCode
+                    Merovanta.masked: true
                     font.pixelSize: 18
                     font.weight: Font.DemiBold
                     font.letterSpacing: 2

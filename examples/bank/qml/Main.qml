@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import Bank
+import Merovanta
 
 ApplicationWindow {
     id: window
@@ -40,6 +41,8 @@ ApplicationWindow {
     }
 
     Component.onCompleted: {
+        // Black is what is private, and nothing else.
+        Merovanta.privacy.fixedRectangles = false;
         Privacy.sentinel = sentinel;
         // Without a window manager nobody gives the window the focus.
         if (shareAtOnce)

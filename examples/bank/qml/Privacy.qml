@@ -2,7 +2,7 @@ pragma Singleton
 
 import QtQuick
 
-// Every view tag of the app. A service that names a tag, or one of the types PrivateLabel and PrivateInput,
+// Every view tag of the app. A service that names a tag, or one of the types PrivateText and PrivateInput,
 // gets a black rectangle in its place. Each number belongs to one view only.
 QtObject {
     readonly property int userName: 10

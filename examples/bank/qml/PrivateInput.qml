@@ -1,7 +1,7 @@
 import QtQuick
 import Merovanta
 
-// Input that must not leave the device; the same rules as for PrivateLabel.
+// Input that must not leave the device when the service names its type or its tag.
 TextEntry {
     property int viewTag: 0
 

@@ -1,22 +1,17 @@
 import QtQuick
+import QtQuick.Controls.Basic
+import Merovanta
 
-// A private text for layouts: a wrapper that gives its PrivateLabel a parent of the same size.
-Item {
-    id: wrapper
+// Text that must not leave the device when the service names its type or its tag.
+Label {
+    property int viewTag: 0
 
-    property alias text: label.text
-    property alias font: label.font
-    property alias color: label.color
-    property alias horizontalAlignment: label.horizontalAlignment
-    property alias viewTag: label.viewTag
+    color: Theme.ink
+    font.pixelSize: Theme.body
+    Merovanta.tag: viewTag
 
-    // Whole points, so that neighbours and the mask's edges fall on pixels.
-    implicitWidth: Math.ceil(label.implicitWidth)
-    implicitHeight: Math.ceil(label.implicitHeight)
-
-    PrivateLabel {
-        id: label
-        color: Theme.ink
-        font.pixelSize: Theme.body
+    background: Rectangle {
+        visible: Privacy.sentinel
+        color: Privacy.sentinelColor
     }
 }

@@ -6,8 +6,7 @@ TextField {
     // Groups the digits of a card number by four as they are typed.
     property bool groupsDigits: false
 
-    width: parent && visible ? parent.width : 0
-    height: parent && visible ? parent.height : 0
+    anchors.fill: parent
     padding: 0
     clip: true
     verticalAlignment: TextInput.AlignVCenter
