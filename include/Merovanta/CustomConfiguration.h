@@ -16,10 +16,11 @@ class MEROVANTA_EXPORT CustomConfiguration {
     CustomConfiguration(std::string tenantId, std::string token);
 
     /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path: whether
-    /// it is spoken to with encryption is in the packaged property list. Not checked.
+    /// it is spoken to with encryption is in the packaged property list. Taken as it is; the log warns of
+    /// another form when the configuration is used.
     void setServerUrl(std::string serverUrl);
 
-    /// The host that serves the chat page, in the same form. Not checked.
+    /// The host that serves the chat page, in the same form.
     void setCdnUrl(std::string cdnUrl);
 
     [[nodiscard]] const std::string& tenantId() const { return mTenantId; }

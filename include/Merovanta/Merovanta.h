@@ -4,6 +4,7 @@
 #include <Merovanta/Export.h>
 #include <Merovanta/MerovantaCoBrowsing.h>
 #include <Merovanta/MerovantaConfiguration.h>
+#include <Merovanta/MerovantaLog.h>
 #include <Merovanta/MerovantaPanoptra.h>
 #include <Merovanta/MerovantaPrivacy.h>
 #include <Merovanta/MerovantaUser.h>
@@ -16,7 +17,7 @@ namespace merovanta {
 /// The library's front door.
 ///
 /// A toolkit's platform must have been initialised first (for Qt Quick: merovanta::quick::initialize());
-/// without one, every call but those of configuration() and privacy() logs an error and does nothing.
+/// without one, every call but those of configuration(), privacy() and log() logs an error and does nothing.
 class MEROVANTA_EXPORT Merovanta {
  public:
     Merovanta() = delete;
@@ -33,6 +34,7 @@ class MEROVANTA_EXPORT Merovanta {
     /// The facades: each is made on first use and is the same object until the process ends. Any thread may
     /// ask for them.
     [[nodiscard]] static MerovantaConfiguration& configuration();
+    [[nodiscard]] static MerovantaLog& log();
     [[nodiscard]] static MerovantaPanoptra& panoptra();
     [[nodiscard]] static MerovantaCoBrowsing& coBrowsing();
     [[nodiscard]] static MerovantaWebChat& webChat();

@@ -7,9 +7,10 @@
 
 namespace merovanta {
 
-/// The hosts that the library talks to. The one instance is Merovanta::configuration(). Nothing is checked,
-/// and nothing fails. Use it once the platform is initialised, which brings the protocol of the addresses.
-/// Thread: main.
+/// The hosts that the library talks to. The one instance is Merovanta::configuration(). Nothing fails; a host
+/// with a scheme or a path is taken as it is, with a warning in the log that names the right form. The
+/// protocol of the addresses comes with the platform: set the hosts before or after it is initialised, and
+/// read the addresses after. Thread: main.
 class MEROVANTA_EXPORT MerovantaConfiguration {
  public:
     MerovantaConfiguration(const MerovantaConfiguration&) = delete;
@@ -34,7 +35,7 @@ class MEROVANTA_EXPORT MerovantaConfiguration {
     MerovantaConfiguration() = default;
 
     // Absent for as long as the packaged defaults hold, which can be read only once there is a platform.
-    std::optional<std::string> mCdnPath;
+    std::optional<std::string> mCdnServer;
     std::optional<std::string> mServer;
 };
 

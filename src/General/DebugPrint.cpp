@@ -5,6 +5,7 @@
 #include <string>
 
 #include "General/ControlCharacters.h"
+#include "General/LogDestination.h"
 
 namespace merovanta {
 
@@ -37,7 +38,7 @@ void appendEscape(std::string& line, std::string_view control) {
 
 }  // namespace
 
-void debugPrint(std::string_view text) {
+void debugPrint(std::string_view text, Log::Source source) {
     std::string line = "\"";
     for (std::string_view rest = beginningOf(text); !rest.empty();) {
         const std::size_t control = controlCharacterSize(rest);
@@ -50,8 +51,8 @@ void debugPrint(std::string_view text) {
         rest.remove_prefix(std::max(control, std::size_t{1}));
     }
     line += text.size() > maximumText ? "…\"\n" : "\"\n";
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fflush(stdout);
+    LogDestination::write(LogLevel::debug, source.name(),
+                          std::string_view(line).substr(0, line.size() - 1), line);
 }
 
 }  // namespace merovanta

@@ -1,10 +1,10 @@
 #include "General/Log.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string>
 
 #include "General/ControlCharacters.h"
+#include "General/LogDestination.h"
 
 namespace merovanta {
 
@@ -16,18 +16,19 @@ std::string_view baseName(std::string_view path) {
     return path.substr(0, path.find_last_of('.'));
 }
 
-void write(std::string_view prefix, std::string_view message, Log::Source source) {
+void write(LogLevel level, std::string_view prefix, std::string_view message, Log::Source source) {
     std::string line;
     line.append(prefix).append(source.name()).append(": ");
+    const std::size_t begin = line.size();
     // Texts from outside must not be able to forge a second line.
     while (!message.empty()) {
         const std::size_t control = message.front() == '\t' ? 0 : controlCharacterSize(message);
         line += control > 0 ? ' ' : message.front();
         message.remove_prefix(std::max(control, std::size_t{1}));
     }
+    const std::size_t size = line.size() - begin;
     line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fflush(stdout);
+    LogDestination::write(level, source.name(), std::string_view(line).substr(begin, size), line);
 }
 
 }  // namespace
@@ -35,15 +36,15 @@ void write(std::string_view prefix, std::string_view message, Log::Source source
 Log::Source::Source(const std::source_location& location) : mName(baseName(location.file_name())) {}
 
 void Log::debug(std::string_view message, Source source) {
-    write("[DEBUG] ", message, source);
+    write(LogLevel::debug, "[DEBUG] ", message, source);
 }
 
 void Log::warning(std::string_view message, Source source) {
-    write("[WARNING] ", message, source);
+    write(LogLevel::warning, "[WARNING] ", message, source);
 }
 
 void Log::error(std::string_view message, Source source) {
-    write("[ERROR] ", message, source);
+    write(LogLevel::error, "[ERROR] ", message, source);
 }
 
 }  // namespace merovanta

@@ -5,8 +5,8 @@
 
 namespace merovanta {
 
-/// The console log: one line on standard output for each call, always. The line names the calling source
-/// file, or whatever else it is to be known by. Any thread.
+/// The log: one line for each call, always, on standard output or wherever the host has it go. The line names
+/// the calling source file, or whatever else it is to be known by. Any thread.
 class Log {
  public:
     /// What a line comes from.

@@ -59,6 +59,11 @@ void Merovanta::initConfig(const CustomConfiguration& config) {
         renewVisitOnceThereIsAnApplication(wrapper);
     }
     applyHosts(config, wrapper->config);
+    const ApplicationConfig& now = wrapper->config;
+    Log::debug("Tenant " + config.tenantId() + " at " + now.hostname.value_or("(no host)") +
+               ", content from " + configuration().cdnPath() + ", visitor " +
+               (visit ? visit->visitorId.value_or("") : "") + ", session " +
+               (visit ? visit->sessionId.value_or("") : ""));
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->startPolling();
 }
 
@@ -66,6 +71,11 @@ void Merovanta::initConfig(const CustomConfiguration& config) {
 
 MerovantaConfiguration& Merovanta::configuration() {
     static auto* const facade = new MerovantaConfiguration();
+    return *facade;
+}
+
+MerovantaLog& Merovanta::log() {
+    static auto* const facade = new MerovantaLog();
     return *facade;
 }
 

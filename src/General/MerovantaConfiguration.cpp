@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "General/ConstantUtils.h"
+#include "General/Panoptra/Util/HostName.h"
 
 namespace merovanta {
 
@@ -20,7 +21,8 @@ void MerovantaConfiguration::setServer(std::string hostname) {
 }
 
 void MerovantaConfiguration::setCdnServer(const std::string& hostname) {
-    mCdnPath = contentPath(hostname);
+    HostName::warnIfMalformed(hostname);
+    mCdnServer = hostname;
 }
 
 std::string MerovantaConfiguration::server() const {
@@ -28,7 +30,7 @@ std::string MerovantaConfiguration::server() const {
 }
 
 std::string MerovantaConfiguration::cdnPath() const {
-    return mCdnPath ? *mCdnPath : contentPath(ConstantUtils::valueOrEmpty("CdnHostname"));
+    return contentPath(mCdnServer ? *mCdnServer : ConstantUtils::valueOrEmpty("CdnHostname"));
 }
 
 }  // namespace merovanta

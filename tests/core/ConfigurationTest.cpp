@@ -5,6 +5,7 @@
 
 #include "General/CoBrowsing/CoBrowsing.h"
 #include "General/ConstantUtils.h"
+#include "General/DebugPrint.h"
 #include "General/Log.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Panoptra.h"
@@ -181,6 +182,62 @@ TEST_F(ConfigurationTest, TakesEffectOnceThereIsAnApplication) {
     EXPECT_TRUE(visit);
     EXPECT_EQ(config().visitConfig->visitId, visit);
     EXPECT_EQ(service.requests("POST", "api/in/im/c").size(), 1);
+}
+
+TEST_F(ConfigurationTest, TheHostsSinkGetsEveryLineAndSilencesStandardOutputIfItLikes) {
+    struct SinkGuard {
+        ~SinkGuard() { Merovanta::log().setSink({}, MerovantaLog::StandardOutput::goesOn); }
+    } guard;
+    std::vector<std::string> lines;
+    const auto sink = [&](const LogLine& line) {
+        lines.push_back(std::to_string(static_cast<int>(line.level)) + " " + std::string(line.source) + " " +
+                        std::string(line.text));
+        EXPECT_LT(std::chrono::abs(std::chrono::system_clock::now() - line.time), 1min);
+        Log::warning("about " + lines.back());
+    };
+    Merovanta::log().setSink(sink, MerovantaLog::StandardOutput::goesOn);
+    expectError("[ERROR] ConfigurationTest: both");
+    Log::error("both");
+    EXPECT_TRUE(log.contains("[WARNING] ConfigurationTest: about 2 ConfigurationTest both"));
+    Merovanta::log().setSink(sink, MerovantaLog::StandardOutput::isSilent);
+    Log::error("quiet\nnow");
+    debugPrint("page");
+    std::thread([] { Log::debug("from elsewhere"); }).join();
+    EXPECT_THAT(lines,
+                ::testing::ElementsAre("2 ConfigurationTest both", "2 ConfigurationTest quiet now",
+                                       "0 ConfigurationTest \"page\"", "0 ConfigurationTest from elsewhere"));
+    EXPECT_FALSE(log.contains("\"page\""));
+    Merovanta::log().setSink(
+        [held = std::make_shared<int>(7)](const LogLine&) {
+            Merovanta::log().setSink({}, MerovantaLog::StandardOutput::isSilent);
+            EXPECT_EQ(*held, 7) << "replaced inside its own call";
+        },
+        MerovantaLog::StandardOutput::isSilent);
+    Log::debug("the last");
+    Log::debug("back");
+    EXPECT_TRUE(log.contains("[DEBUG] ConfigurationTest: back")) << "without a sink there is standard output";
+}
+
+TEST_F(ConfigurationTest, AHostThatIsNoneIsSaidWithTheRightForm) {
+    CustomConfiguration custom("tenant", "token");
+    custom.setServerUrl("https://service.example:8443/api?x#y");
+    custom.setCdnUrl(" content.example");
+    Merovanta::initConfig(custom);
+    Merovanta::configuration().setServer("service.example:8443");
+    Merovanta::configuration().setCdnServer("file:///");
+    EXPECT_THAT(log.lines("[WARNING] HostName: "),
+                ::testing::ElementsAre("[WARNING] HostName: \"https://service.example:8443/api?x#y\" is no "
+                                       "host name: use \"service.example:8443\"",
+                                       "[WARNING] HostName: \" content.example\" is no host name: use "
+                                       "\"content.example\"",
+                                       "[WARNING] HostName: \"file:///\" is no host name"));
+}
+
+TEST_F(ConfigurationTest, HostsSetBeforeThePlatformGetItsProtocol) {
+    inmemory::PlatformInMemory::uninstall();
+    Merovanta::configuration().setServer("early.example");
+    platform = inmemory::PlatformInMemory::installNew();
+    EXPECT_EQ(Merovanta::configuration().cdnPath(), "https://early.example/cdn");
 }
 
 TEST_F(ConfigurationTest, ADeviceWithoutIdentifierIsFatal) {
