@@ -1,8 +1,12 @@
 #pragma once
 
 #include <Merovanta/Export.h>
+#include <Merovanta/Observation.h>
+#include <Merovanta/Outcome.h>
+#include <Merovanta/SessionStatus.h>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace merovanta {
@@ -26,6 +30,11 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// alone: nothing runs then.
     void start();
 
+    /// As above; the outcome is told once: nothing when the session runs, else why there is none, also if the
+    /// service leaves this visitor alone or a stop() comes first.
+    void start(Outcome outcome);
+    void start(const std::string& tenantId, const std::string& token, Outcome outcome);
+
     /// Whether the sessions that start from now on are to use a WebSocket for their stream in place of HTTP
     /// polling, which is the default: the agent's taps then arrive without waiting for the next request.
     /// Where the service does not allow it, or it does not open within 5 seconds, the session polls.
@@ -42,13 +51,28 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// nothing is sent any more, and the next session does not get it either.
     void tag(const std::string& tag);
 
-    /// Stores the host's closures, replacing earlier ones. stopCallback runs when the agent closes the
-    /// session, which still stands by then; startCallback is kept for later use and not called.
+    /// As tag(); the outcome is an error if no session runs to take the tag, else nothing once the tag is on
+    /// its way.
+    void tag(const std::string& tag, Outcome outcome);
+
+    /// Stores the host's closures, replacing earlier ones. startCallback runs whenever a session has been
+    /// started, whoever began it, also in place of another, and is open; not when it is back from the
+    /// background. stopCallback runs when the agent closes the session, which still stands by then.
     void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
 
     /// The five-digit code by which the visitor lets an agent in, new for every session; empty before the
     /// first.
     [[nodiscard]] std::string shareId() const;
+
+    /// What is known of the session now.
+    [[nodiscard]] SessionStatus status() const;
+
+    /// Calls the observer on every change of the status from now on, until the handle is destroyed: once for
+    /// each, in order, at the end of the call that brought it about (start(), stop(), the co-browsing's, the
+    /// visitor's) or in a turn of its own. Inside it may do anything: start, stop, tag, add observers and
+    /// remove them, itself too; what it changes is told after it, so status() may be ahead of what an
+    /// observer is told. Null if there is no platform.
+    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void(const SessionStatus&)> observer);
 
  private:
     friend class Merovanta;

@@ -4,6 +4,7 @@
 #include <Merovanta/Export.h>
 
 #include <functional>
+#include <string>
 
 namespace merovanta {
 
@@ -27,6 +28,11 @@ class MEROVANTA_EXPORT MerovantaUser {
     /// As tag(); the callback is then called with true once the service knows. It is not called if the
     /// service cannot be told. Any thread.
     void tag(const ActiveUser& user, std::function<void(bool)> callback);
+
+    /// As tag(); if the service cannot be told, failure is called with the reason, in place of the callback.
+    /// The visitor is this one here all the same. Any thread.
+    void tag(const ActiveUser& user, std::function<void(bool)> callback,
+             std::function<void(const std::string& error)> failure);
 
     /// Forgets who the visitor is, ends a running session and makes the next anonymous visitor a new one.
     /// An open chat stays as it is until it is closed or somebody is tagged.

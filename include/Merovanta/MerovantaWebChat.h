@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Merovanta/Export.h>
+#include <Merovanta/Outcome.h>
 
 #include <string>
 
@@ -12,7 +13,8 @@ namespace merovanta {
 /// cannot show goes to another program when the visitor presses "Open" there. The one instance is
 /// Merovanta::webChat(); it holds no state.
 ///
-/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: any.
+/// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: any, unless stated; outcomes
+/// come on the main thread.
 class MEROVANTA_EXPORT MerovantaWebChat {
  public:
     MerovantaWebChat(const MerovantaWebChat&) = delete;
@@ -22,6 +24,16 @@ class MEROVANTA_EXPORT MerovantaWebChat {
     /// if it is open there. A visitor whom nobody has identified is given an anonymous identity first, as by
     /// MerovantaUser::tag(): consent is taken back and a running session restarted.
     void open(const std::string& id);
+
+    /// As open(); the outcome is nothing when the chat lies over the screen, else why it does not, also if a
+    /// close() comes first. What the page then loads is said in the log alone.
+    void open(const std::string& id, Outcome outcome);
+
+    /// Closes the chat, as the visitor can; does nothing if none is open.
+    void close();
+
+    /// Whether the chat lies over a screen of the application. Thread: main.
+    [[nodiscard]] bool isOpen() const;
 
     /// The device's push token, which the service is told with the visitor's identity when a session starts.
     void setMobileDeviceToken(const std::string& token);

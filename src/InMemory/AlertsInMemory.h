@@ -21,6 +21,9 @@ class AlertsInMemory : public AlertFactory {
     /// What all alerts so far say.
     std::vector<AlertTexts> presented;
 
+    /// Whether the last alert waits for its answer.
+    [[nodiscard]] bool isOpen() const { return !mLast.expired(); }
+
     /// Answers the last alert, if it is still open.
     void answer(bool accepted);
 

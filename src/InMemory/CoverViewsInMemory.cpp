@@ -11,7 +11,8 @@ class CoverInMemory : public CoverView {
  public:
     CoverInMemory(const std::shared_ptr<NativeView>& parent, std::shared_ptr<NativeView> cover,
                   std::shared_ptr<std::function<void()>> dismissed)
-        : mSubview(parent, std::move(cover)), mDismissed(std::move(dismissed)) {}
+        : mSubview(parent, std::move(cover), {"PassthroughUIImageView", "DefaultUIView"}),
+          mDismissed(std::move(dismissed)) {}
 
     [[nodiscard]] std::shared_ptr<View> view() const override {
         return std::make_shared<ViewInMemory>(mSubview.native());

@@ -12,8 +12,10 @@ namespace {
 class OverlayInMemory : public ImageOverlay {
  public:
     explicit OverlayInMemory(std::shared_ptr<NativeView> over)
-        : mSubview(over, NativeView::make({0, 0, over->frame.width, over->frame.height}, over->color,
-                                          {"PassthroughUIImageView"})) {}
+        : mSubview(over,
+                   NativeView::make({0, 0, over->frame.width, over->frame.height}, over->color,
+                                    {"PassthroughUIImageView"}),
+                   {"DefaultUIView"}) {}
 
  private:
     SubviewInMemory mSubview;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Observation.h>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -18,12 +20,6 @@ struct Screen {
     double scale = 1;
     /// The application's area, in points.
     Rect bounds;
-};
-
-/// Keeps an observer installed; destroying it takes the observer away, also inside its own call.
-class Observation {
- public:
-    virtual ~Observation() = default;
 };
 
 /// The host application and the device it runs on. Thread: main.

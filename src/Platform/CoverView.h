@@ -9,8 +9,8 @@
 namespace merovanta {
 
 /// An empty, transparent view of the library's own that covers one of the host's: it fills it, follows its
-/// size, is in front of all else in it and lets no touch through. Destroying it takes it away, with the
-/// views in it. Thread: main.
+/// size, is in front of all else in it but the agent's drawings and the co-browsing widget, and lets no touch
+/// through. Destroying it takes it away, with the views in it. Thread: main.
 class CoverView {
  public:
     virtual ~CoverView() = default;

@@ -18,10 +18,10 @@ class ImageOverlayFactory {
  public:
     virtual ~ImageOverlayFactory() = default;
 
-    /// Shows the picture in front of all else in the view, but behind what is presented over it (alerts,
-    /// dialogs), stretched to the view's bounds, as a view of class "PassthroughUIImageView". The pixels are
-    /// 0xAARRGGBB with the colours multiplied by the alpha. It goes with the view if that is destroyed. Null
-    /// if the view is dead.
+    /// Shows the picture in front of all else in the view, but behind the co-browsing widget and behind what
+    /// is presented over the view (alerts, dialogs), stretched to the view's bounds, as a view of class
+    /// "PassthroughUIImageView". The pixels are 0xAARRGGBB with the colours multiplied by the alpha. It goes
+    /// with the view if that is destroyed. Null if the view is dead.
     [[nodiscard]] virtual std::unique_ptr<ImageOverlay> show(const View& over, PixelBuffer pixels,
                                                              double opacity) = 0;
 };

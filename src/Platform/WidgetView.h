@@ -39,8 +39,8 @@ class WidgetViewFactory {
  public:
     virtual ~WidgetViewFactory() = default;
 
-    /// Loads the widget and puts it in front of all else in the view; null if it cannot be loaded or the view
-    /// is dead.
+    /// Loads the widget and puts it in front of all else in the view, and keeps it there whatever comes
+    /// later, but for the library's own questions; null if it cannot be loaded or the view is dead.
     [[nodiscard]] virtual std::unique_ptr<WidgetView> create(const View& parent,
                                                              WidgetView::Actions actions) = 0;
 };

@@ -140,5 +140,20 @@ TEST_F(Screen, ACoverFillsAViewInFrontOfAllElseAndTakesItsTouches) {
     EXPECT_EQ(platform().coverViews().create(*gone, "ChatView", {}), nullptr);
 }
 
+TEST_F(Screen, NothingOfTheLibrarysOwnIsInFrontOfTheWidget) {
+    harness->show(Page::views);
+    const auto cover = platform().coverViews().create(*root(), "ChatView", {});
+    const auto widget = platform().widgets().create(*root(), {});
+    PixelBuffer pixels;
+    pixels.resize(8, 8);
+    const auto drawing = platform().imageOverlays().show(*root(), std::move(pixels), 1);
+    const auto laterCover = platform().coverViews().create(*root(), "ChatView", {});
+    std::vector<std::string> names;
+    for (const auto& view : root()->subviews())
+        names.push_back(view->className());
+    names.erase(names.begin(), names.end() - 4);
+    EXPECT_THAT(names, ElementsAre("ChatView", "ChatView", "PassthroughUIImageView", "DefaultUIView"));
+}
+
 }  // namespace
 }  // namespace merovanta::conformance

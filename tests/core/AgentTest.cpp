@@ -48,16 +48,16 @@ class AgentTest : public LibraryTest {
 };
 
 TEST_F(AgentTest, DrawingsStackAtHalfOpacityAndLeaveOneByOne) {
-    draw("data:image/png;base64," + base64(png(4, 3, 0x80FF0000)));
+    draw("data:image/png;base64," + base64(png(16, 12, 0x80FF0000)));
     EXPECT_EQ(drawings(), 1);
     const auto& pixels = platform->imageOverlays().lastPixels;
-    EXPECT_EQ(pixels.width(), 4);
-    EXPECT_EQ(pixels.height(), 3);
+    EXPECT_EQ(pixels.width(), 16);
+    EXPECT_EQ(pixels.height(), 12);
     EXPECT_EQ(pixels.row(2)[3], 0x80800000U);  // the colour multiplied by the alpha
     EXPECT_EQ(platform->imageOverlays().lastOpacity, 0.5);
     EXPECT_EQ(screen->subviews.back()->frame, screen->frame);
     advance(2s);
-    draw(base64(png(1, 1, 0xFF00FF00)));
+    draw(base64(png(8, 8, 0xFF00FF00)));
     EXPECT_EQ(drawings(), 2);
     advance(3s);
     EXPECT_EQ(drawings(), 1);
@@ -67,7 +67,7 @@ TEST_F(AgentTest, DrawingsStackAtHalfOpacityAndLeaveOneByOne) {
 }
 
 TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
-    const std::string good = png(2, 2, 0xFFFFFFFF);
+    const std::string good = png(8, 8, 0xFFFFFFFF);
     for (const std::string text :
          {"", "!", "data:image/png;base64,", "iVBORw0KGgo=", "A", "AAAA=", "====", "AA=A"}) {
         draw(text);
@@ -75,9 +75,16 @@ TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
     draw(base64(good) + "\n");
     draw(base64(good.substr(0, good.size() / 2)));
     draw(std::string(9'000'000, 'A'));
-    draw(base64(png(4000, 2501, 0)));  // a row more than is allowed
+    std::string huge = good;
+    huge.replace(16, 8,
+                 std::string("\0\0\x1E\x01\0\0\x10\xE0", 8));  // a column more than the largest screen has
+    draw(base64(huge));
     say({{"d", "data:image/png;base64,"}});
     say({{"d", {{"u", 7}}}});
+    EXPECT_EQ(drawings(), 0);
+    for (const auto& [width, height] : {std::pair(1U, 1U), {7U, 900U}, {900U, 7U}})
+        draw(base64(png(width, height, 0)));
+    EXPECT_THAT(log.lines("[WARNING] Drawings: Drawing is too small"), SizeIs(3));
     EXPECT_EQ(drawings(), 0);
     std::string prefixed;
     for (int i = 0; i < 300'000; ++i)
@@ -87,18 +94,18 @@ TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
 }
 
 TEST_F(AgentTest, AFloodOfDrawingsIsBounded) {
-    const std::string large = base64(png(4000, 2500, 0xFF000000));
-    for (int i = 0; i < 5; ++i)
+    const std::string large = base64(png(5120, 2880, 0xFF000000));
+    for (int i = 0; i < 3; ++i)
         draw(large);
     EXPECT_EQ(drawings(), 2);
-    EXPECT_THAT(log.lines("[WARNING] Drawings: Too many drawings"), SizeIs(3));
+    EXPECT_THAT(log.lines("[WARNING] Drawings: Too many drawings"), SizeIs(1));
     advance(5s);
     for (int i = 0; i < 200; ++i)
-        draw(base64(png(1, 1, 0)));
-    EXPECT_EQ(drawings(), 100);
+        draw(base64(png(8, 8, 0)));
+    EXPECT_EQ(drawings(), 10);
     platform->app.root.reset();
     advance(5s);
-    draw(base64(png(1, 1, 0)));
+    draw(base64(png(8, 8, 0)));
     EXPECT_EQ(drawings(), 0);
     EXPECT_TRUE(log.contains("[WARNING] Drawings: Cannot show drawing"));
     EXPECT_EQ(timers(), 0);
@@ -141,7 +148,7 @@ TEST_F(AgentTest, AllPartsOfAMessageAreFollowedInOrder) {
         EXPECT_TRUE(Merovanta::panoptra().connected());
         EXPECT_FALSE(config().panoptraConfig->increasedPollingFrequency.has_value());
     });
-    say({{"d", {{"u", base64(png(1, 1, 0))}}},
+    say({{"d", {{"u", base64(png(8, 8, 0))}}},
          {"x", 1},
          {"y", 1},
          {"a", "c"},
@@ -185,6 +192,7 @@ TEST_F(AgentTest, TheVisitorIsAskedOnceAtATimeAndConsentIsReported) {
 
     say({{"co", {{"opt", false}}}});
     EXPECT_THAT(alerts, SizeIs(1));
+    advance(30s);
     say({{"co", {{"opt", true}}}});
     ASSERT_THAT(alerts, SizeIs(2));
     platform->alerts().answer(true);
@@ -200,10 +208,11 @@ TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
     startSession();
     platform->alerts().answer(true);
     advance(1s);
-    EXPECT_EQ(config().panoptraConfig->optIn, false) << "asked before the texts had come";
+    EXPECT_EQ(config().panoptraConfig->optIn, false);
+    EXPECT_THAT(platform->alerts().presented, IsEmpty()) << "asked before the texts had come";
     say({{"co", {{"opt", true}}}});
     advance(1s);
-    ASSERT_THAT(platform->alerts().presented, SizeIs(2));
+    ASSERT_THAT(platform->alerts().presented, SizeIs(1));
     Merovanta::panoptra().stop();
     startSession();
     platform->alerts().answer(true);
@@ -214,7 +223,7 @@ TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
     startSession();
     say({{"co", {{"opt", true}}}});
     say({{"co", {{"opt", true}}}});
-    EXPECT_THAT(platform->alerts().presented, SizeIs(4)) << "a question left over hides no other";
+    EXPECT_THAT(platform->alerts().presented, SizeIs(3)) << "a question left over hides no other";
     platform->app.resignActive();
     advance(6s);
     platform->app.becomeActive();
@@ -259,8 +268,63 @@ TEST_F(AgentTest, AFloodOfMessagesIsFollowedOneInATurnAndBounded) {
     EXPECT_THAT(log.lines("[WARNING] BidirectionalMessageHandler: Too many messages"), SizeIs(1));
 }
 
+TEST_F(AgentTest, ARefusalHoldsUntilTheVisitorStartsAnew) {
+    startSession();
+    const auto ask = [this] { say({{"co", {{"opt", true}}}}), advance(1s); };
+    const auto& asked = platform->alerts().presented;
+    ask();
+    platform->alerts().answer(false);
+    advance(28s);
+    ask();
+    EXPECT_THAT(asked, SizeIs(1));
+    say({{"a", "c"}, {"co", {{"s", true}, {"opt", true}}}});
+    EXPECT_THAT(asked, SizeIs(1)) << "a start by the agent is none by the visitor";
+    advance(2s);
+    ask();
+    EXPECT_THAT(asked, SizeIs(2));
+    platform->alerts().answer(false);
+    advance(1s);
+    Merovanta::panoptra().stop();
+    startSession();
+    ask();
+    EXPECT_THAT(asked, SizeIs(3));
+}
+
+TEST_F(AgentTest, AQuestionGoesWithItsSessionAndNoneComesAfterIt) {
+    startSession();
+    const auto ask = [this] { say({{"co", {{"opt", true}}}}); };
+    ask();
+    advance(1s);
+    EXPECT_TRUE(platform->alerts().isOpen());
+    Merovanta::panoptra().stop();
+    EXPECT_FALSE(platform->alerts().isOpen());
+    ask();
+    advance(1s);
+    EXPECT_FALSE(platform->alerts().isOpen());
+    say({{"a", "c"}, {"co", {{"opt", true}}}});
+    service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("lost"); };
+    say({{"co", {{"s", true}, {"opt", true}}}});
+    advance(1s);
+    EXPECT_FALSE(platform->alerts().isOpen()) << "the start that it belongs to has failed";
+    EXPECT_TRUE(log.contains("[WARNING] BidirectionalMessageHandler: Cannot start CoBrowsing: lost"));
+    EXPECT_THAT(platform->alerts().presented, SizeIs(2));
+}
+
+TEST_F(AgentTest, ThereIsAlwaysAWayToDecline) {
+    texts.erase("ui.confirm.decline");
+    for (int round = 0; round < 2; ++round) {
+        Injection::discard();
+        startSession();
+        say({{"co", {{"opt", true}}}});
+        advance(1s);
+        EXPECT_EQ(platform->alerts().presented.back().decline, "Decline");
+        texts["ui.confirm.decline"] = " \n";
+    }
+}
+
 TEST_F(AgentTest, NobodyConsentsToAnEmptyQuestion) {
-    texts.erase("ui.confirm.accept");
+    startSession();
+    texts["ui.confirm.accept"] = " ";
     say({{"co", {{"opt", true}}}});
     advance(1s);
     EXPECT_THAT(platform->alerts().presented, IsEmpty());

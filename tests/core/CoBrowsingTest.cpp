@@ -191,6 +191,53 @@ TEST_F(CoBrowsingTest, TheWidgetClosesEvenWithoutItsController) {
     platform::install(platform);
 }
 
+TEST_F(CoBrowsingTest, TheWidgetFollowsTheWindowInFrontAndWithoutItNothingIsShared) {
+    service.initReply["cA"] = true;
+    start();
+    const std::string code = text();
+    widget()->actions.hideClicked();
+    const auto hidden = widget()->hidden;
+    const auto show = [this](std::uint32_t color) {
+        const auto other = NativeView::make(screen->frame, color, {"OtherScreen"});
+        platform->app.root = inmemory::NativeController::make("OtherPage", other);
+        platform->app.paint();
+        return other;
+    };
+    auto other = show(0xFF112233);
+    advance(1s);
+    ASSERT_THAT(other->subviews, SizeIs(1));
+    EXPECT_EQ(other->subviews[0]->classNames.front(), "DefaultUIView");
+    EXPECT_THAT(screen->subviews, IsEmpty());
+    EXPECT_EQ(text(), code);
+    EXPECT_EQ(widget()->hidden, hidden);
+
+    platform->app.root.reset();
+    other.reset();
+    advance(1s);
+    const auto sent = service.screenshots().size();
+    platform->widgets().className = "";
+    other = show(0xFF445566);
+    advance(2s);
+    EXPECT_EQ(service.screenshots().size(), sent) << "shared without a widget";
+    platform->widgets().className = "DefaultUIView";
+    advance(1s);
+    EXPECT_EQ(service.screenshots().size(), sent + 1);
+    EXPECT_EQ(text(), code);
+    Merovanta::coBrowsing().stop();
+    advance(1s);
+    EXPECT_THAT(other->subviews, IsEmpty());
+}
+
+TEST_F(CoBrowsingTest, AWidgetOfAFailedStartNeverWaitsForARestart) {
+    startSession();
+    start();
+    expectError("[ERROR] CoBrowsing: Starting Panoptra failed: Panoptra is already started");
+    expectError("[ERROR] MerovantaCoBrowsing: Starting CoBrowsing failed: Panoptra is already started");
+    Merovanta::user().tag({.id = "4711"});
+    advance(1s);
+    EXPECT_EQ(text(), "Sorry");
+}
+
 TEST_F(CoBrowsingTest, ANewVisitorRestartsTheSessionUnderTheSameWidget) {
     start();
     const std::string code = text();

@@ -63,6 +63,15 @@ TEST_F(UserTest, AFailedTagStandsHereAndIsNotAnswered) {
     EXPECT_TRUE(log.contains("[WARNING] User: Cannot send tag: HTTP status 500"));
     EXPECT_EQ(config().activeUserTag->id, "4711");
     EXPECT_EQ(config().panoptraConfig->optIn, false);
+    std::vector<std::string> failures;
+    const auto failure = [&](const std::string& error) { failures.push_back(error); };
+    Merovanta::user().tag(
+        {.id = "\xff"}, [](bool) { FAIL(); }, failure);
+    Merovanta::user().tag(
+        {.id = "4711"}, [](bool) { FAIL(); }, failure);
+    EXPECT_TRUE(failures.empty()) << "told later, never inside the call";
+    advance(1s);
+    EXPECT_THAT(failures, ::testing::UnorderedElementsAre(::testing::_, "HTTP status 500"));
 }
 
 TEST_F(UserTest, ARestartKeepsTheHostsCallbacksAndWaitsForAStartUnderWay) {

@@ -76,6 +76,47 @@ TEST_F(WebChatTest, OpensThePageOnceUnderTheVisitorsId) {
     EXPECT_EQ(ClientRegistry::clients().count("STATUS"), 1);
 }
 
+TEST_F(WebChatTest, TellsWhatBecameOfItAndIsClosedByTheHost) {
+    std::vector<std::string> outcomes;
+    const auto note = [&](const std::optional<std::string>& error) {
+        outcomes.push_back(error.value_or("ok"));
+    };
+    Merovanta::webChat().open("support", note);
+    advance(1s);
+    EXPECT_TRUE(isOpen());
+    EXPECT_TRUE(Merovanta::webChat().isOpen());
+    Merovanta::webChat().open("support", note);
+    advance(1s);
+    EXPECT_THAT(outcomes, ElementsAre("ok", "ok"));
+    Merovanta::webChat().close();
+    advance(0s);
+    EXPECT_FALSE(isOpen());
+    EXPECT_FALSE(Merovanta::webChat().isOpen());
+
+    outcomes.clear();
+    Merovanta::webChat().open("support", note);
+    advance(0s);
+    Merovanta::webChat().close();
+    advance(1s);
+    EXPECT_FALSE(isOpen());
+    Merovanta::webChat().open("support", note);
+    advance(0s);
+    platform->app.root->view.reset();
+    screen.reset();
+    advance(1s);
+    configuration = HttpSessionInMemory::reply(500);
+    screen = inmemory::NativeView::make({0, 0, 390, 844}, 0xFFFFFFFF, {"Screen"});
+    platform->app.root = inmemory::NativeController::make("HomePage", screen);
+    Merovanta::webChat().open("support", note);
+    advance(1s);
+    expectError("[ERROR] WebChat: Get WebChat configuration failed: HTTP status 500");
+    platform->app.root.reset();
+    Merovanta::webChat().open("support", note);
+    advance(1s);
+    EXPECT_THAT(outcomes, ElementsAre("The chat was closed while it opened", "The screen is gone",
+                                      "HTTP status 500", "Cannot find view of controller"));
+}
+
 TEST_F(WebChatTest, AConfigurationThatLacksWhatItShouldHoldOpensNothing) {
     configuration = HttpSessionInMemory::reply(200, "{}");
     open();

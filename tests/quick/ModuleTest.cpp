@@ -29,7 +29,7 @@ TEST(Module, GivesTheFacadesAndTheTag) {
             Merovanta.panoptra.preferWebSocket(true);
             server = Merovanta.configuration.server();
             cdn = Merovanta.configuration.cdnPath();
-            shareCode = Merovanta.panoptra.shareId();
+            shareCode = Merovanta.panoptra.shareId;
             connected = Merovanta.panoptra.connected();
             inner.Merovanta.tag += 1;
         }

@@ -2,11 +2,16 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
 #include <QtGui/QAccessible>
 
+#include "Qt/Quick/AlertFactoryQuick.h"
+#include "Qt/Quick/ImageOverlayFactoryQuick.h"
+#include "Qt/Quick/PaintOrderQuick.h"
 #include "Qt/Quick/WidgetViewFactoryQuick.h"
 #include "Scene.h"
 
@@ -46,6 +51,14 @@ struct Shown {
         color: "#ff00ff"
         MouseArea { objectName: "host"; property int taps; anchors.fill: parent; onClicked: ++taps }
         Button { focus: true; background: null }
+        Popup {
+            objectName: "popup"
+            width: 300
+            height: 400
+            padding: 0
+            modal: true
+            background: Rectangle { color: "#00ff00" }
+        }
     })"};
     std::vector<std::string> log;
     std::unique_ptr<merovanta::WidgetView> widget;
@@ -109,6 +122,28 @@ TEST(WidgetView, IsShapedAndColoured) {
     EXPECT_EQ(colourAt(tab.bottomLeft() + QPointF(6, -6)), host);
     EXPECT_EQ(colourAt(tab.bottomRight() + QPointF(-1, -2)), dark);
     EXPECT_EQ(colourAt(body.topRight()), host) << "collapsed";
+}
+
+TEST(WidgetView, IsInFrontOfDrawingsAndOfPopupsButForTheLibrarysQuestions) {
+    Shown shown;
+    const auto hasDarkBody = [&] {
+        const auto point = shown.place("closeButton").topLeft() + QPointF(4, 4);
+        return shown.scene.window().grabWindow().pixelColor(point.toPoint()).lightness() < 80;
+    };
+    merovanta::PixelBuffer white;
+    white.resize(8, 8);
+    std::fill_n(white.row(0), 64, 0xFFFFFFFF);
+    const auto drawing = merovanta::quick::ImageOverlayFactoryQuick().show(*shown.scene.root(), white, 1);
+    EXPECT_TRUE(hasDarkBody());
+    QMetaObject::invokeMethod(shown.scene.object("popup"), "open");
+    EXPECT_TRUE(eventually(hasDarkBody));
+    shown.click(shown.place("hideButton").center());
+    EXPECT_TRUE(eventually([&] { return shown.log.size() == 1; })) << "and can be used";
+    const auto question = merovanta::quick::AlertFactoryQuick().present(
+        *shown.scene.controller(), {.title = "?", .message = "", .accept = "Yes", .decline = "No"},
+        [](bool) {});
+    const auto* const widget = shown.item("widget")->parentItem();
+    EXPECT_TRUE(eventually([&] { return widget->z() < merovanta::quick::zBehindPopups + 1; }));
 }
 
 QStringList announced;

@@ -16,7 +16,7 @@ Item {
     function start(): void {
         failed = false;
         Merovanta.panoptra.start();
-        code = Merovanta.panoptra.shareId();
+        code = Merovanta.panoptra.shareId;
         active = true;
         probe.check();
     }
@@ -87,6 +87,6 @@ Item {
         interval: 500
         repeat: true
         running: session.active
-        onTriggered: session.code = Merovanta.panoptra.shareId()
+        onTriggered: session.code = Merovanta.panoptra.shareId
     }
 }

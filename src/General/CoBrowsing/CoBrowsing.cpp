@@ -41,19 +41,19 @@ void CoBrowsing::startPolling() {
 
 void CoBrowsing::invited() {
     if (!isStarted) removeWidget();
-    start([](const std::optional<StringError>& error, bool /*isStarted*/) {
+    start(SessionStarter::invitation, [](const std::optional<StringError>& error, bool /*isStarted*/) {
         if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
     });
 }
 
-void CoBrowsing::start(Completion completion) {
+void CoBrowsing::start(SessionStarter by, Completion completion) {
     assertMainThread();
     if (isStarted) {
         completion(StringError("CoBrowsing is already started"), false);
         return;
     }
     isStarted = true;
-    mInvitation = std::make_shared<Invitation>(Invitation{.completion = std::move(completion)});
+    mInvitation = std::make_shared<Invitation>(Invitation{.by = by, .completion = std::move(completion)});
     const std::weak_ptr<Invitation> invitation = mInvitation;
     uiStrings->load(applicationConfig->config.tenantId.value_or(""),
                     [weak = weak_from_this(), invitation](const std::optional<StringError>& error) {
@@ -90,7 +90,7 @@ std::optional<StringError> CoBrowsing::createWidget() {
 void CoBrowsing::startSession() {
     const auto& visit = applicationConfig->config.visitConfig;
     panoptra->start(
-        /*force=*/true, visit ? visit->sessionId : std::nullopt,
+        /*force=*/true, visit ? visit->sessionId : std::nullopt, mInvitation->by,
         [weak = weak_from_this(), invitation = std::weak_ptr(mInvitation),
          completion =
              std::exchange(mInvitation->completion, nullptr)](const std::optional<StringError>& error) {
@@ -117,11 +117,17 @@ void CoBrowsing::sessionStarted() {
     setText(session ? session->shareId.value_or("") : "");
 }
 
-void CoBrowsing::hide() {
+void CoBrowsing::hide(SessionEnd reason) {
     assertMainThread();
+    const SessionObservers::Scope scope(panoptra->observers());
     removeWidget();
-    panoptra->stop();
+    panoptra->stop(reason);
     isStarted = false;
+}
+
+bool CoBrowsing::keepWidgetOn(const View& screen) {
+    assertMainThread();
+    return !mInvitation || !view || view->isOn(screen) || view->moveTo(screen);
 }
 
 void CoBrowsing::sessionStopped() {
@@ -131,6 +137,7 @@ void CoBrowsing::sessionStopped() {
 }
 
 void CoBrowsing::sessionRestarts() {
+    // The widget of a start that failed says so until it is closed, whatever else runs.
     if (!mInvitation) return;
     mInvitation->isConnected = false;
     setText(textOr(connectingString, "CONNECTING"));

@@ -30,13 +30,17 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
 
     /// Shows the widget and starts a forced session under the visit's own session id. The completion is
     /// called once, also if a stop comes first.
-    void start(Completion completion);
+    void start(SessionStarter by, Completion completion);
 
     /// An agent asks to co-browse: start(), but a widget that is left of a start that failed gives way.
     void invited();
 
     /// Takes the widget away and stops the session.
-    void hide();
+    void hide(SessionEnd reason);
+
+    /// Called before each picture of this screen: whether it may be taken. A session with a widget has it
+    /// there; if it is not, because its window is gone or another one has come to the front, it is put there.
+    [[nodiscard]] bool keepWidgetOn(const View& screen);
 
     /// Takes the widget away: the session has been stopped.
     void sessionStopped();
@@ -56,6 +60,7 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     /// One request to co-browse, from the start to the end of its widget. What is still on its way for it
     /// holds it weakly.
     struct Invitation {
+        SessionStarter by;
         /// Called once; gone when it has been, or is for the session to call.
         Completion completion;
         /// The widget shows the share code of a session that runs.

@@ -37,16 +37,32 @@ void DefaultUIView::show(const View& parent) {
                                                       .closeClicked = action(&DefaultUIView::closeClicked),
                                                       .openChat = action(&DefaultUIView::openChat)});
     if (!mNative) return;
+    mScreen = parent.identity();
     for (const Part& part : {showButton, hideButton, buttonGroup})
         mNative->setHidden(part.element, part.isHidden);
-    setChatActivated(false);
+    mNative->setHidden(WidgetView::Element::chatButton, !mIsChatActivated);
+}
+
+bool DefaultUIView::isOn(const View& screen) const {
+    const auto view = mNative ? mNative->view() : nullptr;
+    return view && view->isAlive() && mScreen == screen.identity();
+}
+
+bool DefaultUIView::moveTo(const View& screen) {
+    Log::debug("The widget moves to the window in front");
+    mNative.reset();
+    show(screen);
+    if (mNative) mNative->setText(mText);
+    return mNative != nullptr;
 }
 
 void DefaultUIView::setText(const std::string& text) {
+    mText = text;
     if (mNative) mNative->setText(text);
 }
 
 void DefaultUIView::setChatActivated(bool isActivated) {
+    mIsChatActivated = isActivated;
     if (mNative) mNative->setHidden(WidgetView::Element::chatButton, !isActivated);
 }
 
@@ -62,7 +78,7 @@ void DefaultUIView::hideClicked() {
 }
 
 void DefaultUIView::closeClicked() {
-    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->hide();
+    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->hide(SessionEnd::visitor);
     removeFromSuperview();
 }
 

@@ -21,6 +21,12 @@ class DefaultUIView : public std::enable_shared_from_this<DefaultUIView> {
     /// Whether the chat button shows.
     void setChatActivated(bool isActivated);
 
+    /// Whether it is there to be seen on this screen.
+    [[nodiscard]] bool isOn(const View& screen) const;
+
+    /// Shows it as it is on this screen; false, and it is gone, if that cannot be done.
+    [[nodiscard]] bool moveTo(const View& screen);
+
     /// Takes the widget away.
     void removeFromSuperview();
 
@@ -39,6 +45,10 @@ class DefaultUIView : public std::enable_shared_from_this<DefaultUIView> {
     };
 
     std::unique_ptr<WidgetView> mNative;
+    // As long as the native view lives, so does the screen that it is on.
+    const void* mScreen = nullptr;
+    std::string mText;
+    bool mIsChatActivated = false;
     Part showButton{WidgetView::Element::showButton, true};
     Part hideButton{WidgetView::Element::hideButton, false};
     Part buttonGroup{WidgetView::Element::buttonGroup, false};

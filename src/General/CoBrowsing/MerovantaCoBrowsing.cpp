@@ -11,15 +11,16 @@ namespace merovanta {
 namespace {
 
 constexpr const char* noInstance = "Cannot get CoBrowsing instance";
-constexpr const char* notWanted = "The service leaves this visitor alone";
 
 }  // namespace
 
 void MerovantaCoBrowsing::start() {
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) {
-        coBrowsing->start([](const std::optional<StringError>& error, bool /*isStarted*/) {
-            if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
-        });
+        coBrowsing->start(SessionStarter::host,
+                          [](const std::optional<StringError>& error, bool /*isStarted*/) {
+                              if (error)
+                                  Log::error("Starting CoBrowsing failed: " + error->errorDescription());
+                          });
     } else {
         Log::error(noInstance);
     }
@@ -27,7 +28,7 @@ void MerovantaCoBrowsing::start() {
 
 void MerovantaCoBrowsing::stop() {
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) {
-        coBrowsing->hide();
+        coBrowsing->hide(SessionEnd::host);
     } else {
         Log::error(noInstance);
     }
@@ -41,13 +42,13 @@ void MerovantaCoBrowsing::startWith(std::function<void()> success,
         if (failure) failure(noInstance);
         return;
     }
-    coBrowsing->start([success = std::move(success), failure = std::move(failure)](
-                          const std::optional<StringError>& error, bool isStarted) {
+    coBrowsing->start(SessionStarter::host, [success = std::move(success), failure = std::move(failure)](
+                                                const std::optional<StringError>& error, bool isStarted) {
         if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
         if (isStarted) {
             if (success) success();
         } else if (failure) {
-            failure(error ? error->errorDescription() : notWanted);
+            failure(error ? error->errorDescription() : Panoptra::notWanted);
         }
     });
 }

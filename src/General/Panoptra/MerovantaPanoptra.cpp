@@ -12,35 +12,53 @@ namespace merovanta {
 
 namespace {
 
+constexpr const char* noInstance = "Cannot find instance of Panoptra";
+
 std::shared_ptr<Panoptra> resolvePanoptra() {
     auto panoptra = Injection::resolve<Panoptra>();
-    if (!panoptra) Log::error("Cannot find instance of Panoptra");
+    if (!panoptra) Log::error(noInstance);
     return panoptra;
-}
-
-void logTagFailure(const std::optional<StringError>& error) {
-    if (error) Log::error("Cannot tag session: " + error->errorDescription());
 }
 
 }  // namespace
 
 void MerovantaPanoptra::start(const std::string& tenantId, const std::string& token) {
+    start(tenantId, token, {});
+}
+
+void MerovantaPanoptra::start() {
+    start(Outcome());
+}
+
+void MerovantaPanoptra::start(const std::string& tenantId, const std::string& token, Outcome outcome) {
     const auto wrapper = Injection::resolve<ApplicationConfigWrapper>();
     if (!wrapper) {
-        Log::error("Cannot find instance of ApplicationConfigWrapper");
+        const std::string error = "Cannot find instance of ApplicationConfigWrapper";
+        Log::error(error);
+        if (outcome) outcome(error);
         return;
     }
     wrapper->config.tenantId = tenantId;
     wrapper->config.token = token;
-    start();
+    start(std::move(outcome));
 }
 
-void MerovantaPanoptra::start() {
+void MerovantaPanoptra::start(Outcome outcome) {
     const auto panoptra = resolvePanoptra();
-    if (!panoptra) return;
-    panoptra->start(false, std::nullopt, [](const std::optional<StringError>& error) {
-        if (error) Log::error("Error when starting Panoptra: " + error->errorDescription());
-    });
+    if (!panoptra) {
+        if (outcome) outcome(noInstance);
+        return;
+    }
+    panoptra->start(false, std::nullopt, SessionStarter::host,
+                    [weak = std::weak_ptr(panoptra),
+                     outcome = std::move(outcome)](const std::optional<StringError>& error) {
+                        if (error) Log::error("Error when starting Panoptra: " + error->errorDescription());
+                        const auto controller = weak.lock();
+                        const bool isLeftAlone = !error && controller && !controller->isRunning();
+                        if (!outcome) return;
+                        if (isLeftAlone) return outcome(Panoptra::notWanted);
+                        outcome(error ? std::optional(error->errorDescription()) : std::nullopt);
+                    });
 }
 
 void MerovantaPanoptra::preferWebSocket(bool isPreferred) {
@@ -52,7 +70,7 @@ void MerovantaPanoptra::preferWebSocket(bool isPreferred) {
 }
 
 void MerovantaPanoptra::stop() {
-    if (const auto panoptra = resolvePanoptra()) panoptra->stop();
+    if (const auto panoptra = resolvePanoptra()) panoptra->stop(SessionEnd::host);
 }
 
 bool MerovantaPanoptra::connected() const {
@@ -62,14 +80,40 @@ bool MerovantaPanoptra::connected() const {
     return session && session->isRecordingStarted.value_or(false);
 }
 
-void MerovantaPanoptra::tag(const std::string& tag) {
+void MerovantaPanoptra::tag(const std::string& text) {
+    tag(text, {});
+}
+
+void MerovantaPanoptra::tag(const std::string& tag, Outcome outcome) {
     const auto panoptra = resolvePanoptra();
-    if (!panoptra) return;
-    if (const auto& sender = panoptra->messageSender()) {
-        sender->sendTag(tag, Injection::resolve<ApplicationConfigWrapper>()->startTime(), logTagFailure);
-    } else {
-        logTagFailure(StringError("Cannot tag session without message sender"));
+    if (!panoptra) {
+        if (outcome) outcome(noInstance);
+        return;
     }
+    auto completion = [outcome = std::move(outcome),
+                       weak = std::weak_ptr(panoptra)](const std::optional<StringError>& error) {
+        if (error) Log::error("Cannot tag session: " + error->errorDescription());
+        if (!outcome) return;
+        const auto controller = weak.lock();
+        if (!error && !(controller && controller->isRunning())) return outcome("No session is running");
+        outcome(error ? std::optional(error->errorDescription()) : std::nullopt);
+    };
+    if (const auto& sender = panoptra->messageSender()) {
+        sender->sendTag(tag, Injection::resolve<ApplicationConfigWrapper>()->startTime(),
+                        std::move(completion));
+    } else {
+        completion(StringError("Cannot tag session without message sender"));
+    }
+}
+
+SessionStatus MerovantaPanoptra::status() const {
+    const auto panoptra = resolvePanoptra();
+    return panoptra ? panoptra->observers()->status() : SessionStatus();
+}
+
+std::unique_ptr<Observation> MerovantaPanoptra::observe(std::function<void(const SessionStatus&)> observer) {
+    const auto panoptra = resolvePanoptra();
+    return panoptra ? panoptra->observers()->add(std::move(observer)) : nullptr;
 }
 
 void MerovantaPanoptra::registerCallbacks(std::function<void()> startCallback,

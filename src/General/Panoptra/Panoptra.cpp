@@ -1,11 +1,14 @@
 #include "General/Panoptra/Panoptra.h"
 
+#include <chrono>
+#include <map>
 #include <utility>
 
 #include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
 #include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Network/Message/Bidirectional/BidirectionalMessageHandler.h"
 #include "Platform/Platform.h"
 
 namespace merovanta {
@@ -33,17 +36,24 @@ Panoptra::Panoptra(std::shared_ptr<InitSender> init, std::shared_ptr<MessageSend
       applicationConfig(std::move(wrapper)),
       networkManager(std::move(network)) {}
 
-void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Completion completion) {
+void Panoptra::start(bool force, const std::optional<std::string>& sessionId, SessionStarter by,
+                     Completion completion) {
     assertMainThread();
+    const SessionObservers::Scope scope(mObservers);
     if (mSession) {
         completion(StringError("Panoptra is already started"));
         return;
     }
-    begin(sessionId, {.force = force, .completion = std::move(completion)});
+    // A visitor who starts anew may be asked anew.
+    const auto agent =
+        by == SessionStarter::host ? Injection::resolve<BidirectionalMessageHandler>() : nullptr;
+    if (agent) agent->visitorStarts();
+    begin(sessionId, by, {.force = force, .completion = std::move(completion)});
 }
 
-void Panoptra::begin(const std::optional<std::string>& sessionId, Session::Order order) {
+void Panoptra::begin(const std::optional<std::string>& sessionId, SessionStarter by, Session::Order order) {
     Log::debug("Start");
+    mStartedBy = by;
     messageSenderManager->xhrSender->finishLastRound();
     auto& shared = applicationConfig->config.panoptraConfig;
     if (!sessionId && shared) shared->optIn = false;
@@ -86,24 +96,66 @@ void Panoptra::sessionChanged(const Session& session, const Session::Change& cha
         if (session.isRestart() && (isStarted || isOver)) coBrowsing->sessionRestarted(isStarted);
         if (change.reason == Reason::ignored) coBrowsing->sessionStopped();
     }
-    // Copied: it may be replaced inside.
-    const auto observer = mStateObserver;
-    if (observer) observer(change);
+    if (change.state == Session::State::ended) {
+        if (const auto agent = Injection::resolve<BidirectionalMessageHandler>()) agent->sessionEnded();
+    }
+    tellHost(session, change);
 }
 
-void Panoptra::stop() {
+void Panoptra::tellHost(const Session& session, const Session::Change& change) {
+    // One that could not be opened again has ended before it is stopped.
+    const bool wasOver = mObservers->status().state == SessionState::ended;
+    if (change.state == Session::State::ended && wasOver) return;
+    std::function<void()> afterwards;
+    if (change.state == Session::State::sharing && change.reason == Session::Reason::asked) {
+        afterwards = [weak = weak_from_this(), started = session.weak_from_this()] {
+            const auto self = weak.lock();
+            if (self && !started.expired() && started.lock() == self->mSession) self->runStartCallback();
+        };
+    }
+    mObservers->changed(statusOf(change), std::move(afterwards));
+}
+
+SessionStatus Panoptra::statusOf(const Session::Change& change) const {
+    using State = Session::State;
+    static const std::map<State, SessionState> states{{State::starting, SessionState::starting},
+                                                      {State::sharing, SessionState::sharing},
+                                                      {State::suspended, SessionState::suspended},
+                                                      {State::reconnecting, SessionState::reconnecting},
+                                                      {State::ended, SessionState::ended}};
+    SessionStatus status;
+    status.state = states.at(change.state);
+    status.startedBy = mStartedBy;
+    const auto& shared = applicationConfig->config.panoptraConfig;
+    if (shared) status.shareId = shared->shareId.value_or("");
+    status.since = std::chrono::system_clock::time_point(platform::current().clock().sinceEpoch());
+    if (change.state == State::starting) return status;
+    if (change.state != State::ended) {
+        status.transport = mMessageSender->typeName();
+        return status;
+    }
+    status.transport = mObservers->status().transport;
+    status.endReason = change.reason == Session::Reason::asked ? mEndReason : SessionEnd::failure;
+    if (status.endReason == SessionEnd::failure)
+        status.failure = change.error ? change.error->errorDescription() : notWanted;
+    return status;
+}
+
+void Panoptra::stop(SessionEnd reason) {
     assertMainThread();
+    const SessionObservers::Scope scope(mObservers);
     if (!mSession) {
         Log::warning("Already stopped");
         return;
     }
-    end();
+    end(reason);
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->sessionStopped();
     networkManager->monitoringSender->logCoBrowsingStop(MonitoringSender::logged("stop"));
 }
 
 void Panoptra::restart(Completion completion) {
     assertMainThread();
+    const SessionObservers::Scope scope(mObservers);
     if (!mSession) {
         completion(StringError("Panoptra is not started"));
         return;
@@ -113,13 +165,14 @@ void Panoptra::restart(Completion completion) {
         return;
     }
     const bool force = mSession->isForced();
-    end();
+    end(SessionEnd::restart);
     networkManager->monitoringSender->logCoBrowsingStop(MonitoringSender::logged("stop"));
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->sessionRestarts();
-    begin(std::nullopt, {.force = force, .isRestart = true, .completion = std::move(completion)});
+    begin(std::nullopt, mStartedBy, {.force = force, .isRestart = true, .completion = std::move(completion)});
 }
 
-void Panoptra::end() {
+void Panoptra::end(SessionEnd reason) {
+    mEndReason = mIsAgentClosing ? SessionEnd::agent : reason;
     if (auto& shared = applicationConfig->config.panoptraConfig) shared->isRecordingStarted = false;
     std::exchange(mSession, nullptr)->stop();
 }
@@ -163,10 +216,17 @@ void Panoptra::consentGiven() const {
     networkManager->monitoringSender->logCoBrowsingAccept(MonitoringSender::logged("acceptance"));
 }
 
-void Panoptra::runStopCallback() const {
+void Panoptra::runStartCallback() const {
     // Copied: the host may register others inside it.
-    const auto callback = stopCallback;
+    const auto callback = startCallback;
     if (callback) callback();
+}
+
+void Panoptra::runStopCallback() {
+    const auto callback = stopCallback;
+    mIsAgentClosing = true;
+    if (callback) callback();
+    mIsAgentClosing = false;
 }
 
 void Panoptra::registerCallbacks(std::function<void()> onStart, std::function<void()> onStop) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/SessionStatus.h>
+
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +14,7 @@
 #include "General/Panoptra/Network/Message/MessageSenderManager.h"
 #include "General/Panoptra/Network/NetworkManager.h"
 #include "General/Panoptra/Session.h"
+#include "General/Panoptra/SessionObservers.h"
 #include "General/StringError.h"
 #include "Platform/Application.h"
 #include "Platform/Timer.h"
@@ -24,7 +27,9 @@ namespace merovanta {
 class Panoptra : public std::enable_shared_from_this<Panoptra> {
  public:
     using Completion = Session::Completion;
-    using StateObserver = std::function<void(const Session::Change&)>;
+
+    /// Why there is no session after a start that has not failed.
+    static constexpr const char* notWanted = "The service leaves this visitor alone";
 
     Panoptra(std::shared_ptr<InitSender> initSender,
              std::shared_ptr<MessageSenderManager> messageSenderManager,
@@ -36,9 +41,10 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// consent is taken back and a new session id made. The completion is called once, when the session runs
     /// or could not be started, also if a stop comes first. If the service answers with nothing, or that this
     /// visitor is to be ignored, it receives no error and nothing runs.
-    void start(bool force, const std::optional<std::string>& sessionId, Completion completion);
+    void start(bool force, const std::optional<std::string>& sessionId, SessionStarter by,
+               Completion completion);
 
-    void stop();
+    void stop(SessionEnd reason);
 
     /// Stops and starts again, as the last start did, but as a new service session. The co-browsing widget
     /// stays. An error if none runs or the new start fails. While a start is under way it waits for its end;
@@ -51,9 +57,8 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// The session that is started; null without one.
     [[nodiscard]] const std::shared_ptr<Session>& session() const { return mSession; }
 
-    /// Told of every state that a session enters, on the main thread. It may stop and start sessions; one
-    /// observer at a time.
-    void observeState(StateObserver observer) { mStateObserver = std::move(observer); }
+    /// Tells the host of every state that a session enters.
+    [[nodiscard]] const std::shared_ptr<SessionObservers>& observers() const { return mObservers; }
 
     /// The transport of the running session, or of the last one; null before the first.
     [[nodiscard]] const std::shared_ptr<MessageSender>& messageSender() const { return mMessageSender; }
@@ -61,17 +66,22 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// Tells the service that the visitor has agreed to let the agent in.
     void consentGiven() const;
 
-    /// Tells the host that the agent has closed the session.
-    void runStopCallback() const;
+    /// Tells the host that the agent closes the session. If the host stops it inside, it is still the agent
+    /// who has ended it.
+    void runStopCallback();
 
-    /// stopCallback runs when the agent closes the session; startCallback is only kept.
+    /// startCallback runs when a session has been started, after its completion; stopCallback when the agent
+    /// closes the session.
     void registerCallbacks(std::function<void()> startCallback, std::function<void()> stopCallback);
 
  private:
-    void begin(const std::optional<std::string>& sessionId, Session::Order order);
+    void begin(const std::optional<std::string>& sessionId, SessionStarter by, Session::Order order);
     [[nodiscard]] Session::Delegate delegate();
     void sessionChanged(const Session& session, const Session::Change& change);
-    void end();
+    void tellHost(const Session& session, const Session::Change& change);
+    [[nodiscard]] SessionStatus statusOf(const Session::Change& change) const;
+    void runStartCallback() const;
+    void end(SessionEnd reason);
 
     void observeApplicationState();
     void willResignActive();
@@ -90,7 +100,11 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     std::unique_ptr<Timer> backgroundTimeoutTimer;
 
     std::shared_ptr<Session> mSession;
-    StateObserver mStateObserver;
+    std::shared_ptr<SessionObservers> mObservers = std::make_shared<SessionObservers>();
+    // Of the session that runs, or of the last one.
+    SessionStarter mStartedBy = SessionStarter::host;
+    SessionEnd mEndReason = SessionEnd::host;
+    bool mIsAgentClosing = false;
     std::unique_ptr<Observation> mResignObservation;
     std::unique_ptr<Observation> mActiveObservation;
 };

@@ -109,6 +109,8 @@ void Session::storeReply(const MonitoringConfigDTO& reply) {
         config.panoptraConfig->iosConfig = reply.ios;
         config.panoptraConfig->storageType = reply.storageType.value_or("l");
     }
+    Log::debug("Masking lists: " + std::to_string(reply.ios.blacklist.size()) + " tags, " +
+               std::to_string(reply.ios.blacklistClasses.size()) + " classes");
     config.chatAvailable = reply.chatActivated;
     if (const auto coBrowsing = Injection::resolve<CoBrowsing>())
         coBrowsing->setChatActivated(reply.chatActivated.value_or(false));

@@ -27,6 +27,15 @@ void MerovantaUser::tag(const ActiveUser& activeUser, std::function<void(bool)> 
     if (const auto user = resolveUser()) user->tag(activeUser, std::move(callback));
 }
 
+void MerovantaUser::tag(const ActiveUser& activeUser, std::function<void(bool)> callback,
+                        std::function<void(const std::string& error)> failure) {
+    if (const auto user = resolveUser()) {
+        user->tag(activeUser, std::move(callback), std::move(failure));
+    } else if (failure) {
+        failure("Cannot find instance of User");
+    }
+}
+
 void MerovantaUser::clear() {
     if (const auto user = resolveUser()) user->clear();
 }

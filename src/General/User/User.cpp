@@ -20,20 +20,24 @@ User::User(std::shared_ptr<Panoptra> controller, std::shared_ptr<ApplicationConf
       webChat(std::move(chat)),
       merovantaAPI(std::move(api)) {}
 
-void User::tag(const ActiveUser& activeUser, Callback callback) {
+void User::tag(const ActiveUser& activeUser, Callback callback, Failure failure) {
     ViewUtils::runOnMainThread(
-        [self = shared_from_this(), activeUser, owned = ownedByMainThread(std::move(callback))] {
-            self->tagNow(activeUser, owned);
+        [self = shared_from_this(), activeUser,
+         closures = ownedByMainThread(Closures{std::move(callback), std::move(failure)})] {
+            self->tagNow(activeUser, closures);
         });
 }
 
-void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>& callback) {
+void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Closures>& closures) {
     assertMainThread();
     const auto& former = applicationConfig->config.activeUserTag;
     if (!activeUser.id || !former || former->id != activeUser.id) webChat->visitorChanged();
     adopt(activeUser);
-    const auto report = [](const StringError& error) {
+    const auto report = [closures](const StringError& error) {
         Log::warning("Cannot send tag: " + error.errorDescription());
+        ViewUtils::runOnMainQueue([closures, text = error.errorDescription()] {
+            if (closures->failure) closures->failure(text);
+        });
     };
     auto body = encodeJson(ActiveUserDTO{activeUser}.toJson());
     if (!body) {
@@ -44,22 +48,23 @@ void User::tagNow(const ActiveUser& activeUser, const std::shared_ptr<Callback>&
     const std::string visitorId = config.visitConfig ? config.visitConfig->visitorId.value_or("") : "";
     merovantaAPI->post("rest/v1/customerstatus/tag/byVisitor/" + encodePathSegment(visitorId),
                        {{"tId", config.tenantId.value_or("")}}, std::move(body.value()),
-                       [weak = weak_from_this(), report, callback](const HttpReply& reply) {
+                       [weak = weak_from_this(), report, closures](const HttpReply& reply) {
                            if (const auto error = failureOf(reply)) {
                                report(*error);
                                return;
                            }
-                           ViewUtils::runOnMainQueue([weak, callback] {
-                               if (const auto self = weak.lock()) self->tagged(*callback);
+                           ViewUtils::runOnMainQueue([weak, closures] {
+                               if (const auto self = weak.lock()) self->tagged(closures->callback);
                            });
                        });
 }
 
 void User::clear() {
     assertMainThread();
+    const SessionObservers::Scope scope(panoptra->observers());
     applicationConfig->config.activeUserTag.reset();
     webChat->visitorChanged();
-    panoptra->stop();
+    panoptra->stop(SessionEnd::host);
     IdUtils::forgetCustomerId();
 }
 
@@ -80,6 +85,7 @@ void User::adopt(const ActiveUser& activeUser) {
 
 void User::tagged(const Callback& callback) {
     if (callback) callback(true);
+    const SessionObservers::Scope scope(panoptra->observers());
     if (panoptra->isRunning()) {
         panoptra->restart([](const std::optional<StringError>& error) {
             if (!error) return;

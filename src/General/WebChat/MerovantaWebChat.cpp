@@ -1,6 +1,7 @@
 #include <Merovanta/MerovantaWebChat.h>
 
 #include <memory>
+#include <utility>
 
 #include "General/Log.h"
 #include "General/MainThread.h"
@@ -12,16 +13,35 @@ namespace merovanta {
 
 namespace {
 
+constexpr const char* noInstance = "Cannot find instance of WebChat";
+
 std::shared_ptr<WebChat> resolveWebChat() {
     auto webChat = Injection::resolve<WebChat>();
-    if (!webChat) Log::error("Cannot find instance of WebChat");
+    if (!webChat) Log::error(noInstance);
     return webChat;
 }
 
 }  // namespace
 
 void MerovantaWebChat::open(const std::string& id) {
-    if (const auto webChat = resolveWebChat()) webChat->open(id);
+    open(id, {});
+}
+
+void MerovantaWebChat::open(const std::string& id, Outcome outcome) {
+    if (const auto webChat = resolveWebChat()) {
+        webChat->open(id, std::move(outcome));
+    } else if (outcome) {
+        outcome(noInstance);
+    }
+}
+
+void MerovantaWebChat::close() {
+    if (const auto webChat = resolveWebChat()) webChat->close();
+}
+
+bool MerovantaWebChat::isOpen() const {
+    const auto webChat = resolveWebChat();
+    return webChat && webChat->isOpen();
 }
 
 void MerovantaWebChat::setMobileDeviceToken(const std::string& token) {

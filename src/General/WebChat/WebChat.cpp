@@ -28,41 +28,77 @@ WebChat::WebChat(std::shared_ptr<ApplicationConfigWrapper> wrapper, std::shared_
       merovantaAPI(std::move(api)),
       communication(std::move(channels)) {}
 
-void WebChat::open(const std::string& id) {
-    ViewUtils::runOnMainQueue([weak = weak_from_this(), id] {
-        const auto self = weak.lock();
-        if (!self) return;
-        self->communication->registerStatus();
-        const auto parent = ViewUtils::rootView();
-        if (parent && !self->chatOn(*parent)) self->fetchConfiguration(id, parent);
-    });
+struct WebChat::Opening {
+    Outcome outcome;
+    std::shared_ptr<View> parent;
+    unsigned closings = 0;
+
+    void end(const std::optional<std::string>& error = {}) const {
+        if (outcome) outcome(error);
+    }
+};
+
+void WebChat::open(const std::string& id, Outcome outcome) {
+    ViewUtils::runOnMainQueue(
+        [weak = weak_from_this(), id, opening = ownedByMainThread(Opening{.outcome = std::move(outcome)})] {
+            if (const auto self = weak.lock()) self->openNow(id, opening);
+        });
 }
 
-void WebChat::fetchConfiguration(const std::string& id, const std::shared_ptr<View>& parent) {
-    const auto report = [](const StringError& error) {
+void WebChat::openNow(const std::string& id, std::shared_ptr<Opening> opening) {
+    communication->registerStatus();
+    opening->closings = mClosings;
+    opening->parent = ViewUtils::rootView();
+    if (!opening->parent) return opening->end("Cannot find view of controller");
+    if (chatOn(*opening->parent)) return opening->end();
+    fetchConfiguration(id, std::move(opening));
+}
+
+void WebChat::fetchConfiguration(const std::string& id, std::shared_ptr<Opening> opening) {
+    const auto report = [opening](const StringError& error) {
         Log::error("Get WebChat configuration failed: " + error.errorDescription());
+        ViewUtils::runOnMainQueue([opening, text = error.errorDescription()] { opening->end(text); });
     };
     const auto url = MerovantaAPI::buildUrl("api/in/wc/c/" + encodePathSegment(id), {});
     if (!url) return report(StringError("Cannot construct URL"));
-    merovantaAPI->get(*url, [weak = weak_from_this(), report,
-                             owned = ownedByMainThread(parent)](const HttpReply& reply) {
+    merovantaAPI->get(*url, [weak = weak_from_this(), report, opening](const HttpReply& reply) {
         auto configuration = decode(reply);
         if (!configuration) return report(configuration.error());
-        ViewUtils::runOnMainQueue([weak, owned, configuration = std::move(configuration.value())]() mutable {
-            if (const auto self = weak.lock()) self->show(*owned, std::move(configuration));
-        });
+        ViewUtils::runOnMainQueue(
+            [weak, opening, configuration = std::move(configuration.value())]() mutable {
+                if (const auto self = weak.lock()) self->show(*opening, std::move(configuration));
+            });
     });
 }
 
-void WebChat::show(const std::shared_ptr<View>& parent, WebChatConfigurationDTO configuration) {
+void WebChat::show(const Opening& opening, WebChatConfigurationDTO configuration) {
     assertMainThread();
-    // Meanwhile the host may have left the screen, or a second call have opened the chat.
-    if (!parent->isAlive() || chatOn(*parent)) return;
+    // Meanwhile the host may have closed it or left the screen, or a second call have opened the chat.
+    if (opening.closings != mClosings) return opening.end("The chat was closed while it opened");
+    if (!opening.parent->isAlive()) return opening.end("The screen is gone");
+    if (chatOn(*opening.parent)) return opening.end();
     std::erase_if(mChatViews, [](const auto& chat) { return chat->isGone(); });
-    const auto chatView = std::make_shared<ChatView>(parent, std::move(configuration),
+    const auto chatView = std::make_shared<ChatView>(opening.parent, std::move(configuration),
                                                      applicationConfig->config.tenantId, visitorId());
     mChatViews.push_back(chatView);
     chatView->show();
+    opening.end(chatView->isGone() ? std::optional<std::string>("Cannot show the web view") : std::nullopt);
+}
+
+void WebChat::close() {
+    ViewUtils::runOnMainQueue([weak = weak_from_this()] {
+        const auto self = weak.lock();
+        if (!self) return;
+        ++self->mClosings;
+        for (const auto& chat : std::exchange(self->mChatViews, {}))
+            chat->removeFromSuperview();
+    });
+}
+
+bool WebChat::isOpen() const {
+    assertMainThread();
+    return std::any_of(mChatViews.begin(), mChatViews.end(),
+                       [](const auto& chat) { return !chat->isGone(); });
 }
 
 std::shared_ptr<ChatView> WebChat::chatOn(const View& screen) const {

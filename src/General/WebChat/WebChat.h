@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Outcome.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,8 +22,15 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
             std::shared_ptr<MerovantaAPI> merovantaAPI, std::shared_ptr<Communication> communication);
 
     /// Reports that the visitor is there, fetches this chat configuration and opens the chat page with it,
-    /// unless the chat is open on the screen in front. What fails is said in the log. Any thread.
-    void open(const std::string& id);
+    /// unless the chat is open on the screen in front. What fails is said in the log. The outcome is told
+    /// once: nothing when the chat lies over the screen, whatever its page is about to load. Any thread.
+    void open(const std::string& id, Outcome outcome = {});
+
+    /// Closes the chat on every screen that has one; one that is being opened is not. Any thread.
+    void close();
+
+    /// Whether a chat lies over any screen.
+    [[nodiscard]] bool isOpen() const;
 
     /// Another visitor uses the application from now on: no chat shows any more documents before it is opened
     /// anew.
@@ -37,8 +46,12 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
     bool areAttachmentsAllowed = false;
 
  private:
-    void fetchConfiguration(const std::string& id, const std::shared_ptr<View>& parent);
-    void show(const std::shared_ptr<View>& parent, WebChatConfigurationDTO configuration);
+    /// One call that is on its way.
+    struct Opening;
+
+    void openNow(const std::string& id, std::shared_ptr<Opening> opening);
+    void fetchConfiguration(const std::string& id, std::shared_ptr<Opening> opening);
+    void show(const Opening& opening, WebChatConfigurationDTO configuration);
     [[nodiscard]] std::string visitorId() const;
 
     /// The chat that is open on this screen; null if none is.
@@ -49,6 +62,8 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
     std::shared_ptr<Communication> communication;
     // One a screen; some may have been closed. The last is the one built last.
     std::vector<std::shared_ptr<ChatView>> mChatViews;
+    // Counts the closings: what they have overtaken is not opened any more.
+    unsigned mClosings = 0;
 };
 
 }  // namespace merovanta

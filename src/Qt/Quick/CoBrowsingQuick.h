@@ -2,6 +2,7 @@
 
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
+#include <QtQml/QJSValue>
 
 namespace merovanta::quick {
 
@@ -15,6 +16,9 @@ class CoBrowsingQuick final : public QObject {
 
     Q_INVOKABLE void start();
     Q_INVOKABLE void stop();
+    /// Of the two functions, either of which may be undefined, one is called, as MerovantaCoBrowsing says;
+    /// the second with the reason.
+    Q_INVOKABLE void startWith(const QJSValue& success, const QJSValue& failure);
 };
 
 }  // namespace merovanta::quick

@@ -16,9 +16,6 @@ namespace merovanta::quick {
 
 namespace {
 
-// In front of the widget, behind the agent's drawings.
-constexpr double zOfCovers = zBehindPopups + 0.25;
-
 bool isInPopup(const QQuickItem* item) {
     while (item != nullptr && !item->inherits("QQuickOverlay"))
         item = item->parentItem();

@@ -1,6 +1,9 @@
 #include "Qt/Quick/FrontLayerQuick.h"
 
+#include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <algorithm>
 
 #include "Qt/Quick/AlertQuick.h"
 #include "Qt/Quick/PaintOrderQuick.h"
@@ -26,6 +29,56 @@ void putInFront(QQuickItem& item, QQuickItem& parent, double z) {
         if (layer->inherits("QQuickOverlay"))
             QObject::connect(layer, &QQuickItem::childrenChanged, &item, goBehindPopups);
     }
+}
+
+namespace {
+
+/// Follows the popups of a window for an item that none of them is to cover.
+class FrontKeeperQuick final : public QObject {
+ public:
+    FrontKeeperQuick(QQuickItem& item, double z) : QObject(&item), mItem(item), mZ(z) {
+        QQuickItem* const content = item.window()->contentItem();
+        connect(content, &QQuickItem::childrenChanged, this, &FrontKeeperQuick::findOverlay,
+                Qt::QueuedConnection);
+        findOverlay();
+    }
+
+ private:
+    void findOverlay() {
+        if (!mOverlay && mItem.window() != nullptr) {
+            const auto layers = mItem.window()->contentItem()->childItems();
+            for (QQuickItem* layer : layers) {
+                if (!layer->inherits("QQuickOverlay")) continue;
+                mOverlay = layer;
+                // A popup that opens is there before it is visible.
+                connect(layer, &QQuickItem::childrenChanged, this, &FrontKeeperQuick::place,
+                        Qt::QueuedConnection);
+            }
+        }
+        place();
+    }
+
+    void place() {
+        const QObject* popup = nullptr;
+        const auto items = mOverlay ? inPaintOrder(*mOverlay) : QList<QQuickItem*>();
+        for (const QQuickItem* item : items) {
+            const QObject* const shown = item->isVisible() ? popupShownBy(*item) : nullptr;
+            if (shown != nullptr) popup = shown;
+        }
+        const bool isCovered = popup != nullptr && !AlertQuick::isAlert(*popup);
+        mItem.setZ(isCovered ? std::max(mOverlay->z(), mZ) + 1 : mZ);
+    }
+
+    QQuickItem& mItem;
+    const double mZ;
+    QPointer<QQuickItem> mOverlay;
+};
+
+}  // namespace
+
+void keepInFront(QQuickItem& item, QQuickItem& parent, double z) {
+    item.setParentItem(&parent);
+    new FrontKeeperQuick(item, z);
 }
 
 }  // namespace merovanta::quick

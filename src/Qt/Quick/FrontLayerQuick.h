@@ -9,4 +9,8 @@ namespace merovanta::quick {
 /// as they cover everything else.
 void putInFront(QQuickItem& item, QQuickItem& parent, double z);
 
+/// Makes the item a child of the parent, which is in a window, in front of all popups, those too that open
+/// later, but for the library's own questions. While there are none it is at this place.
+void keepInFront(QQuickItem& item, QQuickItem& parent, double z);
+
 }  // namespace merovanta::quick

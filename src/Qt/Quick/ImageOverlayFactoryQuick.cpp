@@ -36,7 +36,7 @@ class PassthroughUIImageView final : public QQuickItem {
  public:
     PassthroughUIImageView(QQuickItem& parent, QImage image) : QQuickItem(&parent), mImage(std::move(image)) {
         setFlag(ItemHasContents);
-        setZ(merovanta::quick::zBehindPopups + 0.5);
+        setZ(merovanta::quick::zOfDrawings);
         const auto fill = [this, &parent] { setSize(parent.size()); };
         connect(&parent, &QQuickItem::widthChanged, this, fill);
         connect(&parent, &QQuickItem::heightChanged, this, fill);

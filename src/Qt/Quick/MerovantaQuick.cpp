@@ -3,6 +3,10 @@
 #include <Merovanta/Merovanta.h>
 
 #include <QtCore/QHash>
+#include <QtQml/QJSEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <utility>
 
 #include "Qt/Quick/PaintSerialQuick.h"
 
@@ -110,6 +114,25 @@ ConfigurationQuick* MerovantaQuick::configuration() {
 
 void MerovantaQuick::initConfig(const QString& tenantId, const QString& token) {
     Merovanta::initConfig(tenantId.toStdString(), token.toStdString());
+}
+
+void MerovantaQuick::initConfig(const QJSValue& configuration) {
+    const auto text = [&](const char* name) -> std::optional<std::string> {
+        const QJSValue value = configuration.property(QLatin1String(name));
+        if (value.isUndefined() || value.isNull()) return std::nullopt;
+        return value.toString().toStdString();
+    };
+    const auto tenantId = text("tenantId");
+    const auto token = text("token");
+    if (!tenantId || !token) {
+        qjsEngine(parent())->throwError(QJSValue::TypeError,
+                                        QStringLiteral("A configuration has a tenantId and a token"));
+        return;
+    }
+    CustomConfiguration custom(*tenantId, *token);
+    if (auto server = text("serverUrl")) custom.setServerUrl(std::move(*server));
+    if (auto cdn = text("cdnUrl")) custom.setCdnUrl(std::move(*cdn));
+    Merovanta::initConfig(custom);
 }
 
 }  // namespace merovanta::quick

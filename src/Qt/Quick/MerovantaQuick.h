@@ -3,6 +3,7 @@
 #include <QtQml/qqml.h>
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
+#include <QtQml/QJSValue>
 #include <optional>
 
 #include "Qt/Quick/CoBrowsingQuick.h"
@@ -66,6 +67,9 @@ class MerovantaQuick final : public QObject {
     [[nodiscard]] ConfigurationQuick* configuration();
 
     Q_INVOKABLE void initConfig(const QString& tenantId, const QString& token);
+    /// A CustomConfiguration: an object with tenantId, token and, if the hosts are to be set, serverUrl and
+    /// cdnUrl.
+    Q_INVOKABLE void initConfig(const QJSValue& configuration);
 
  Q_SIGNALS:
     void tagChanged();

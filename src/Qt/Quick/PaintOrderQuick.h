@@ -12,6 +12,12 @@ namespace merovanta::quick {
 /// Where Controls puts the layer of its popups is one higher.
 constexpr double zBehindPopups = 1'000'000;
 
+/// Where the library puts what it lays over the host application: the agent's drawings over the chat, the
+/// widget over both.
+constexpr double zOfCovers = zBehindPopups;
+constexpr double zOfDrawings = zBehindPopups + 0.25;
+constexpr double zOfWidget = zBehindPopups + 0.5;
+
 /// Of a further child of this item that is to cover all others, popups too.
 [[nodiscard]] double zInFrontOfAll(const QQuickItem& item);
 

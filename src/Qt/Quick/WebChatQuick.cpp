@@ -2,12 +2,24 @@
 
 #include <Merovanta/Merovanta.h>
 
+#include "Qt/Quick/CallbackQuick.h"
+
 namespace merovanta::quick {
 
 WebChatQuick::WebChatQuick(QObject* parent) : QObject(parent) {}
 
-void WebChatQuick::open(const QString& id) {
-    Merovanta::webChat().open(id.toStdString());
+void WebChatQuick::open(const QString& id, const QJSValue& outcome) {
+    bool isRefused = false;
+    const auto callback = CallbackQuick::of(*this, outcome, isRefused);
+    if (!isRefused) Merovanta::webChat().open(id.toStdString(), outcomeOf(callback));
+}
+
+void WebChatQuick::close() {
+    Merovanta::webChat().close();
+}
+
+bool WebChatQuick::isOpen() const {
+    return Merovanta::webChat().isOpen();
 }
 
 void WebChatQuick::setMobileDeviceToken(const QString& token) {

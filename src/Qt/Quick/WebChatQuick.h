@@ -3,6 +3,7 @@
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtQml/QJSValue>
 
 namespace merovanta::quick {
 
@@ -16,7 +17,10 @@ class WebChatQuick final : public QObject {
  public:
     explicit WebChatQuick(QObject* parent);
 
-    Q_INVOKABLE void open(const QString& id);
+    /// The outcome is a function that is called once, with the reason why not, or with undefined.
+    Q_INVOKABLE void open(const QString& id, const QJSValue& outcome = {});
+    Q_INVOKABLE void close();
+    [[nodiscard]] Q_INVOKABLE bool isOpen() const;
     Q_INVOKABLE void setMobileDeviceToken(const QString& token);
     [[nodiscard]] bool attachmentsAllowed() const;
     void setAttachmentsAllowed(bool areAllowed);

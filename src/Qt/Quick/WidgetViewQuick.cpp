@@ -63,7 +63,7 @@ bool WidgetViewQuick::load(QQuickItem& parent) {
         delete object;
         return false;
     }
-    putInFront(*mItem, parent, zBehindPopups);
+    keepInFront(*mItem, parent, zOfWidget);
     connect(mItem, SIGNAL(hideClicked()), this, SLOT(hideClicked()), Qt::QueuedConnection);
     connect(mItem, SIGNAL(closeClicked()), this, SLOT(closeClicked()), Qt::QueuedConnection);
     connect(mItem, SIGNAL(openChat()), this, SLOT(openChat()), Qt::QueuedConnection);

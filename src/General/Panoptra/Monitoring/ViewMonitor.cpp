@@ -6,9 +6,11 @@
 #include <charconv>
 #include <utility>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Fatal.h"
 #include "General/Log.h"
 #include "General/MainThread.h"
+#include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Privacy/PrivacyJudge.h"
 #include "General/Panoptra/Util/PrivacyUtils.h"
 #include "General/Panoptra/Util/ViewUtils.h"
@@ -129,6 +131,7 @@ void ViewMonitor::resume(std::shared_ptr<MessageSender> sender) {
 void ViewMonitor::resetChangeDetection() {
     clearLastScreenshot();
     lastView.reset();
+    mCovered.reset();
 }
 
 void ViewMonitor::clearLastScreenshot() {
@@ -201,6 +204,9 @@ void ViewMonitor::takeScreenshot() {
         return;
     }
     if (mIsCapturing) return;
+    // Resolved at the moment of use: it is itself built from the session, which owns this.
+    const auto coBrowsing = Injection::resolve<CoBrowsing>();
+    if (coBrowsing && !coBrowsing->keepWidgetOn(*root)) return;
     PictureKey key = pictureKey(*root);
     if (mLastKey != key && mPictureGap.isDue()) capture(root, std::move(key));
 }
@@ -282,6 +288,7 @@ void ViewMonitor::discardPicture() {
 }
 
 void ViewMonitor::sendScreenshot(std::string picture) {
+    if (!lastScreenshot) Log::debug("First picture: " + std::to_string(picture.size()) + " bytes");
     // Remembered before the outcome is known: a picture that could not be sent is not tried again.
     lastScreenshot = picture;
     messageSender->sendScreenshot(

@@ -60,7 +60,7 @@ std::uint32_t premultiplied(std::uint32_t pixel) {
 
 }  // namespace
 
-std::optional<std::size_t> PngDecoder::pixelCount(const std::string& png) {
+std::optional<PngDecoder::Size> PngDecoder::size(const std::string& png) {
     constexpr std::size_t headerSize = signature.size() + chunkOverhead + 13;
     const std::string_view view(png);
     if (view.size() < headerSize || !view.starts_with(signature)) return std::nullopt;
@@ -69,11 +69,11 @@ std::optional<std::size_t> PngDecoder::pixelCount(const std::string& png) {
     const std::size_t width = bigEndian(header.substr(8));
     const std::size_t height = bigEndian(header.substr(12));
     if (width == 0 || height == 0 || width > maximumPixels / height) return std::nullopt;
-    return width * height;
+    return Size{width, height};
 }
 
 std::optional<PixelBuffer> PngDecoder::decode(const std::string& png) {
-    if (!pixelCount(png)) return std::nullopt;
+    if (!size(png)) return std::nullopt;
     auto pixels = unpack(essentials(png));
     if (!pixels) return std::nullopt;
     std::uint32_t* const first = pixels->row(0);

@@ -60,10 +60,21 @@ void BidirectionalMessageHandler::handle(BidirectionalMessage message) const {
     auto& session = applicationConfig->config.panoptraConfig;
     // Deliberately for false as well: that the agent's side speaks of it at all asks for the faster rate.
     if (message.bidirectional && session) session->increasedPollingFrequency = true;
-    if (message.optIn.value_or(false)) mConsentDialog->ask();
-    if (!message.start.value_or(false)) return;
+    const bool isStart = message.start.value_or(false);
+    // What is left of an agent's wishes after a stop asks for nothing.
+    const bool isQuestion = message.optIn.value_or(false) && (isStart || ConsentDialog::isSharing());
+    if (isQuestion) mConsentDialog->ask();
+    if (!isStart) return;
     startSession();
-    if (message.optIn.value_or(false)) mConsentDialog->sessionStarted();
+    if (isQuestion) mConsentDialog->sessionStarted();
+}
+
+void BidirectionalMessageHandler::visitorStarts() {
+    mConsentDialog->mayAskAgain();
+}
+
+void BidirectionalMessageHandler::sessionEnded() {
+    mConsentDialog->sessionEnded();
 }
 
 // The controllers are resolved at the moment of use: they are themselves built from the transports that call
@@ -75,7 +86,7 @@ void BidirectionalMessageHandler::closeSession() const {
     if (const auto panoptra = Injection::resolve<Panoptra>()) panoptra->runStopCallback();
     const auto coBrowsing = Injection::resolve<CoBrowsing>();
     if (coBrowsing) {
-        coBrowsing->hide();
+        coBrowsing->hide(SessionEnd::agent);
     } else {
         Log::error("Cannot resolve CoBrowsing");
     }
@@ -84,7 +95,7 @@ void BidirectionalMessageHandler::closeSession() const {
 void BidirectionalMessageHandler::startSession() {
     const auto panoptra = Injection::resolve<Panoptra>();
     if (!panoptra) return;
-    panoptra->start(true, std::nullopt, [](const std::optional<StringError>& error) {
+    panoptra->start(true, std::nullopt, SessionStarter::forced, [](const std::optional<StringError>& error) {
         if (error) Log::warning("Cannot start CoBrowsing: " + error->errorDescription());
     });
 }

@@ -25,6 +25,12 @@ class BidirectionalMessageHandler : public std::enable_shared_from_this<Bidirect
 
     void discardWaiting();
 
+    /// The host has started a session, at the visitor's wish: the visitor may be asked for consent at once.
+    void visitorStarts();
+
+    /// There is no session any more for which consent could be asked.
+    void sessionEnded();
+
  private:
     void handleNext();
     void handle(BidirectionalMessage message) const;

@@ -29,8 +29,8 @@ std::optional<std::int64_t> readInteger(const nlohmann::json& object, const char
     return static_cast<std::int64_t>(number);
 }
 
-/// Texts that are longer are no drawing of a screen.
-constexpr std::size_t maximumDrawingText = std::size_t{8} * 1024 * 1024;
+/// Texts that are longer are no drawing of a screen, even of the largest one and hard to pack.
+constexpr std::size_t maximumDrawingText = std::size_t{32} * 1024 * 1024;
 
 std::string without(std::string_view text, std::string_view part) {
     std::string rest;

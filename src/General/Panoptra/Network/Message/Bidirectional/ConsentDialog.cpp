@@ -12,6 +12,17 @@
 
 namespace merovanta {
 
+namespace {
+
+// After a refusal.
+constexpr double secondsOfPeace = 30.0;
+
+bool isBlank(const std::string& text) {
+    return text.find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+}  // namespace
+
 ConsentDialog::ConsentDialog(std::shared_ptr<ApplicationConfigWrapper> wrapper,
                              std::shared_ptr<UIStrings> strings)
     : applicationConfig(std::move(wrapper)), uiStrings(std::move(strings)) {}
@@ -19,6 +30,10 @@ ConsentDialog::ConsentDialog(std::shared_ptr<ApplicationConfigWrapper> wrapper,
 void ConsentDialog::ask() {
     assertMainThread();
     if (mQuestion && isCurrent(*mQuestion)) return;
+    if (mPause) {
+        Log::debug("The visitor has just declined");
+        return;
+    }
     mQuestion = std::make_shared<Question>(Question{.session = session(), .visitorId = visitorId()});
     uiStrings->load(applicationConfig->config.tenantId.value_or(""),
                     [weak = weak_from_this(),
@@ -38,11 +53,14 @@ void ConsentDialog::sessionStarted() {
 void ConsentDialog::present() {
     const auto title = uiStrings->text("ui.mobile.confirm.title");
     const auto accept = uiStrings->text("ui.confirm.accept");
-    const auto decline = uiStrings->text("ui.confirm.decline");
+    auto decline = uiStrings->text("ui.confirm.decline");
+    if (!decline || isBlank(*decline)) decline = "Decline";
     const auto message = uiStrings->text("ui.mobile.confirm.message");
     const auto controller = ViewUtils::topViewController();
     // Without words for it, nobody can consent to anything.
-    if (accept && (title || message) && controller) {
+    const bool isWorded =
+        !isBlank(accept.value_or("")) && !isBlank(title.value_or("") + message.value_or(""));
+    if (isWorded && controller && isSharing()) {
         mQuestion->alert =
             platform::current().alerts().present(*controller,
                                                  {.title = title.value_or(""),
@@ -55,6 +73,16 @@ void ConsentDialog::present() {
         Log::warning("Cannot ask for consent");
         mQuestion.reset();
     }
+}
+
+void ConsentDialog::pause() {
+    mPause =
+        platform::current().timers().schedule(seconds(secondsOfPeace), false, [this] { mPause.reset(); });
+}
+
+bool ConsentDialog::isSharing() {
+    const auto current = session();
+    return current && current->state() != Session::State::ended;
 }
 
 std::shared_ptr<Session> ConsentDialog::session() {
@@ -75,6 +103,7 @@ void ConsentDialog::answered(bool accepted) {
     assertMainThread();
     const auto self = shared_from_this();
     const auto question = std::exchange(mQuestion, nullptr);
+    if (!accepted) pause();
     if (!accepted || !session() || !isCurrent(*question)) return;
     if (auto& shared = applicationConfig->config.panoptraConfig) shared->optIn = true;
     if (const auto panoptra = Injection::resolve<Panoptra>()) panoptra->consentGiven();

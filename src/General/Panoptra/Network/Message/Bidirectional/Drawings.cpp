@@ -1,5 +1,6 @@
 #include "General/Panoptra/Network/Message/Bidirectional/Drawings.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "General/Log.h"
@@ -12,9 +13,11 @@ namespace merovanta {
 
 namespace {
 
-// Of all drawings together: several screens full, and no more memory than a host can spare.
-constexpr std::size_t maximumPixels = 2 * PngDecoder::maximumPixels;
-constexpr std::size_t maximumDrawings = 100;
+// Of all drawings together: one of the largest screens full, or several of a usual one.
+constexpr std::size_t maximumPixels = PngDecoder::maximumPixels;
+constexpr std::size_t maximumDrawings = 10;
+// Each is stretched over the whole screen: a smaller one is no drawing but a curtain.
+constexpr std::size_t minimumSide = 8;
 
 std::shared_ptr<View> keyWindowView() {
     const auto controller = platform::current().application().keyWindowRootViewController();
@@ -25,17 +28,21 @@ std::shared_ptr<View> keyWindowView() {
 
 void Drawings::show(std::string png) {
     assertMainThread();
-    const auto pixelCount = PngDecoder::pixelCount(png);
-    if (!pixelCount) {
+    const auto size = PngDecoder::size(png);
+    if (!size) {
         Log::warning("Cannot read drawing");
         return;
     }
-    if (mDrawings.size() == maximumDrawings || *pixelCount > maximumPixels - mPixelCount) {
+    if (std::min(size->width, size->height) < minimumSide) {
+        Log::warning("Drawing is too small");
+        return;
+    }
+    if (mDrawings.size() == maximumDrawings || size->pixelCount() > maximumPixels - mPixelCount) {
         Log::warning("Too many drawings");
         return;
     }
-    mPixelCount += *pixelCount;
-    mDrawings.push_back({.pixelCount = *pixelCount});
+    mPixelCount += size->pixelCount();
+    mDrawings.push_back({.pixelCount = size->pixelCount()});
     const Place place = std::prev(mDrawings.end());
     platform::current().workQueue().async([weak = weak_from_this(), place, png = std::move(png)] {
         auto pixels = std::make_shared<PixelBuffer>(PngDecoder::decode(png).value_or(PixelBuffer()));
