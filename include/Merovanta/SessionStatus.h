@@ -15,7 +15,7 @@ enum class SessionState {
     sharing,
     /// The application has been in the background for too long: the stream is closed until it is back.
     suspended,
-    /// The application is back, and the stream is being opened again.
+    /// The stream is being opened again: the application is back, or the network has failed.
     reconnecting,
     /// The last session is over.
     ended,

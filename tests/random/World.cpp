@@ -178,12 +178,13 @@ void World::act(const Step& step) {
 
 void World::countedStart() {
     int& completions = mCompletions.emplace_back(0);
-    mPanoptra->start(false, std::nullopt, [&completions](const auto&) { ++completions; });
+    mPanoptra->start(false, std::nullopt, SessionStarter::host,
+                     [&completions](const auto&) { ++completions; });
 }
 
 void World::countedCoBrowsing() {
     int& completions = mCompletions.emplace_back(0);
-    Injection::resolve<CoBrowsing>()->start([&completions](const auto&, bool) { ++completions; });
+    Injection::resolve<CoBrowsing>()->start(SessionStarter::host, [&completions](const auto&, bool) { ++completions; });
 }
 
 void World::identify(const ActiveUser& user) {

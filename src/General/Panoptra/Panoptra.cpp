@@ -100,6 +100,9 @@ void Panoptra::sessionChanged(const Session& session, const Session::Change& cha
         if (const auto agent = Injection::resolve<BidirectionalMessageHandler>()) agent->sessionEnded();
     }
     tellHost(session, change);
+    // Copied: it may be replaced inside.
+    const auto observer = mStateObserver;
+    if (observer) observer(change);
 }
 
 void Panoptra::tellHost(const Session& session, const Session::Change& change) {
@@ -131,7 +134,7 @@ SessionStatus Panoptra::statusOf(const Session::Change& change) const {
     status.since = std::chrono::system_clock::time_point(platform::current().clock().sinceEpoch());
     if (change.state == State::starting) return status;
     if (change.state != State::ended) {
-        status.transport = mMessageSender->typeName();
+        if (mMessageSender) status.transport = mMessageSender->typeName();
         return status;
     }
     status.transport = mObservers->status().transport;

@@ -27,6 +27,7 @@ namespace merovanta {
 class Panoptra : public std::enable_shared_from_this<Panoptra> {
  public:
     using Completion = Session::Completion;
+    using StateObserver = std::function<void(const Session::Change&)>;
 
     /// Why there is no session after a start that has not failed.
     static constexpr const char* notWanted = "The service leaves this visitor alone";
@@ -57,7 +58,11 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// The session that is started; null without one.
     [[nodiscard]] const std::shared_ptr<Session>& session() const { return mSession; }
 
-    /// Tells the host of every state that a session enters.
+    /// Told of every state that a session enters, in the middle of what brings it about. It may stop and
+    /// start sessions; one observer at a time.
+    void observeState(StateObserver observer) { mStateObserver = std::move(observer); }
+
+    /// Tells the host of every state that a session enters, when that is done.
     [[nodiscard]] const std::shared_ptr<SessionObservers>& observers() const { return mObservers; }
 
     /// The transport of the running session, or of the last one; null before the first.
@@ -100,6 +105,7 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     std::unique_ptr<Timer> backgroundTimeoutTimer;
 
     std::shared_ptr<Session> mSession;
+    StateObserver mStateObserver;
     std::shared_ptr<SessionObservers> mObservers = std::make_shared<SessionObservers>();
     // Of the session that runs, or of the last one.
     SessionStarter mStartedBy = SessionStarter::host;

@@ -1,6 +1,8 @@
 #include "Qt/Quick/CallbackQuick.h"
 
+#include <QtQml/qqml.h>
 #include <QtQml/QJSEngine>
+#include <QtQml/QQmlEngine>
 #include <QtQml/QQmlError>
 #include <QtQml/QQmlInfo>
 #include <utility>
@@ -9,10 +11,11 @@ namespace merovanta::quick {
 
 namespace {
 
-/// The facades are children of what is attached to an object of the script's.
+/// The facades are children of what is attached to an object of the script's; errors are reported to the
+/// engine of that object.
 QObject* scriptObjectOf(const QObject& facade) {
     QObject* object = facade.parent();
-    while (object != nullptr && qjsEngine(object) == nullptr)
+    while (object != nullptr && qmlEngine(object) == nullptr)
         object = object->parent();
     return object;
 }
@@ -30,7 +33,8 @@ void CallbackQuick::operator()(const QJSValueList& arguments) const {
     error.setDescription(result.toString());
     error.setUrl(QUrl(result.property(QStringLiteral("fileName")).toString()));
     error.setLine(result.property(QStringLiteral("lineNumber")).toInt());
-    qmlWarning(mScriptObject, error);
+    // Without words of its own it would not go to the engine.
+    qmlWarning(mScriptObject, error) << "A callback has thrown";
 }
 
 std::optional<CallbackQuick> CallbackQuick::of(const QObject& facade, const QJSValue& function,

@@ -23,7 +23,7 @@ class CallbackQuick {
     [[nodiscard]] static std::optional<CallbackQuick> of(const QObject& facade, const QJSValue& function,
                                                          bool& isRefused);
 
-    /// Throws a TypeError into the script that calls the facade just now.
+    /// Throws a TypeError into the script that calls the facade, or what is attached to its object, just now.
     static void throwTypeError(const QObject& facade, const QString& message);
 
  private:

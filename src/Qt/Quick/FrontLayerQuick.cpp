@@ -66,7 +66,17 @@ class FrontKeeperQuick final : public QObject {
             if (shown != nullptr) popup = shown;
         }
         const bool isCovered = popup != nullptr && !AlertQuick::isAlert(*popup);
-        mItem.setZ(isCovered ? std::max(mOverlay->z(), mZ) + 1 : mZ);
+        mItem.setZ(isCovered ? inFrontOfSiblings() : mZ);
+    }
+
+    /// Something else of the library's may be in front of the popups already.
+    [[nodiscard]] double inFrontOfSiblings() const {
+        double front = mZ;
+        const auto siblings = mItem.parentItem()->childItems();
+        for (const QQuickItem* sibling : siblings) {
+            if (sibling != &mItem) front = std::max(front, sibling->z());
+        }
+        return front + 1;
     }
 
     QQuickItem& mItem;

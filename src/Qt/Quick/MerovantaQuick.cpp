@@ -3,11 +3,11 @@
 #include <Merovanta/Merovanta.h>
 
 #include <QtCore/QHash>
-#include <QtQml/QJSEngine>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <utility>
 
+#include "Qt/Quick/CallbackQuick.h"
 #include "Qt/Quick/PaintSerialQuick.h"
 
 namespace merovanta::quick {
@@ -124,11 +124,9 @@ void MerovantaQuick::initConfig(const QJSValue& configuration) {
     };
     const auto tenantId = text("tenantId");
     const auto token = text("token");
-    if (!tenantId || !token) {
-        qjsEngine(parent())->throwError(QJSValue::TypeError,
-                                        QStringLiteral("A configuration has a tenantId and a token"));
-        return;
-    }
+    if (!tenantId || !token)
+        return CallbackQuick::throwTypeError(
+            *this, QStringLiteral("A configuration is an object with a tenantId and a token"));
     CustomConfiguration custom(*tenantId, *token);
     if (auto server = text("serverUrl")) custom.setServerUrl(std::move(*server));
     if (auto cdn = text("cdnUrl")) custom.setCdnUrl(std::move(*cdn));

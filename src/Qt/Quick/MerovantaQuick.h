@@ -22,7 +22,7 @@ class MerovantaQuick final : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(Merovanta)
     QML_UNCREATABLE("Merovanta is only attached")
-    QML_ATTACHED(MerovantaQuick)
+    QML_ATTACHED(merovanta::quick::MerovantaQuick)
     Q_PROPERTY(int tag READ tag WRITE setTag NOTIFY tagChanged FINAL)
     Q_PROPERTY(bool masked READ isMasked WRITE setMasked RESET resetMasked NOTIFY maskedChanged FINAL)
     Q_PROPERTY(bool tapsPrivate READ areTapsPrivate WRITE setTapsPrivate NOTIFY tapsPrivateChanged FINAL)

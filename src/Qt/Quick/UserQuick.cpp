@@ -41,7 +41,8 @@ void UserQuick::tag(const QJSValue& user, const QJSValue& callback, const QJSVal
     const bool hasTags = !tagValues.isUndefined() && !tagValues.isNull();
     const QVariant tags = tagValues.toVariant();
     // Any sequence: an array, a list of a C++ model's, a list property.
-    if (hasTags && (!tags.canConvert<QVariantList>() || !areTexts(tags.toList())))
+    const bool isSequence = tags.typeId() != QMetaType::QString && tags.canConvert<QVariantList>();
+    if (hasTags && (!isSequence || !areTexts(tags.toList())))
         return CallbackQuick::throwTypeError(*this, QStringLiteral("The tags of a user are a list of texts"));
     bool isRefused = false;
     const auto onDone = CallbackQuick::of(*this, callback, isRefused);

@@ -131,7 +131,7 @@ void ViewMonitor::resume(std::shared_ptr<MessageSender> sender) {
 void ViewMonitor::resetChangeDetection() {
     clearLastScreenshot();
     lastView.reset();
-    mCovered.reset();
+    mMaskSummary.clear();
 }
 
 void ViewMonitor::clearLastScreenshot() {
