@@ -1,5 +1,10 @@
 #include "ChatApi.h"
 
+#include <utility>
+#include <variant>
+
+#include "Text.h"
+
 namespace merovanta::devservice {
 
 void ChatApi::addRoutes(GuardedRoutes& routes) {
@@ -12,6 +17,28 @@ void ChatApi::addRoutes(GuardedRoutes& routes) {
     routes.addWebSocket("/api/in/wc/ws", [this](Upgrade& upgrade) { return sockets_.open(upgrade); });
     routes.add("GET", "/api/in/wc/d/*",
                [this](const Request& request) { return document(request.wildcards.front()); });
+    routes.add(
+        "POST", "/api/in/wc/d", [this](const Request& request) { return attach(request); },
+        SharedDocument::kMaxBytes);
+}
+
+Response ChatApi::attach(const Request& request) {
+    const std::string tenantId = request.target.value("tId");
+    const std::string visitorId = request.target.value("vId");
+    std::string key = request.target.value("key");
+    if (tenantId.empty() || visitorId.empty() || key.empty() || key.size() > ChatMessage::kMaxKeyBytes)
+        return Response::error(400, "the query names no tenant, no visitor or no key");
+    auto made =
+        SharedDocument::make(request.target.value("name"), request.contentType, "encoded", request.body);
+    if (const auto* problem = std::get_if<std::string>(&made)) return Response::error(400, *problem);
+    auto& document = std::get<SharedDocument>(made);
+    ChatMessage::Document shown{
+        {}, boundedText(document.name, 512), document.contentType, document.content.size()};
+    const std::string url = shown.url = "/api/in/wc/d/" + documents_.add(std::move(document));
+    Contact& contact = contacts_.obtain(tenantId, visitorId, currentMoment());
+    contacts_.addMessage(
+        contact, {.at = currentMoment(), .text = {}, .key = std::move(key), .document = std::move(shown)});
+    return Response::json({{"url", url}}, 201);
 }
 
 Response ChatApi::document(const std::string& id) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ChatSockets.h"
+#include "ContactRegistry.h"
 #include "DocumentStore.h"
 #include "GuardedRoutes.h"
 #include "PageAssets.h"
@@ -10,16 +11,20 @@ namespace merovanta::devservice {
 /// What the visitor's chat page asks for: its own files, the chat itself and the documents in it.
 class ChatApi {
  public:
-    ChatApi(ChatSockets& sockets, const DocumentStore& documents, const PageAssets& assets)
-        : sockets_(sockets), documents_(documents), assets_(assets) {}
+    ChatApi(ChatSockets& sockets, ContactRegistry& contacts, DocumentStore& documents,
+            const PageAssets& assets)
+        : sockets_(sockets), contacts_(contacts), documents_(documents), assets_(assets) {}
 
     void addRoutes(GuardedRoutes& routes);
 
  private:
     Response document(const std::string& id) const;
+    /// A file that the visitor attaches.
+    Response attach(const Request& request);
 
     ChatSockets& sockets_;
-    const DocumentStore& documents_;
+    ContactRegistry& contacts_;
+    DocumentStore& documents_;
     const PageAssets& assets_;
 };
 

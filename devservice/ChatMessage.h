@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -9,7 +10,7 @@
 
 namespace merovanta::devservice {
 
-/// One line of a chat: a text, or a document that the agent shares.
+/// One line of a chat: a text, or a document that one side shares with the other.
 struct ChatMessage {
     enum class Author { Visitor, Agent };
 
@@ -20,6 +21,8 @@ struct ChatMessage {
         std::string contentType;
         std::size_t bytes = 0;
     };
+
+    static constexpr std::size_t kMaxKeyBytes = 64;
 
     std::uint64_t sequence = 0;
     Moment at{};

@@ -19,7 +19,6 @@ using nlohmann::json;
 namespace {
 // A text of the largest size with every character escaped.
 constexpr std::size_t kMaxIncomingBytes = 32U << 10U;
-constexpr std::size_t kMaxKeyBytes = 64;
 constexpr std::size_t kMaxRefusals = 16;
 }  // namespace
 
@@ -66,7 +65,7 @@ void ChatSocket::receive(const std::string& text) {
     if (message.is_discarded() || textMember(message, "type") != "message" || contact == nullptr) return;
     std::string key = textMember(message, "key");
     std::string words = textMember(message, "text");
-    if (key.empty() || key.size() > kMaxKeyBytes) return;
+    if (key.empty() || key.size() > ChatMessage::kMaxKeyBytes) return;
     if (const auto problem = ChatHistory::problemOf(words)) return refuse(key, *problem);
     contact->lastSeen = currentMoment();
     contacts_.addMessage(

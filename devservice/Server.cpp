@@ -29,7 +29,7 @@ Server::Server(Options options, std::ostream& log)
       sockets_(streams_),
       log_(log, options_.logRequests),
       visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_, contacts_),
-      chatApi_(chatSockets_, documents_, assets_),
+      chatApi_(chatSockets_, contacts_, documents_, assets_),
       consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_, assets_),
       contactApi_(contacts_, documents_),
       slots_(kMaxConnections),

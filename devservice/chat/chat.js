@@ -51,6 +51,13 @@ function startWriting(connection) {
   });
 }
 
+function startAttaching(connection) {
+  byId('file').addEventListener('change', ({ target }) => {
+    for (const file of target.files) list.addWaiting(connection.attach(file), file.name);
+    target.value = '';
+  });
+}
+
 function start(parameters) {
   dress(parameters);
   const connection = new ChatConnection(parameters, {
@@ -59,6 +66,7 @@ function start(parameters) {
     onRefused: (key, reason) => list.refuse(key, reason),
   });
   startWriting(connection);
+  startAttaching(connection);
   connection.open();
 }
 
@@ -68,6 +76,7 @@ if (parameters?.tenantId && parameters.visitorId) {
 } else {
   showState('unknown');
   field.disabled = true;
+  byId('file').disabled = true;
 }
 window.addEventListener('hashchange', () => location.reload());
 window.addEventListener('resize', () => list.toEnd());

@@ -4,8 +4,12 @@
 const FIRST_PAUSE_MS = 500;
 const LONGEST_PAUSE_MS = 5000;
 
+const newKey = () =>
+  [...crypto.getRandomValues(new Uint8Array(12))].map((byte) => byte.toString(16).padStart(2, '0')).join('');
+
 export class ChatConnection {
   #url;
+  #visitor;
   #handlers;
   #socket = null;
   #pause = FIRST_PAUSE_MS;
@@ -13,8 +17,9 @@ export class ChatConnection {
 
   /** handlers: onState(text), onMessages(messages, reset), onRefused(key, reason) */
   constructor({ tenantId, visitorId }, handlers) {
+    this.#visitor = `tId=${encodeURIComponent(tenantId)}&vId=${encodeURIComponent(visitorId)}`;
     const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
-    this.#url = `${scheme}://${location.host}/api/in/wc/ws?tId=${encodeURIComponent(tenantId)}&vId=${encodeURIComponent(visitorId)}`;
+    this.#url = `${scheme}://${location.host}/api/in/wc/ws?${this.#visitor}`;
     this.#handlers = handlers;
   }
 
@@ -36,10 +41,28 @@ export class ChatConnection {
 
   /** Sends a text now or when the service is back; returns its key. */
   send(text) {
-    const key = [...crypto.getRandomValues(new Uint8Array(12))].map((byte) => byte.toString(16).padStart(2, '0')).join('');
+    const key = newKey();
     this.#unconfirmed.set(key, text);
     this.#transmit(key, text);
     return key;
+  }
+
+  /** Sends a file at once; returns its key. */
+  attach(file) {
+    const key = newKey();
+    this.#upload(key, file);
+    return key;
+  }
+
+  async #upload(key, file) {
+    const query = `${this.#visitor}&key=${key}&name=${encodeURIComponent(file.name)}`;
+    try {
+      const type = file.type || 'application/octet-stream';
+      const reply = await fetch(`/api/in/wc/d?${query}`, { method: 'POST', body: file, headers: { 'Content-Type': type } });
+      if (!reply.ok) throw new Error(reply.status === 413 ? 'the file is too large' : 'the service does not take it');
+    } catch (error) {
+      this.#handlers.onRefused(key, error instanceof TypeError ? 'the service cannot be reached' : error.message);
+    }
   }
 
   #transmit(key, text) {

@@ -109,6 +109,31 @@ TEST(Chat, DocumentsAreServedUnderTheHeadersAskedFor) {
     EXPECT_EQ(service.request("GET", "/api/in/wc/d/1").status, 404U);
 }
 
+TEST(Chat, VisitorsAttachFiles) {
+    Service service;
+    Page page(service, "V");
+    EXPECT_EQ(page.texts(), Texts{});
+    const std::string attach = "/api/in/wc/d?tId=T&vId=V&name=a%20b.txt";
+    const Service::Headers type{{"Content-Type", "text/plain"}};
+    ASSERT_EQ(service.request("POST", attach + "&key=k1", "Dear bank", type).status, 201U);
+    const json shown = page.next([](const json& m) { return m["type"] == "messages"; })["messages"][0];
+    EXPECT_EQ(shown["from"], "visitor");
+    EXPECT_EQ(shown["key"], "k1");
+    EXPECT_EQ(shown["document"]["name"], "a b.txt");
+    EXPECT_EQ(service.request("GET", shown["document"]["url"]).body, "Dear bank");
+    EXPECT_EQ(contact(service, "V")["unread"], 1);
+    EXPECT_EQ(service.request("POST", attach, "x", type).status, 400U);
+    EXPECT_EQ(service.request("POST", attach + "&key=" + std::string(65, 'k'), "x", type).status, 400U);
+    EXPECT_EQ(service.request("POST", "/api/in/wc/d?tId=T&key=k&name=a", "x", type).status, 400U);
+    EXPECT_EQ(service.request("POST", attach + "&key=k2", std::string((16U << 20U) + 1, 'x'), type).status,
+              413U);
+    EXPECT_EQ(service
+                  .request("POST", attach + "&key=k3", "x",
+                           {{"Content-Type", "text/plain"}, {"Origin", "http://elsewhere.example"}})
+                  .status,
+              403U);
+}
+
 TEST(Chat, HostilePagesHarmNobody) {
     Service service;
     EXPECT_EQ(Page(service, "").status(), 400U);

@@ -1,6 +1,7 @@
 // The visitor's chat page and the agent console, each in a page of a real browser.
 
 import assert from 'node:assert/strict';
+import { readFileSync } from 'node:fs';
 import { before, test } from 'node:test';
 
 import { FakeVisitor } from './fakeVisitor.mjs';
@@ -8,6 +9,7 @@ import { AgentConsole } from '../../automation/agentConsole.mjs';
 import { Service, wholeFile } from '../../automation/support.mjs';
 
 const PHONE = { viewport: { width: 390, height: 844 } };
+const AXE = readFileSync(new URL('../../node_modules/axe-core/axe.min.js', import.meta.url), 'utf8');
 const HOSTILE = '<img src=x onerror=alert(1)>';
 
 const file = wholeFile();
@@ -35,6 +37,13 @@ async function openChat(visitorId, { title = '', message = '', hint = '', color 
 async function write(page, text) {
   await page.getByRole('textbox', { name: /^Message/ }).fill(text);
   await page.keyboard.press('Enter');
+}
+
+/** What automatic checks find that keeps people from using the page. */
+async function violations(page) {
+  if (!await page.evaluate(() => 'axe' in window)) await page.evaluate(AXE);
+  const { violations: found } = await page.evaluate(() => window.axe.run());
+  return found.map(({ id, nodes }) => `${id}: ${nodes.map(({ html }) => html).join(' ')}`);
 }
 
 const said = (page, text) => page.locator('.message', { hasText: text });
@@ -121,6 +130,19 @@ test('files arrive under the names and headers that the agent chooses', async ()
   await chat.close();
 });
 
+test('a file that the visitor attaches reaches the agent', async () => {
+  const chat = await openChat('guest-6');
+  await chat.getByLabel('Attach a file').setInputFiles({ name: 'letter ü.txt', mimeType: 'text/plain', buffer: Buffer.from('Dear bank') });
+  await chat.getByRole('link', { name: 'letter ü.txt' }).waitFor();
+  await agent.getByRole('button', { name: /guest-6/ }).click();
+  const href = await agent.getByRole('link', { name: 'letter ü.txt' }).getAttribute('href');
+  assert.equal(await agent.evaluate(async (url) => (await fetch(url)).text(), href), 'Dear bank');
+  await chat.getByLabel('Attach a file').setInputFiles({ name: 'huge', mimeType: '', buffer: Buffer.alloc((16 << 20) + 1) });
+  await chat.getByText('Not sent: the file is too large').waitFor();
+  assert.match(problems.pop(), /status of 413/);
+  await chat.close();
+});
+
 test('an identified visitor is shown as such, with what was said before', async () => {
   const visitor = new FakeVisitor(service.url, { shareId: '70001', page: 'HomePage' });
   await visitor.start();
@@ -151,9 +173,10 @@ test('the chat page leaves the top fifth free, fits and reads on any colour', as
   await write(chat, `x${'y'.repeat(300)}`);
   for (const [width, height] of [[320, 568], [390, 844], [844, 390], [1280, 800]]) {
     await chat.setViewportSize({ width, height });
-    const tops = await chat.locator('a, button, textarea, [tabindex]').evaluateAll((all) => all.map((each) => each.getBoundingClientRect().top));
+    const tops = await chat.locator('a, button, textarea, input, [tabindex]').evaluateAll((all) => all.map((each) => each.getBoundingClientRect().top));
     assert.ok(tops.length >= 3 && tops.every((top) => top >= height * 0.2 - 0.1), `at ${width}: ${tops}`);
     assert.equal(await chat.evaluate(() => document.documentElement.scrollWidth - window.innerWidth), 0);
+    assert.deepEqual(await violations(chat), [], `at ${width} × ${height}`);
     const inside = await chat.locator('.top').evaluate((top) => top.scrollHeight <= top.clientHeight);
     assert.ok(inside, `at ${width} × ${height} the title overflows`);
   }
