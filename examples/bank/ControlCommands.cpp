@@ -3,6 +3,7 @@
 #include <Merovanta/Merovanta.h>
 
 #include <QCoreApplication>
+#include <QMetaEnum>
 #include <QTimer>
 #include <cstdio>
 
@@ -53,6 +54,38 @@ void type(QQuickWindow& window, const QString& text) {
         input.type(character);
 }
 
+void strike(QQuickWindow& window, const QString& name) {
+    const int key = QMetaEnum::fromType<Qt::Key>().keyToValue(qPrintable(QStringLiteral("Key_") + name));
+    if (key < 0) return say(QStringLiteral("no key ") + name);
+    InputDriver(&window).strike(static_cast<Qt::Key>(key));
+}
+
+/// Whether the item shows that it has the focus: a ring or a cursor.
+bool showsFocus(const QQuickItem& item) {
+    const QVariant ring = item.property("visualFocus");
+    const QVariant cursor = item.property("cursorVisible");
+    if (cursor.isValid()) return cursor.toBool();
+    return ring.isValid() ? ring.toBool() : item.property("showsFocus").toBool();
+}
+
+void tellFocus(const QQuickWindow& window) {
+    const QQuickItem* const item = window.activeFocusItem();
+    if (item == nullptr) return say(QStringLiteral("focus is nowhere"));
+    const QRectF place = item->mapRectToScene({0, 0, item->width(), item->height()});
+    say(QStringLiteral("focus on %1 at %2 %3 %4 %5 %6")
+            .arg(item->objectName().isEmpty() ? QStringLiteral("?") : item->objectName())
+            .arg(place.x())
+            .arg(place.y())
+            .arg(place.width())
+            .arg(place.height())
+            .arg(showsFocus(*item) ? QStringLiteral("seen") : QStringLiteral("unseen")));
+}
+
+void resize(QQuickWindow& window, const QByteArray& size) {
+    const QList<QByteArray> numbers = size.split(' ');
+    if (numbers.size() == 2) window.resize(numbers[0].toInt(), numbers[1].toInt());
+}
+
 void savePicture(QQuickWindow& window, const QString& file) {
     const bool isSaved = window.grabWindow().save(file);
     say((isSaved ? QStringLiteral("saved ") : QStringLiteral("cannot save ")) + file);
@@ -77,6 +110,10 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
         {"tap", [&window](auto& objectName) { tap(window, objectName); }},
         {"tapAt", [&window](auto& place) { tapAt(window, place.toUtf8()); }},
         {"type", [&window](auto& text) { type(window, text); }},
+        {"key", [&window](auto& name) { strike(window, name); }},
+        {"focus", [&window](auto&) { tellFocus(window); }},
+        {"resize", [&window](auto& size) { resize(window, size.toUtf8()); }},
+        {"close", [&window](auto&) { window.close(); }},
         {"picture", [&window](auto& file) { savePicture(window, file); }},
         {"stalls",
          [&meter](auto&) { say(QStringLiteral("longest stall %1 ms").arg(meter.takeLongest().count())); }},

@@ -62,6 +62,8 @@ Options Options::parse(const QCoreApplication& app) {
         QStringLiteral("Walk through the screens with real input events, again and again until the end."));
     const QCommandLineOption sentinel(QStringLiteral("sentinel"),
                                       QStringLiteral("Paint every private item on pure magenta (#ff00ff)."));
+    const QCommandLineOption dark(QStringLiteral("dark"),
+                                  QStringLiteral("Look as on a system with a dark theme."));
     const QCommandLineOption exitAfter(QStringLiteral("exit-after"), QStringLiteral("End after this time."),
                                        QStringLiteral("SECONDS"));
     const QCommandLineOption screenshotDir(QStringLiteral("screenshot-dir"),
@@ -75,7 +77,7 @@ Options Options::parse(const QCoreApplication& app) {
             "picture saves what the window shows, stalls tells for how long the GUI thread was busy at "
             "most since the last time, quit ends the app."));
     parser.addOptions(
-        {server, tenant, token, transport, start, tour, sentinel, control, exitAfter, screenshotDir});
+        {server, tenant, token, transport, start, tour, sentinel, dark, control, exitAfter, screenshotDir});
     parser.process(app);
 
     if (!parser.positionalArguments().isEmpty())
@@ -86,6 +88,7 @@ Options Options::parse(const QCoreApplication& app) {
     options.start = parser.isSet(start);
     options.tour = parser.isSet(tour);
     options.sentinel = parser.isSet(sentinel);
+    options.dark = parser.isSet(dark);
     options.control = parser.isSet(control);
     options.webSocket = parseTransport(parser.value(transport));
     if (parser.isSet(server)) options.server = parseServer(parser.value(server));

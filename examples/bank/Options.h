@@ -15,6 +15,7 @@ struct Options {
     bool start = false;
     bool tour = false;
     bool sentinel = false;
+    bool dark = false;
     bool control = false;
     std::optional<std::chrono::milliseconds> exitAfter;
     std::optional<QString> screenshotDir;

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QPalette>
 #include <QPointer>
 #include <QQmlApplicationEngine>
 #include <QTimer>
@@ -37,6 +38,13 @@ void setUpLooks() {
     QGuiApplication::setFont(font);
     // The bank is Irish; a system that names no country gets its formats.
     if (QLocale().language() == QLocale::C) QLocale::setDefault(QLocale(QLocale::English, QLocale::Ireland));
+}
+
+// What a platform with a dark theme tells its applications.
+void darken() {
+    QPalette palette(QColor(0x26, 0x2a, 0x2c));
+    palette.setColor(QPalette::Window, QColor(0x1d, 0x20, 0x22));
+    QGuiApplication::setPalette(palette);
 }
 
 // Gives back the service's address.
@@ -83,6 +91,7 @@ int main(int argc, char** argv) {
     QGuiApplication::setApplicationVersion(QStringLiteral("1.0"));
     setUpLooks();
     const Options options = Options::parse(app);
+    if (options.dark) darken();
     ServiceProbe probe(configureMerovanta(options));
 
     QQmlApplicationEngine engine;

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 
 FocusScope {
@@ -10,6 +9,7 @@ FocusScope {
     signal back
 
     objectName: "accountPage"
+    focus: true
     Keys.onEscapePressed: back()
     Keys.onBackPressed: back()
 
@@ -25,26 +25,12 @@ FocusScope {
         onBack: page.back()
     }
 
-    ListView {
+    TransactionList {
         id: list
         objectName: "accountTransactions"
         anchors.fill: parent
         anchors.topMargin: bar.height
-        clip: true
-        pixelAligned: true
-        cacheBuffer: 0
         bottomMargin: 24
-
-        property bool scrolled: false
-        onMovementStarted: scrolled = true
-        onOriginYChanged: {
-            if (!scrolled)
-                contentY = originY;
-        }
-
-        ScrollBar.vertical: ScrollBar {
-            width: 6
-        }
 
         model: {
             const rows = [];
@@ -62,8 +48,8 @@ FocusScope {
 
             ColumnLayout {
                 id: top
-                x: Theme.margin
-                width: parent.width - 2 * x
+                x: Theme.columnX(parent.width)
+                width: Theme.columnWidth(parent.width)
                 spacing: 0
 
                 Text {
@@ -130,8 +116,8 @@ FocusScope {
         delegate: TransactionRow {
             required property var modelData
 
-            x: 4
-            width: ListView.view.width - 8
+            x: Theme.columnX(list.width) - 16
+            width: Theme.columnWidth(list.width) + 32
             title: modelData.payee
             detail: Ledger.dayName(modelData.daysAgo) + " · " + modelData.note
             iconName: modelData.icon

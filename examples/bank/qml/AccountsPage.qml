@@ -15,34 +15,18 @@ FocusScope {
         return hour < 12 ? qsTr("Good morning") : hour < 18 ? qsTr("Good afternoon") : qsTr("Good evening");
     }
 
-    ListView {
+    TransactionList {
         id: list
         objectName: "accountsList"
         anchors.fill: parent
-        clip: true
-        pixelAligned: true
-        // Rows outside the list are masked too; the fewer there are, the less of the tab bar goes black.
-        cacheBuffer: 0
         model: Ledger.transactions
         bottomMargin: 16
-
-        // The header grows while it is laid out; stay at its top until the customer scrolls.
-        property bool scrolled: false
-        onMovementStarted: scrolled = true
-        onOriginYChanged: {
-            if (!scrolled)
-                contentY = originY;
-        }
-
-        ScrollBar.vertical: ScrollBar {
-            width: 6
-        }
 
         section.property: "daysAgo"
         section.delegate: Text {
             required property string section
 
-            x: Theme.margin
+            x: Theme.columnX(list.width)
             height: 42
             verticalAlignment: Text.AlignBottom
             bottomPadding: 6
@@ -58,9 +42,9 @@ FocusScope {
 
             ColumnLayout {
                 id: top
-                x: Theme.margin
+                x: Theme.columnX(parent.width)
                 y: Theme.safeTop
-                width: parent.width - 2 * x
+                width: Theme.columnWidth(parent.width)
                 spacing: 0
 
                 Text {
@@ -81,7 +65,7 @@ FocusScope {
                 Rectangle {
                     Layout.fillWidth: true
                     Layout.topMargin: 16
-                    implicitHeight: 174
+                    implicitHeight: actions.y + actions.height + 22
                     radius: 22
                     color: Theme.deep
 
@@ -97,14 +81,16 @@ FocusScope {
                         y: 42
                         text: Ledger.money(Ledger.totalBalance)
                         viewTag: Privacy.totalBalance
-                        color: Theme.accentText
+                        color: Theme.deepInk
                         font.pixelSize: Theme.display
                         font.weight: Font.Bold
                     }
 
-                    Row {
+                    Flow {
+                        id: actions
                         x: 20
                         y: 108
+                        width: parent.width - 32
                         spacing: 8
 
                         Repeater {
@@ -123,14 +109,16 @@ FocusScope {
                                 leftPadding: 14
                                 rightPadding: 16
                                 focusPolicy: Qt.StrongFocus
+                                Keys.onReturnPressed: clicked()
+                                Keys.onEnterPressed: clicked()
                                 Accessible.name: modelData.text
                                 onClicked: modelData.run()
 
                                 background: Rectangle {
                                     radius: 22
-                                    color: action.down ? "#2b6655" : "#1a5041"
+                                    color: action.down ? Qt.darker(Theme.deepControl, 1.15) : Theme.deepControl
                                     border.width: action.visualFocus ? 2 : 0
-                                    border.color: Theme.accentText
+                                    border.color: Theme.deepInk
                                 }
                                 contentItem: Row {
                                     spacing: 8
@@ -138,13 +126,13 @@ FocusScope {
                                     Icon {
                                         anchors.verticalCenter: parent.verticalCenter
                                         name: action.modelData.iconName
-                                        color: Theme.accentText
+                                        color: Theme.deepInk
                                         size: 18
                                     }
                                     Text {
                                         anchors.verticalCenter: parent.verticalCenter
                                         text: action.modelData.text
-                                        color: Theme.accentText
+                                        color: Theme.deepInk
                                         font.pixelSize: Theme.label
                                         font.weight: Font.Medium
                                     }
@@ -206,8 +194,8 @@ FocusScope {
 
             required property var model
 
-            x: 4
-            width: ListView.view.width - 8
+            x: Theme.columnX(list.width) - 16
+            width: Theme.columnWidth(list.width) + 32
             height: 64
             title: model.payee
             detail: model.note

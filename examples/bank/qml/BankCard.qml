@@ -15,6 +15,8 @@ AbstractButton {
 
     implicitHeight: Math.round(width * 0.6)
     focusPolicy: Qt.StrongFocus
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.name: showsBack ? qsTr("Back of your card, tap to see the front") : qsTr("Your card, tap to see the back")
     onClicked: turned = !turned
 
@@ -48,8 +50,8 @@ AbstractButton {
                 y1: 0
                 x2: plastic.width
                 y2: plastic.height
-                GradientStop { position: 0; color: card.frozen ? "#8b9c95" : "#1a7f66" }
-                GradientStop { position: 1; color: card.frozen ? "#56665f" : "#08352b" }
+                GradientStop { position: 0; color: card.frozen ? Theme.frozenLight : Theme.cardLight }
+                GradientStop { position: 1; color: card.frozen ? Theme.frozenDark : Theme.cardDark }
             }
 
             PathLine { x: plastic.width - plastic.corner; y: 0 }
@@ -95,12 +97,13 @@ AbstractButton {
                 y: 20
                 size: 34
                 ground: "transparent"
+                mark: Theme.deepInk
             }
             Text {
                 x: 62
                 y: 27
                 text: "Alderbrook"
-                color: Theme.accentText
+                color: Theme.deepInk
                 font.pixelSize: 17
                 font.weight: Font.DemiBold
             }
@@ -108,7 +111,7 @@ AbstractButton {
                 x: parent.width - 46
                 y: 24
                 name: card.frozen ? "snow" : "wave"
-                color: Theme.accentText
+                color: Theme.deepInk
             }
             Rectangle {
                 x: 24
@@ -128,7 +131,7 @@ AbstractButton {
                 text: Ledger.ownCardNumber
                 viewTag: Privacy.ownCardNumber
                 Merovanta.masked: true
-                color: Theme.accentText
+                color: Theme.deepInk
                 font.pixelSize: 21
                 font.weight: Font.Medium
                 font.letterSpacing: 1
@@ -138,14 +141,14 @@ AbstractButton {
                 y: parent.height - height - 20
                 text: Ledger.customerName
                 viewTag: Privacy.cardHolder
-                color: Theme.accentText
+                color: Theme.deepInk
                 font.pixelSize: Theme.label
             }
             Text {
                 x: parent.width - width - 24
                 y: parent.height - height - 20
                 text: Ledger.cardExpiry
-                color: Theme.accentText
+                color: Theme.deepInk
                 font.pixelSize: Theme.label
             }
         }
@@ -167,13 +170,13 @@ AbstractButton {
                 width: parent.width - 48
                 height: 40
                 radius: 6
-                color: "#e8ece6"
+                color: Theme.cardPaper
 
                 Text {
                     x: 12
                     anchors.verticalCenter: parent.verticalCenter
                     text: qsTr("Security code")
-                    color: Theme.inkSoft
+                    color: Theme.cardInk
                     font.pixelSize: Theme.caption
                 }
                 PrivateText {
@@ -182,6 +185,7 @@ AbstractButton {
                     text: Ledger.securityCode
                     viewTag: Privacy.securityCode
                     Merovanta.masked: true
+                    color: Theme.cardInk
                     font.pixelSize: 18
                     font.weight: Font.DemiBold
                     font.letterSpacing: 2
@@ -193,7 +197,7 @@ AbstractButton {
                 width: parent.width - 48
                 wrapMode: Text.WordWrap
                 text: qsTr("Lost your card? Freeze it here at once, then call us at any hour.")
-                color: Theme.deepText
+                color: Theme.deepInk
                 font.pixelSize: 12
             }
         }

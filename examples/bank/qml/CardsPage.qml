@@ -8,7 +8,12 @@ FocusScope {
     readonly property real spent: 412.30
     readonly property real limit: 1500
 
+    FocusKeeper {
+        view: scroll
+    }
+
     Flickable {
+        id: scroll
         anchors.fill: parent
         contentHeight: content.implicitHeight + content.y + 20
         boundsBehavior: Flickable.StopAtBounds
@@ -17,9 +22,9 @@ FocusScope {
 
         ColumnLayout {
             id: content
-            x: Theme.margin
+            x: Theme.columnX(parent.width)
             y: Theme.safeTop
-            width: parent.width - 2 * x
+            width: Theme.columnWidth(parent.width)
             spacing: 16
 
             Text {
@@ -104,6 +109,7 @@ FocusScope {
                         title: qsTr("Freeze card")
                         detail: qsTr("Stop all payments for now")
                         iconName: "snow"
+                        acts: false
                         onClicked: page.frozen = !page.frozen
 
                         Toggle {
@@ -119,6 +125,7 @@ FocusScope {
                         detail: qsTr("Pay by holding the card close")
                         iconName: "wave"
                         separated: true
+                        acts: false
                         onClicked: contactless.toggle()
 
                         Toggle {
@@ -133,6 +140,7 @@ FocusScope {
                         detail: qsTr("Shops and subscriptions")
                         iconName: "globe"
                         separated: true
+                        acts: false
                         onClicked: online.toggle()
 
                         Toggle {

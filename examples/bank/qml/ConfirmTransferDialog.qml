@@ -26,7 +26,8 @@ Dialog {
     readonly property real restingY: parent ? parent.height - height : 0
 
     parent: T.Overlay.overlay
-    width: parent ? parent.width : 0
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    width: parent ? Math.min(parent.width, Theme.column + 2 * Theme.margin) : 0
     y: restingY
     padding: 24
     bottomPadding: 32

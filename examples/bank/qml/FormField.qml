@@ -27,7 +27,7 @@ ColumnLayout {
         radius: Theme.fieldRadius
         color: Theme.surface
         border.width: field.active || field.error !== "" ? 2 : 1
-        border.color: field.error !== "" ? Theme.danger : field.active ? Theme.accent : Theme.line
+        border.color: field.error !== "" ? Theme.danger : field.active ? Theme.accent : Theme.control
 
         Behavior on border.color {
             ColorAnimation { duration: Theme.quick }

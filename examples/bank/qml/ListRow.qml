@@ -11,6 +11,8 @@ ItemDelegate {
     property string iconName: ""
     property color iconColor: Theme.accent
     property bool separated: false
+    // Whether a press does anything that no control at its end does.
+    property bool acts: true
     default property alias trailing: end.data
 
     implicitHeight: 68
@@ -19,10 +21,13 @@ ItemDelegate {
     topPadding: 0
     bottomPadding: 0
     hoverEnabled: true
+    focusPolicy: acts ? Qt.StrongFocus : Qt.NoFocus
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Accessible.name: detail === "" ? title : title + ", " + detail
 
     background: Rectangle {
-        color: row.down ? "#eef3ee" : "transparent"
+        color: row.down ? Theme.pressed : "transparent"
         radius: Theme.radius
         border.width: row.visualFocus ? 2 : 0
         border.color: Theme.accent

@@ -38,7 +38,12 @@ FocusScope {
         color: Theme.background
     }
 
+    FocusKeeper {
+        view: scroll
+    }
+
     Flickable {
+        id: scroll
         anchors.fill: parent
         contentHeight: Math.max(height, form.implicitHeight + 2 * Theme.safeTop)
         boundsBehavior: Flickable.StopAtBounds
@@ -46,9 +51,9 @@ FocusScope {
 
         ColumnLayout {
             id: form
-            x: Theme.margin + 4
+            x: Theme.columnX(parent.width)
             y: Theme.safeTop + 52
-            width: parent.width - 2 * x
+            width: Theme.columnWidth(parent.width)
             spacing: 0
 
             Logo {

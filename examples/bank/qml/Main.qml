@@ -57,9 +57,29 @@ ApplicationWindow {
         }
     }
 
+    // Whoever closes the app shares nothing any more, whoever began it; the service is told before the process ends.
+    onClosing: close => {
+        if (!shareSession.active && !shareSession.helping)
+            return;
+        close.accepted = false;
+        visible = false;
+        stopSharing();
+        farewell.start();
+    }
+
+    Timer {
+        id: farewell
+        interval: 250
+        onTriggered: Qt.quit()
+    }
+
     // Transitions run on the GUI thread, where the masks are computed.
     StackView {
         id: stack
+
+        // The keyboard goes where the customer goes.
+        onCurrentItemChanged: currentItem?.forceActiveFocus(Qt.OtherFocusReason)
+
         anchors.fill: parent
         focus: true
         initialItem: loginPage

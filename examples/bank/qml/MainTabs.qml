@@ -16,6 +16,8 @@ SwipeView {
     }
 
     interactive: false
+    // No stop of its own: it would hand the focus back to what had it.
+    activeFocusOnTab: false
     bottomPadding: Theme.tabBarHeight
     currentIndex: bar.currentIndex
     background: Rectangle { color: Theme.background }

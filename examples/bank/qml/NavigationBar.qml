@@ -18,6 +18,8 @@ Item {
         width: 44
         height: 44
         focusPolicy: Qt.StrongFocus
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         Accessible.name: qsTr("Back")
         onClicked: bar.back()
 

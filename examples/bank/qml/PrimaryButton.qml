@@ -13,6 +13,8 @@ Button {
     font.weight: Font.DemiBold
     scale: down ? 0.985 : 1
     Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     Behavior on scale {
         NumberAnimation { duration: Theme.quick; easing.type: Easing.OutCubic }

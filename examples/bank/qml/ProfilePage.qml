@@ -7,7 +7,12 @@ FocusScope {
     required property ShareSession session
     signal signedOut
 
+    FocusKeeper {
+        view: scroll
+    }
+
     Flickable {
+        id: scroll
         objectName: "profileScroll"
         anchors.fill: parent
         contentHeight: content.implicitHeight + content.y + 24
@@ -17,9 +22,9 @@ FocusScope {
 
         ColumnLayout {
             id: content
-            x: Theme.margin
+            x: Theme.columnX(parent.width)
             y: Theme.safeTop
-            width: parent.width - 2 * x
+            width: Theme.columnWidth(parent.width)
             spacing: 16
 
             RowLayout {
@@ -35,7 +40,7 @@ FocusScope {
                     Text {
                         anchors.centerIn: parent
                         text: Ledger.customerName.split(" ").map(word => word[0]).join("")
-                        color: Theme.accentText
+                        color: Theme.deepInk
                         font.pixelSize: 22
                         font.weight: Font.DemiBold
                     }
@@ -117,6 +122,7 @@ FocusScope {
                     ListRow {
                         width: parent.width
                         title: qsTr("E-mail")
+                        acts: false
                         iconName: "mail"
 
                         PrivateText {
@@ -129,6 +135,7 @@ FocusScope {
                     ListRow {
                         width: parent.width
                         title: qsTr("Phone")
+                        acts: false
                         iconName: "phone"
                         separated: true
 
@@ -155,6 +162,7 @@ FocusScope {
                         title: qsTr("Notifications")
                         detail: qsTr("For every payment")
                         iconName: "bell"
+                        acts: false
                         onClicked: notifications.toggle()
 
                         Toggle {
@@ -169,6 +177,7 @@ FocusScope {
                         detail: qsTr("Sign in without the password")
                         iconName: "finger"
                         separated: true
+                        acts: false
                         onClicked: fingerprint.toggle()
 
                         Toggle {

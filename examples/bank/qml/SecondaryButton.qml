@@ -13,6 +13,8 @@ Button {
     font.pixelSize: Theme.body
     font.weight: Font.DemiBold
     Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: button.text

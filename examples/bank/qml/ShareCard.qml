@@ -72,7 +72,7 @@ Surface {
                     Text {
                         anchors.centerIn: parent
                         text: digit.modelData
-                        color: Theme.deep
+                        color: Theme.ink
                         font.pixelSize: 36
                         font.weight: Font.Bold
                     }

@@ -10,6 +10,8 @@ Item {
     property bool active: false
     property bool failed: false
     property string code: ""
+    // Whether the customer asked for help, and nobody has ended it.
+    property bool helping: false
     // Whether the visitor is identified or asked for help: there is something to forget.
     property bool known: false
 
@@ -23,17 +25,22 @@ Item {
 
     function stop(): void {
         Merovanta.panoptra.stop();
-        active = false;
+        ended();
     }
 
     // By the adviser.
     function ended(): void {
         active = false;
+        helping = false;
     }
+
+    // The customer may hand in papers.
+    Component.onCompleted: Merovanta.webChat.attachmentsAllowed = true
 
     // The library shows the rest: a widget with the code, or with what went wrong.
     function getHelp(): void {
         known = true;
+        helping = true;
         Merovanta.coBrowsing.start();
     }
 

@@ -32,7 +32,7 @@ Rectangle {
             id: words
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Screen shared · %1").arg(pill.session.code)
-            color: Theme.accentText
+            color: Theme.deepInk
             font.pixelSize: 12
             font.weight: Font.Medium
         }

@@ -16,7 +16,7 @@ Switch {
         implicitWidth: 50
         implicitHeight: 30
         radius: 15
-        color: toggle.checked ? Theme.accent : "#cfd6d0"
+        color: toggle.checked ? Theme.accent : Theme.control
         border.width: toggle.visualFocus ? 2 : 0
         border.color: Theme.ink
 

@@ -5,6 +5,8 @@ ListRow {
 
     required property real amount
 
+    acts: false
+
     PrivateText {
         text: Ledger.signedMoney(row.amount)
         color: row.amount > 0 ? Theme.positive : Theme.ink

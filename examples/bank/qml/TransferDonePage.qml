@@ -19,7 +19,7 @@ FocusScope {
     ColumnLayout {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: -60
-        width: parent.width - 2 * Theme.margin
+        width: Theme.columnWidth(parent.width)
         spacing: 0
 
         Rectangle {
@@ -75,9 +75,9 @@ FocusScope {
 
     PrimaryButton {
         objectName: "doneButton"
-        x: Theme.margin
+        x: Theme.columnX(parent.width)
         y: parent.height - height - 36
-        width: parent.width - 2 * x
+        width: Theme.columnWidth(parent.width)
         text: qsTr("Done")
         focus: true
         onClicked: page.done()

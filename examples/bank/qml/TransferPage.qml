@@ -49,7 +49,12 @@ FocusScope {
         }
     }
 
+    FocusKeeper {
+        view: scroll
+    }
+
     Flickable {
+        id: scroll
         anchors.fill: parent
         contentHeight: form.implicitHeight + form.y + 20
         boundsBehavior: Flickable.StopAtBounds
@@ -58,9 +63,9 @@ FocusScope {
 
         ColumnLayout {
             id: form
-            x: Theme.margin
+            x: Theme.columnX(parent.width)
             y: Theme.safeTop
-            width: parent.width - 2 * x
+            width: Theme.columnWidth(parent.width)
             spacing: 16
 
             Text {
@@ -111,7 +116,7 @@ FocusScope {
                                 radius: Theme.fieldRadius
                                 color: chip.checked ? Theme.accentSoft : chip.down ? Theme.line : Theme.surface
                                 border.width: chip.checked || chip.visualFocus ? 2 : 1
-                                border.color: chip.checked || chip.visualFocus ? Theme.accent : Theme.line
+                                border.color: chip.checked || chip.visualFocus ? Theme.accent : Theme.control
                             }
                             contentItem: Item {
                                 Text {
