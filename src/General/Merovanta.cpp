@@ -60,6 +60,7 @@ void Merovanta::initConfig(const CustomConfiguration& config) {
     }
     applyHosts(config, wrapper->config);
     const ApplicationConfig& now = wrapper->config;
+    const auto& visit = now.visitConfig;
     Log::debug("Tenant " + config.tenantId() + " at " + now.hostname.value_or("(no host)") +
                ", content from " + configuration().cdnPath() + ", visitor " +
                (visit ? visit->visitorId.value_or("") : "") + ", session " +
