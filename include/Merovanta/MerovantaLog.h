@@ -20,8 +20,8 @@ struct LogLine {
     LogLevel level;
     /// The part of the library that speaks, for example "Panoptra".
     std::string_view source;
-    /// UTF-8, without line feeds and other control characters but tabs. Holds ids, host names and addresses, the names
-    /// of pages and the places of taps.
+    /// UTF-8, without line feeds and other control characters but tabs. Holds ids, host names and addresses,
+    /// the names of pages and the places of taps.
     std::string_view text;
     std::chrono::system_clock::time_point time;
 };

@@ -36,11 +36,11 @@ class MEROVANTA_EXPORT MerovantaPrivacy {
     void setMaskPictures(bool masked);
     [[nodiscard]] bool maskPictures() const;
 
-    /// For developers: whether the application's windows show outlines around what would be covered in a picture
-    /// of them, with the reason: an entry of the lists, a mark, a setting of these. No session need run, but
-    /// without one there are no lists. The outlines are in no picture and take no input. Without a platform
-    /// this does nothing. False unless the host says otherwise; in Qt Quick also true from the start with
-    /// MEROVANTA_PRIVACY_PREVIEW=1 in the environment.
+    /// For developers: whether the application's windows show outlines around what would be covered in a
+    /// picture of them, with the reason: an entry of the lists, a mark, a setting of these. No session need
+    /// run, but without one there are no lists. The outlines are in no picture and take no input. Without a
+    /// platform this does nothing. False unless the host says otherwise; in Qt Quick also true from the start
+    /// with MEROVANTA_PRIVACY_PREVIEW=1 in the environment.
     void setPreview(bool shown);
     [[nodiscard]] bool preview() const;
 

@@ -8,9 +8,9 @@
 namespace merovanta {
 
 /// The chat between the visitor and an agent: a page of the service in a web view over the application. A
-/// tap in the top fifth of the screen closes it, the visitor's or one of the agent's. Documents that the agent
-/// shares are written to a private temporary directory, where they stay, and shown in a preview; what it
-/// cannot show goes to another program when the visitor presses "Open" there. The one instance is
+/// tap in the top fifth of the screen closes it, the visitor's or one of the agent's. Documents that the
+/// agent shares are written to a private temporary directory, where they stay, and shown in a preview; what
+/// it cannot show goes to another program when the visitor presses "Open" there. The one instance is
 /// Merovanta::webChat(); it holds no state.
 ///
 /// Nothing is thrown and nothing blocks: what fails is said in the log. Thread: any, unless stated; outcomes

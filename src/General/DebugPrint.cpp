@@ -51,8 +51,8 @@ void debugPrint(std::string_view text, Log::Source source) {
         rest.remove_prefix(std::max(control, std::size_t{1}));
     }
     line += text.size() > maximumText ? "…\"\n" : "\"\n";
-    LogDestination::write(LogLevel::debug, source.name(),
-                          std::string_view(line).substr(0, line.size() - 1), line);
+    LogDestination::write(LogLevel::debug, source.name(), std::string_view(line).substr(0, line.size() - 1),
+                          line);
 }
 
 }  // namespace merovanta

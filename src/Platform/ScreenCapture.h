@@ -46,14 +46,15 @@ class ScreenCapture {
     /// main thread, or on a render thread while the main thread is blocked. The frame's areas cover what the
     /// private views take up in the picture, rounded outwards; an area that cannot be told is the whole
     /// picture. The completion is called exactly once, on the main thread, possibly before capture() returns;
-    /// with nothing if the view is gone or hidden, or the areas of the pixels' own geometry are not to be had.
-    /// One capture is in flight at most; the caller waits for the completion before
-    /// the next. Thread: main.
+    /// with nothing if the view is gone or hidden, or the areas of the pixels' own geometry are not to be
+    /// had. One capture is in flight at most; the caller waits for the completion before the next. Thread:
+    /// main.
     virtual void capture(std::shared_ptr<View> root, PixelBuffer buffer, std::shared_ptr<MaskJudge> judge,
                          Completion completion) = 0;
 
-    /// Outlines in the application's windows, from now on, what would be covered in pictures of them, with the
-    /// reasons; in no picture, and without taking input. An empty source ends it. For developers. Thread: main.
+    /// Outlines in the application's windows, from now on, what would be covered in pictures of them, with
+    /// the reasons; in no picture, and without taking input. An empty source ends it. For developers. Thread:
+    /// main.
     virtual void setPreview(MaskPreviewSource source) = 0;
 };
 

@@ -25,8 +25,8 @@ struct ScriptMessage {
 
 /// A browser for one page of the service, which shares nothing with the host's own: no cookies, no storage,
 /// no access to local files but those that the visitor chooses, no other windows, no downloads to disk. While
-/// the visitor chooses, no picture of the window is captured and no tap played back in it. Destroying it takes it away; it may be
-/// destroyed inside its own callback. Thread: main.
+/// the visitor chooses, no picture of the window is captured and no tap played back in it. Destroying it
+/// takes it away; it may be destroyed inside its own callback. Thread: main.
 class WebView {
  public:
     enum class Policy { allow, cancel };
@@ -41,8 +41,8 @@ class WebView {
         std::function<Policy(const std::string& url)> decidePolicyForNavigationAction;
         /// The status with which a page, not what is within it, was answered over HTTP.
         std::function<void(int statusCode)> didReceiveNavigationResponse;
-        /// Before the visitor is shown the files of this device to choose from, for the page to read; the page
-        /// asked for it. Without it the answer is no.
+        /// Before the visitor is shown the files of this device to choose from, for the page to read; the
+        /// page asked for it. Without it the answer is no.
         std::function<bool()> mayChooseFiles;
         /// The page could not be loaded, for another reason than its status or a cancelled navigation.
         std::function<void(const StringError& error)> didFailNavigation;

@@ -184,7 +184,8 @@ void World::countedStart() {
 
 void World::countedCoBrowsing() {
     int& completions = mCompletions.emplace_back(0);
-    Injection::resolve<CoBrowsing>()->start(SessionStarter::host, [&completions](const auto&, bool) { ++completions; });
+    Injection::resolve<CoBrowsing>()->start(SessionStarter::host,
+                                            [&completions](const auto&, bool) { ++completions; });
 }
 
 void World::identify(const ActiveUser& user) {

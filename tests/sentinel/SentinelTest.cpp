@@ -8,8 +8,8 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QImage>
 #include <QtQml/QQmlComponent>
-#include <QtQml/QQmlEngine>
 #include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
 #include <QtQml/QQmlError>
 #include <QtQml/QQmlPropertyMap>
 #include <QtQuick/QQuickItem>
@@ -19,9 +19,10 @@
 
 #include "Photographer.h"
 
-// Whether a private view ever shows in a picture. Each file in scenes/ is a window as a host's developer might
-// lay it out, whose private views carry the tag 7 and paint magenta, the sentinel. It is set going, pictures
-// are taken, and no pixel of them may be of that colour; while nothing is named, the same window must show it.
+// Whether a private view ever shows in a picture. Each file in scenes/ is a window as a host's developer
+// might lay it out, whose private views carry the tag 7 and paint magenta, the sentinel. It is set going,
+// pictures are taken, and no pixel of them may be of that colour; while nothing is named, the same window
+// must show it.
 //
 // The environment: MEROVANTA_SENTINEL_PICTURES is how many pictures each scene is given for each way of
 // naming its views, MEROVANTA_SENTINEL_SAVE a folder for the pictures that leak.
@@ -82,9 +83,7 @@ class Stage {
         return std::any_of(pixels, pixels + image.sizeInBytes() / 4, isSentinel);
     }
 
-    void mark(bool marked) {
-        mNaming.insert(QStringLiteral("mark"), marked ? QVariant(true) : QVariant());
-    }
+    void mark(bool marked) { mNaming.insert(QStringLiteral("mark"), marked ? QVariant(true) : QVariant()); }
 
     /// One step on.
     void drive() {
@@ -129,7 +128,9 @@ class Sentinel : public testing::TestWithParam<std::string> {
         if (folder.isEmpty()) return;
         const QImage image(reinterpret_cast<const uchar*>(picture.row(0)), static_cast<int>(picture.width()),
                            static_cast<int>(picture.height()), QImage::Format_RGB32);
-        image.save(QStringLiteral("%1/%2-%3-%4.png").arg(folder, QString::fromStdString(GetParam()), naming).arg(number));
+        image.save(QStringLiteral("%1/%2-%3-%4.png")
+                       .arg(folder, QString::fromStdString(GetParam()), naming)
+                       .arg(number));
     }
 };
 
@@ -145,9 +146,8 @@ TEST_P(Sentinel, IsInNoPicture) {
     const IOSConfig lists{{"7"}, {}};
     const bool isAllHidden = stage.property("allHidden").toBool();
     int painted = 0;
-    for (const Naming& naming :
-         {Naming{"lists", lists}, Naming{"lists-true-areas", lists, false, false},
-          Naming{"marks", {}, true}}) {
+    for (const Naming& naming : {Naming{"lists", lists}, Naming{"lists-true-areas", lists, false, false},
+                                 Naming{"marks", {}, true}}) {
         const Tally tally = film(stage, naming);
         EXPECT_EQ(tally.leaked, 0) << "of " << tally.delivered << " pictures, named by " << naming.name;
         EXPECT_EQ(tally.delivered, pictures()) << "named by " << naming.name;
@@ -178,7 +178,8 @@ QRect blackRectangle(const PixelBuffer& picture) {
 
 /// What is black when the service names the view in the scene; in pixels.
 QRect blackIn(const char* scene, bool fixedRectangles) {
-    Stage stage(QUrl::fromLocalFile(QStringLiteral(MEROVANTA_SCENES "/parts/%1.qml").arg(QLatin1String(scene))));
+    Stage stage(
+        QUrl::fromLocalFile(QStringLiteral(MEROVANTA_SCENES "/parts/%1.qml").arg(QLatin1String(scene))));
     Merovanta::privacy().setFixedRectangles(fixedRectangles);
     Photographer photographer(*spyPlatform, {{"7"}, {}});
     if (!photographer.take()) {

@@ -32,15 +32,16 @@ class FrozenGeometryQuick {
 
     /// Adds what a private item of this number takes up, in its own coordinates; hidden if it is in something
     /// that lets nothing through.
-    void addArea(std::size_t item, const std::optional<QRectF>& area, const MaskReason& reason, bool isHidden);
+    void addArea(std::size_t item, const std::optional<QRectF>& area, const MaskReason& reason,
+                 bool isHidden);
 
     /// Adds a node that lets nothing through.
     void addTransparent(const QSGOpacityNode& node);
 
     // Call these before the next synchronisation, on the thread that renders:
 
-    /// Takes note of what is not where its item was. To be called after the synchronisation and when the frame
-    /// is painted: the animators move on in between.
+    /// Takes note of what is not where its item was. To be called after the synchronisation and when the
+    /// frame is painted: the animators move on in between.
     void compareWithScene();
 
     /// Whether anything was not.

@@ -37,9 +37,8 @@ bool MaskPreviewQuick::eventFilter(QObject* watched, QEvent* event) {
 
 void MaskPreviewQuick::show(QQuickWindow& window) {
     std::erase_if(mWindows, [](const auto& preview) { return preview->window() == nullptr; });
-    const bool isShown = std::any_of(mWindows.begin(), mWindows.end(), [&](const auto& preview) {
-        return preview->window() == &window;
-    });
+    const bool isShown = std::any_of(mWindows.begin(), mWindows.end(),
+                                     [&](const auto& preview) { return preview->window() == &window; });
     if (!isShown) mWindows.push_back(std::make_unique<WindowPreviewQuick>(window, mSource));
 }
 

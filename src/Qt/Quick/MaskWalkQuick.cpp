@@ -238,7 +238,8 @@ void MaskWalkQuick::addLayerEffects(const QList<QQuickItem*>& siblings) {
 
 void MaskWalkQuick::addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted) {
     const Step& step = placed();
-    Effect effect{.item = &item, .sources = std::move(sources), .frozen = step.frozen, .isPainted = isPainted};
+    Effect effect{
+        .item = &item, .sources = std::move(sources), .frozen = step.frozen, .isPainted = isPainted};
     effect.painted = paintedArea(item, mClasses.of(*item.metaObject()), mIsSoftware);
     effect.area = pixelsOf(*step.sight, effect.painted);
     mEffects.push_back(std::move(effect));

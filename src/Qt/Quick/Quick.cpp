@@ -17,7 +17,8 @@ void initialize() {
             "Merovanta", 1);
         qmlRegisterModule("Merovanta", 1, 0);
         platform::install(std::make_shared<PlatformQuick>());
-        if (qEnvironmentVariableIntValue("MEROVANTA_PRIVACY_PREVIEW") != 0) Merovanta::privacy().setPreview(true);
+        if (qEnvironmentVariableIntValue("MEROVANTA_PRIVACY_PREVIEW") != 0)
+            Merovanta::privacy().setPreview(true);
         return true;
     }();
     static_cast<void>(initialized);

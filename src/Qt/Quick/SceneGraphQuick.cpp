@@ -87,9 +87,8 @@ bool isRearranging(const QQuickItemLayer& layer, const QQuickItem& item) {
     const bool isPart = !layer.sourceRect().isEmpty() && layer.sourceRect() != QRectF(QPointF(), item.size());
     // The software renderer shows layers in a wrong size at all other scales.
     const QQuickWindow* const window = item.window();
-    const bool isMisplaced =
-        window != nullptr && window->effectiveDevicePixelRatio() != 1 &&
-        window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
+    const bool isMisplaced = window != nullptr && window->effectiveDevicePixelRatio() != 1 &&
+                             window->rendererInterface()->graphicsApi() == QSGRendererInterface::Software;
     return isPart || isMisplaced || layer.textureMirroring() != QQuickShaderEffectSource::MirrorVertically ||
            !layer.size().isEmpty() || layer.effect() != nullptr;
 }

@@ -24,8 +24,8 @@ bool isOpenGL(const QQuickWindow& window) {
     return window.rendererInterface()->graphicsApi() == QSGRendererInterface::OpenGL;
 }
 
-/// The window's last column and row, where only a part of a pixel is the window's: the renderer leaves in them
-/// what was there before.
+/// The window's last column and row, where only a part of a pixel is the window's: the renderer leaves in
+/// them what was there before.
 void clearFractions(QImage& image, const QSizeF& size) {
     QPainter painter(&image);
     if (size.width() < image.width()) painter.fillRect(image.width() - 1, 0, 1, image.height(), Qt::black);

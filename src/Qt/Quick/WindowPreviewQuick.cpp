@@ -127,7 +127,8 @@ class WindowPreviewQuick::Outlines {
             mBlitter = std::make_unique<QOpenGLTextureBlitter>();
             mBlitter->create();
         }
-        if (!mTexture) mTexture = std::make_unique<QOpenGLTexture>(mImage, QOpenGLTexture::DontGenerateMipMaps);
+        if (!mTexture)
+            mTexture = std::make_unique<QOpenGLTexture>(mImage, QOpenGLTexture::DontGenerateMipMaps);
         mBlitter->bind();
         mBlitter->blit(mTexture->textureId(), QMatrix4x4(), QOpenGLTextureBlitter::OriginTopLeft);
         mBlitter->release();

@@ -11,8 +11,8 @@ class PictureGap {
  public:
     using Time = std::chrono::milliseconds;
 
-    /// Whether it is time for another try, to be asked once a tick: each picture that fails lets more ticks pass
-    /// before the next, up to three seconds.
+    /// Whether it is time for another try, to be asked once a tick: each picture that fails lets more ticks
+    /// pass before the next, up to three seconds.
     [[nodiscard]] bool isDue();
 
     /// A try has failed. Logs it once if there has been none but such tries for more than three seconds.
