@@ -2,6 +2,7 @@
 
 #include "General/Panoptra/Monitoring/MaskedFrame.h"
 #include "General/Panoptra/Privacy/PrivacyJudge.h"
+#include "General/Panoptra/Util/ClickUtil.h"
 #include "General/Panoptra/Util/PrivacyUtils.h"
 #include "InMemory/MaskWalkInMemory.h"
 #include "support/LibraryTest.h"
@@ -240,5 +241,59 @@ TEST_F(MaskingTest, MarksHoldForWhatIsInAViewUntilTheNextMarkAndYieldToTheLists)
     EXPECT_EQ(count(MaskArea::Kind::cover), 3) << "an exception of the exception";
     EXPECT_EQ(count(MaskArea::Kind::exempt), 1);
 }
+TEST_F(MaskingTest, AMarkHoldsWithoutListsAndAnExceptionShowsOnPlainGroundsOnly) {
+    const auto page = screen->add(NativeView::make({0, 0, 300, 300}, sentinel));
+    const auto button = page->add(NativeView::make({30, 30, 90, 90}, 0xFF00FF00));
+    page->masked = true;
+    button->masked = false;
+    startSession();
+    ASSERT_FALSE(service.screenshots().empty());
+    const Picture first(service.screenshots().front());
+    EXPECT_FALSE(first.containsAbout(sentinel)) << "from the first picture on";
+    EXPECT_TRUE(first.containsAbout(0xFF00FF00));
+    page->content = ViewContent::text;
+    platform->app.paint();
+    advance(1s);
+    EXPECT_FALSE(Picture(service.screenshots().back()).containsAbout(0xFF00FF00));
+    EXPECT_THAT(log.lines("[DEBUG] ViewMonitor: Covered views: 1 (marks: 1)"), SizeIs(1)) << "said once";
+}
+
+TEST_F(MaskingTest, PrivateTapsAreNeitherReportedNorPlayedBack) {
+    int taps = 0;
+    const auto pad = screen->add(NativeView::make({0, 0, 100, 100}, white));
+    pad->onTap = screen->onTap = [&taps] { ++taps; };
+    startSession();
+    pad->keepsTapsPrivate = true;
+    platform->tapRecognizers().tap({50, 50});
+    platform->tapRecognizers().tap({50, 60});
+    EXPECT_THAT(log.lines("[DEBUG] ViewMonitor: Got click at"), IsEmpty());
+    EXPECT_THAT(log.lines("[WARNING] ViewMonitor: Taps in views"), SizeIs(1));
+    platform->tapRecognizers().tap({150, 50});
+    EXPECT_THAT(log.lines("[DEBUG] ViewMonitor: Got click at"), SizeIs(1));
+    ClickUtil::playBack({.x = 50, .y = 50});
+    EXPECT_EQ(taps, 0);
+    ClickUtil::playBack({.x = 150, .y = 50});
+    EXPECT_EQ(taps, 1);
+    pad->keepsTapsPrivate = false;
+    ClickUtil::playBack({.x = 50, .y = 50});
+    EXPECT_EQ(taps, 2);
+}
+
+TEST_F(MaskingTest, AbsurdListsAreAnsweredAndNamedBriefly) {
+    addPrivate({10, 20, 100, 40}, 12);
+    IOSConfig lists{{"12", "12", std::string(100'000, '9')}, {std::string(100'000, 'x'), "evil\nline"}};
+    for (int entry = 0; entry < 1000; ++entry) {
+        lists.blacklist.push_back(std::to_string(1000 + entry));
+        lists.blacklistClasses.push_back("Field");
+    }
+    auto judge = judgeOf(lists);
+    EXPECT_THAT(areasOf(judge, MaskArea::Kind::cover), ElementsAre(Rect{10, 20, 100, 40}));
+    const std::string summary = PrivacyUtils::summary(judge);
+    EXPECT_THAT(summary,
+                ::testing::StartsWith("Covered views: 1 (tag 12: 1, class Field: 1); matched nothing: "));
+    EXPECT_LT(summary.size(), 2000);
+    EXPECT_EQ(summary.find('\n'), std::string::npos);
+}
+
 }  // namespace
 }  // namespace merovanta::testing

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <utility>
 
+#include "Film.h"
 #include "General/WebChat/DownloadScript.h"
 #include "Qt/Quick/TapPlayerQuick.h"
 #include "Qt/Quick/ViewQuick.h"
@@ -69,7 +70,7 @@ struct Browser {
     bool isCaptured() {
         std::optional<bool> result;
         platform::current().screenCapture().capture(
-            scene.root(), {}, [] { return std::vector<merovanta::MaskArea>(); },
+            scene.root(), {}, merovanta::test::judgeOf({}),
             [&](const auto& frame) { result = frame.has_value(); });
         scene.window().update();
         EXPECT_TRUE(eventually([&] { return result.has_value(); }));
