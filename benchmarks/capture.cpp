@@ -119,6 +119,8 @@ class CountingSender : public MessageSender {
  public:
     CountingSender() : MessageSender(nullptr, nullptr, nullptr) {}
     void connect(const std::string&, std::function<void()>, std::function<void()>) override {}
+    void reconnect() override {}
+    [[nodiscard]] bool reconnectsByItself() const override { return false; }
     void send(ProtoMessage message, const Callback& callback) override {
         pictures += message.screenshotevent_size();
         callback(std::nullopt);

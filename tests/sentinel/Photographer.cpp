@@ -55,6 +55,8 @@ class Photographer::Recipient final : public MessageSender {
 
     void connect(const std::string& /*url*/, std::function<void()> /*successCallback*/,
                  std::function<void()> /*errorCallback*/) override {}
+    void reconnect() override {}
+    bool reconnectsByItself() const override { return false; }
     bool reportsConnection() const override { return false; }
     const char* typeName() const override { return "Recipient"; }
     void send(ProtoMessage message, const Callback& callback) override {
