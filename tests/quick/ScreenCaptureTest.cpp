@@ -221,7 +221,7 @@ TEST(ScreenCaptureMasks, FollowWhatAnimatorsMove) {
     const auto* const layer = "layer.enabled: true; width: 200; height: 80;";
     for (const auto* const scenery :
          {"SecretField { id: moved; y: 40; opacity: 0; %1 }",
-          "Item { id: moved; RotationAnimator on rotation { to: 180; duration: 700 } SecretField { y: 40 } "
+          "Item { id: moved; RotationAnimator on rotation { to: 20; duration: 700 } SecretField { y: 40 } "
           "%1 }",
           "Item { %2 clip: true; SecretField { id: moved; y: 40; %1 } }",
           "Item { id: moved; %2 SecretField { x: 10; y: 10 } %1 }",

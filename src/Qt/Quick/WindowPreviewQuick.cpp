@@ -1,5 +1,6 @@
 #include "Qt/Quick/WindowPreviewQuick.h"
 
+#include <QtGui/QBackingStore>
 #include <QtGui/QImage>
 #include <QtGui/QOpenGLContext>
 #include <QtGui/QOpenGLFunctions>
@@ -20,6 +21,15 @@
 namespace merovanta::quick {
 
 namespace {
+
+QBackingStore* backingStoreOf(QSGSoftwareRenderer& renderer);
+
+/// The renderer names what it paints windows on to nobody; only an explicit instantiation may.
+template <auto Member>
+struct BackingStoreOf {
+    friend QBackingStore* backingStoreOf(QSGSoftwareRenderer& renderer) { return renderer.*Member; }
+};
+template struct BackingStoreOf<&QSGSoftwareRenderer::m_backingStore>;
 
 QColor colorOf(const MaskReason& reason) {
     switch (reason.kind) {
@@ -140,9 +150,9 @@ class WindowPreviewQuick::Outlines {
         if (WindowCaptureQuick::isGrabbing()) return;
         auto* const renderer =
             dynamic_cast<QSGSoftwareRenderer*>(QQuickWindowPrivate::get(&window)->renderer);
-        QPaintDevice* const device = renderer == nullptr ? nullptr : renderer->currentPaintDevice();
-        if (device == nullptr) return;
-        QPainter painter(device);
+        QBackingStore* const store = renderer == nullptr ? nullptr : backingStoreOf(*renderer);
+        if (store == nullptr) return;
+        QPainter painter(store->paintDevice());
         painter.drawImage(QRectF(QPointF(), QSizeF(window.size())), mImage);
     }
 
