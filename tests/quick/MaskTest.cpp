@@ -89,14 +89,16 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         "Item { x: 60; y: 60; transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,150,0, 0,1,100,0, 0,0,1,0, "
         "0,0,0,1) }\n"
-        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, 0,0,0,1) } "
+        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, "
+        "0,0,0,1) } "
         "} }",
         "Item { x: 60; y: 60; width: 100; height: 100; transform: Rotation { axis { x: 0; y: 1; z: 0 } "
         "angle: 40\n"
         "origin.x: 50 } SecretField { y: 20; transform: Rotation { axis { x: 1; y: 0; z: 0 } angle: 30 } } }",
         "Item { x: 60; y: 60; width: 150; height: 100; layer.enabled: true\n"
         "transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,150,0, 0,1,100,0, 0,0,1,0, 0,0,0,1) }\n"
-        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, 0,0,0,1) } "
+        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, "
+        "0,0,0,1) } "
         "} }"));
 
 INSTANTIATE_TEST_SUITE_P(

@@ -69,9 +69,8 @@ struct Browser {
     /// Whether a picture of the window is to be had.
     bool isCaptured() {
         std::optional<bool> result;
-        platform::current().screenCapture().capture(
-            scene.root(), {}, merovanta::test::judgeOf({}),
-            [&](const auto& frame) { result = frame.has_value(); });
+        platform::current().screenCapture().capture(scene.root(), {}, merovanta::test::judgeOf({}),
+                                                    [&](const auto& frame) { result = frame.has_value(); });
         scene.window().update();
         EXPECT_TRUE(eventually([&] { return result.has_value(); }));
         return result.value_or(false);

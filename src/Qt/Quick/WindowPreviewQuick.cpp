@@ -183,6 +183,12 @@ WindowPreviewQuick::WindowPreviewQuick(QQuickWindow& window, MaskPreviewSource s
 WindowPreviewQuick::~WindowPreviewQuick() {
     for (const auto& connection : mConnections)
         QObject::disconnect(connection);
+    if (!mWindow) return;
+    // The software renderer would leave the last outlines.
+    QQuickWindow& window = *mWindow;
+    QObject::connect(
+        &window, &QQuickWindow::afterSynchronizing, &window, [&window] { paintWhole(window); },
+        static_cast<Qt::ConnectionType>(Qt::DirectConnection | Qt::SingleShotConnection));
     refresh();
 }
 
