@@ -6,7 +6,6 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <QPalette>
-#include <QPointer>
 #include <QQmlApplicationEngine>
 #include <QTimer>
 #include <cstdio>
@@ -14,7 +13,6 @@
 #include "Control.h"
 #include "ControlCommands.h"
 #include "Options.h"
-#include "ServiceProbe.h"
 #include "StallMeter.h"
 #include "Tour.h"
 
@@ -47,20 +45,11 @@ void darken() {
     QGuiApplication::setPalette(palette);
 }
 
-// Gives back the service's address.
-QString configureMerovanta(const Options& options) {
+void configureMerovanta(const Options& options) {
     merovanta::CustomConfiguration config(options.tenant.toStdString(), options.token.toStdString());
     if (options.server) config.setServerUrl(options.server->toStdString());
     merovanta::Merovanta::initConfig(config);
     merovanta::Merovanta::panoptra().preferWebSocket(options.webSocket);
-    return QString::fromStdString(merovanta::Merovanta::configuration().server());
-}
-
-// The library ends the session; the app's own view of it follows.
-void followEnd(QQuickWindow& window) {
-    merovanta::Merovanta::panoptra().registerCallbacks({}, [window = QPointer(&window)] {
-        if (window) QMetaObject::invokeMethod(window, "sharingEnded");
-    });
 }
 
 void reportState(Qt::ApplicationState state) {
@@ -92,17 +81,15 @@ int main(int argc, char** argv) {
     setUpLooks();
     const Options options = Options::parse(app);
     if (options.dark) darken();
-    ServiceProbe probe(configureMerovanta(options));
+    configureMerovanta(options);
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine.setInitialProperties({{QStringLiteral("probe"), QVariant::fromValue(&probe)},
-                                 {QStringLiteral("sentinel"), options.sentinel},
+    engine.setInitialProperties({{QStringLiteral("sentinel"), options.sentinel},
                                  {QStringLiteral("shareAtOnce"), options.start}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Bank/Main.qml")));
     if (engine.rootObjects().isEmpty()) return EXIT_FAILURE;
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
-    followEnd(*window);
 
     std::optional<Tour> tour;
     if (options.tour) {

@@ -27,13 +27,20 @@ Item {
         return item !== null;
     }
 
-    onFocusedChanged: Qt.callLater(reveal)
+    onFocusedChanged: soon.restart()
+
+    // Once everything has its place.
+    Timer {
+        id: soon
+        interval: 0
+        onTriggered: keeper.reveal()
+    }
 
     Connections {
         target: keeper.view
 
         function onHeightChanged(): void {
-            Qt.callLater(keeper.reveal);
+            soon.restart();
         }
     }
 }

@@ -6,7 +6,6 @@ import Merovanta
 ApplicationWindow {
     id: window
 
-    required property ServiceProbe probe
     property bool sentinel: false
     property bool shareAtOnce: false
     readonly property bool sharing: shareSession.active
@@ -36,10 +35,6 @@ ApplicationWindow {
         stack.replace(loginPage);
     }
 
-    function sharingEnded(): void {
-        shareSession.ended();
-    }
-
     Component.onCompleted: {
         // Black is what is private, and nothing else.
         Merovanta.privacy.fixedRectangles = false;
@@ -59,7 +54,7 @@ ApplicationWindow {
 
     // Whoever closes the app shares nothing any more, whoever began it; the service is told before the process ends.
     onClosing: close => {
-        if (!shareSession.active && !shareSession.helping)
+        if (!shareSession.active)
             return;
         close.accepted = false;
         visible = false;
@@ -112,7 +107,6 @@ ApplicationWindow {
 
     ShareSession {
         id: shareSession
-        probe: window.probe
     }
 
     Component {

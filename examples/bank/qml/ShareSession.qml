@@ -1,37 +1,31 @@
 import QtQuick
-import Bank
 import Merovanta
 
-// The state of screen sharing as the app shows it. Has no looks of its own.
-Item {
+// Screen sharing as the app shows it: what the library tells, whoever has begun a session and however it has ended. Has
+// no looks of its own.
+QtObject {
     id: session
 
-    required property ServiceProbe probe
-    property bool active: false
-    property bool failed: false
-    property string code: ""
-    // Whether the customer asked for help, and nobody has ended it.
-    property bool helping: false
+    readonly property bool active: Merovanta.panoptra.running
+    readonly property string code: Merovanta.panoptra.shareId
+    readonly property bool failed: Merovanta.panoptra.state === "ended" && Merovanta.panoptra.endReason === "failure"
+    readonly property string words: {
+        switch (Merovanta.panoptra.state) {
+        case "starting": return qsTr("Connecting…");
+        case "suspended": return qsTr("Sharing is paused");
+        case "reconnecting": return qsTr("Reconnecting…");
+        default: return qsTr("Screen shared · %1").arg(code);
+        }
+    }
     // Whether the visitor is identified or asked for help: there is something to forget.
     property bool known: false
 
     function start(): void {
-        failed = false;
         Merovanta.panoptra.start();
-        code = Merovanta.panoptra.shareId;
-        active = true;
-        probe.check();
     }
 
     function stop(): void {
         Merovanta.panoptra.stop();
-        ended();
-    }
-
-    // By the adviser.
-    function ended(): void {
-        active = false;
-        helping = false;
     }
 
     // The customer may hand in papers.
@@ -40,7 +34,6 @@ Item {
     // The library shows the rest: a widget with the code, or with what went wrong.
     function getHelp(): void {
         known = true;
-        helping = true;
         Merovanta.coBrowsing.start();
     }
 
@@ -58,9 +51,6 @@ Item {
             lastname: Ledger.lastName,
             email: Ledger.email,
             tags: ["Premier"]
-        }, () => {
-            if (active)
-                probe.check();
         });
     }
 
@@ -71,29 +61,10 @@ Item {
             return;
         known = false;
         Merovanta.user.clear();
-        ended();
     }
 
     function note(text: string): void {
         if (active)
             Merovanta.panoptra.tag(text);
-    }
-
-    Connections {
-        target: session.probe
-
-        // A late success must not share the screen of somebody who was told that nobody can see it.
-        function onUnreachable(): void {
-            session.stop();
-            session.failed = true;
-        }
-    }
-
-    // Another session has another code, and may come without the app being told.
-    Timer {
-        interval: 500
-        repeat: true
-        running: session.active
-        onTriggered: session.code = Merovanta.panoptra.shareId
     }
 }

@@ -31,7 +31,7 @@ Rectangle {
         Text {
             id: words
             anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("Screen shared · %1").arg(pill.session.code)
+            text: pill.session.words
             color: Theme.deepInk
             font.pixelSize: 12
             font.weight: Font.Medium
