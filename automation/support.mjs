@@ -19,7 +19,9 @@ const BROWSER_FLAGS = [
 const OFFSCREEN = { QT_QPA_PLATFORM: 'offscreen', QT_QUICK_BACKEND: 'software' };
 // The web view's browser refuses to run as root in its sandbox.
 const AS_ROOT = process.getuid() === 0 ? { QTWEBENGINE_DISABLE_SANDBOX: '1' } : {};
-const DISPLAYS = { offscreen: OFFSCREEN, phone: { ...OFFSCREEN, QT_SCALE_FACTOR: '3' } };
+const DISPLAYS = {
+  offscreen: OFFSCREEN, double: { ...OFFSCREEN, QT_SCALE_FACTOR: '2' }, phone: { ...OFFSCREEN, QT_SCALE_FACTOR: '3' },
+};
 // Ends an app that no test ended, so that nothing outlives a killed test run for long.
 const LONGEST_RUN_SECONDS = 240;
 
@@ -231,8 +233,8 @@ export class App extends Process {
 
   /**
    * Without a session.
-   * @param display "offscreen", "phone": with three device pixels a point, so that pictures have one, but masks are out
-   * of place (docs/privacy.md), "opengl": a virtual screen with the threaded render loop; or a Desktop
+   * @param display "offscreen", "double" and "phone": with two and three device pixels a point, "opengl": a virtual screen
+   * with the threaded render loop; or a Desktop
    */
   static open(t, host, args, display = 'offscreen') {
     const home = temporaryDirectory(t);

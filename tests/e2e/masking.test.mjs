@@ -73,7 +73,7 @@ const wholeRound = (app, service) =>
   app.out.some((line) => /tour round 1 finished/.test(line)) && service.events('screenshot').length > 50;
 
 describe('a tour of all screens, painted with a sentinel colour', { concurrency: true }, () => {
-  for (const display of ['offscreen', 'opengl']) {
+  for (const display of ['offscreen', 'double', 'phone', 'opengl']) {
     test(`with masks none of it leaves, ${display}`, async (t) => {
       const { app, problems, pages, jpegs, leaks } = await record(t, display, MASKS, display, wholeRound);
       for (const name of ['AccountsPage', 'TransferPage', 'ConfirmTransferDialog', 'CardsPage', 'ProfilePage']) {
