@@ -9,6 +9,8 @@ import { lowestStretch } from './pixels.mjs';
 import { App, MASKS, Service, eventually } from './support.mjs';
 
 const VIEWPORTS = { desktop: { width: 1280, height: 860 }, phone: { width: 390, height: 844 } };
+// The app's, as on most screens today.
+const SCALE = 2;
 const ACCEPT_BLUE = [0x1f, 0x5b, 0xd1];
 const PALE_RED = [0xf2, 0x8f, 0x96];
 
@@ -37,7 +39,7 @@ async function take(agent, app, name, phoneTop = 'body') {
 try {
   const service = await Service.start(run, ...MASKS);
   const agent = await AgentConsole.open(run, service.url, VIEWPORTS.desktop);
-  const app = App.open(run, service.host, ['--control'], 'offscreen');
+  const app = App.open(run, service.host, ['--control'], 'double');
   const tapOn = async (name) => agent.tap(await app.place(name));
 
   await agent.page.getByRole('button', { name: /^Invite: visitor/ }).click();
@@ -81,7 +83,7 @@ try {
   app.say('tapAt 195 740');
   await agent.rests();
   await take(agent, app, 'chat', '#card');
-  const white = await lowestStretch(agent.page, await app.picture(), 24, 770, [0xff, 0xff, 0xff]);
+  const white = await lowestStretch(agent.page, await app.picture(), 24 * SCALE, 770 * SCALE, [0xff, 0xff, 0xff]) / SCALE;
   app.say(`tapAt 80 ${white}`);
   await app.place('page');
   await agent.rests();

@@ -19,6 +19,7 @@ FocusScope {
         id: list
         objectName: "accountsList"
         anchors.fill: parent
+        anchors.bottomMargin: Theme.tabBarHeight
         model: Ledger.transactions
         bottomMargin: 16
 

@@ -15,6 +15,7 @@ FocusScope {
     Flickable {
         id: scroll
         anchors.fill: parent
+        anchors.bottomMargin: Theme.tabBarHeight
         contentHeight: content.implicitHeight + content.y + 20
         boundsBehavior: Flickable.StopAtBounds
         clip: true

@@ -18,7 +18,6 @@ SwipeView {
     interactive: false
     // No stop of its own: it would hand the focus back to what had it.
     activeFocusOnTab: false
-    bottomPadding: Theme.tabBarHeight
     currentIndex: bar.currentIndex
     background: Rectangle { color: Theme.background }
 

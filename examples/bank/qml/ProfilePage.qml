@@ -15,6 +15,7 @@ FocusScope {
         id: scroll
         objectName: "profileScroll"
         anchors.fill: parent
+        anchors.bottomMargin: Theme.tabBarHeight
         contentHeight: content.implicitHeight + content.y + 24
         boundsBehavior: Flickable.StopAtBounds
         clip: true

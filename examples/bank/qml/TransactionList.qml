@@ -16,8 +16,6 @@ ListView {
 
     clip: true
     pixelAligned: true
-    // Rows outside the list are masked too; the fewer there are, the less of the tab bar goes black.
-    cacheBuffer: 0
     keyNavigationEnabled: false
     // The current row would have the focus in the list's place.
     currentIndex: -1

@@ -56,6 +56,7 @@ FocusScope {
     Flickable {
         id: scroll
         anchors.fill: parent
+        anchors.bottomMargin: Theme.tabBarHeight
         contentHeight: form.implicitHeight + form.y + 20
         boundsBehavior: Flickable.StopAtBounds
         clip: true
