@@ -85,8 +85,8 @@ int main(int argc, char** argv) {
 
     QQmlApplicationEngine engine;
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine.setInitialProperties({{QStringLiteral("sentinel"), options.sentinel},
-                                 {QStringLiteral("shareAtOnce"), options.start}});
+    engine.setInitialProperties(
+        {{QStringLiteral("sentinel"), options.sentinel}, {QStringLiteral("shareAtOnce"), options.start}});
     engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Bank/Main.qml")));
     if (engine.rootObjects().isEmpty()) return EXIT_FAILURE;
     auto* window = qobject_cast<QQuickWindow*>(engine.rootObjects().constFirst());
