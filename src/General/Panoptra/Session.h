@@ -172,7 +172,7 @@ class Session : public std::enable_shared_from_this<Session> {
     std::vector<Completion> mWaitingRestarts;
     std::unique_ptr<Attempt> mWebSocketAttempt;
     std::function<void()> mStreamIsChosen;
-    // The sender is this session's own, not the one before's.
+    // The sender has been chosen here; until then it is the one left over from before.
     bool mHasStream = false;
     bool mIsAway = false;
     bool mWasLostWhileStarting = false;

@@ -105,7 +105,7 @@ class ViewMonitor : public std::enable_shared_from_this<ViewMonitor> {
     std::shared_ptr<ScreenshotEncoder> mEncoder = std::make_shared<ScreenshotEncoder>();
     bool mEncoderMustReset = false;
 
-    /// Whether this session's log says that some taps are not reported.
+    /// Whether the log has said since the start that some taps are not reported.
     bool mHasWarnedOfTaps = false;
 
     // The host's choice, taken over when a session starts.
