@@ -246,8 +246,6 @@ void World::visitorActs(unsigned kind) {
 
 void World::tag() {
     const std::string text = std::to_string(mIds.size()) + " " + std::to_string(++mTags);
-    const auto stream = mStreams.find(mLastOpened);
-    if (mPanoptra->isRunning() && stream != mStreams.end() && stream->second.isOpen) mMissing.insert(text);
     Merovanta::panoptra().tag(text);
 }
 
@@ -460,7 +458,6 @@ void World::checkMessages(const std::string& body, const std::string& id) {
     const auto isOf = [&](std::size_t number) { return number > 0 && mIds.at(number - 1) == id; };
     for (const auto& message : list.messages()) {
         if (message.has_tag()) expect(isOf(std::stoul(message.tag())), "a tag of another stream");
-        if (message.has_tag()) mMissing.erase(message.tag());
         for (const auto& click : message.clickevent())
             expect(isOf(static_cast<std::size_t>(click.x())), "a tap of another stream");
     }
@@ -483,9 +480,7 @@ void World::closed(const std::string& id) {
     stream.isOpen = false;
     ++stream.deletes;
     // What the agent has done before is not followed any more.
-    if (id != mLastOpened) return;
-    mPendingTaps = 0;
-    mMissing.clear();
+    if (id == mLastOpened) mPendingTaps = 0;
 }
 
 void World::agentTapped() {

@@ -111,8 +111,6 @@ class World {
     int mVisitors = 0;
     std::chrono::nanoseconds mAwaySince{};
     int mTags = 0;
-    // The tags that have not reached the service, of the stream that is open.
-    std::set<std::string> mMissing;
 
     std::optional<Session::State> mState;
     // How often each start has been completed.
