@@ -1,15 +1,14 @@
 // The visitor's chat page and the agent console, each in a page of a real browser.
 
 import assert from 'node:assert/strict';
-import { readFileSync } from 'node:fs';
 import { before, test } from 'node:test';
 
+import { violations } from './axe.mjs';
 import { FakeVisitor } from './fakeVisitor.mjs';
 import { AgentConsole } from '../../automation/agentConsole.mjs';
 import { Service, wholeFile } from '../../automation/support.mjs';
 
 const PHONE = { viewport: { width: 390, height: 844 } };
-const AXE = readFileSync(new URL('../../node_modules/axe-core/axe.min.js', import.meta.url), 'utf8');
 const HOSTILE = '<img src=x onerror=alert(1)>';
 
 const file = wholeFile();
@@ -37,13 +36,6 @@ async function openChat(visitorId, { title = '', message = '', hint = '', color 
 async function write(page, text) {
   await page.getByRole('textbox', { name: /^Message/ }).fill(text);
   await page.keyboard.press('Enter');
-}
-
-/** What automatic checks find that keeps people from using the page. */
-async function violations(page) {
-  if (!await page.evaluate(() => 'axe' in window)) await page.evaluate(AXE);
-  const { violations: found } = await page.evaluate(() => window.axe.run());
-  return found.map(({ id, nodes }) => `${id}: ${nodes.map(({ html }) => html).join(' ')}`);
 }
 
 const said = (page, text) => page.locator('.message', { hasText: text });
