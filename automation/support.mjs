@@ -185,6 +185,12 @@ export class Service extends Process {
     return eventually('a visitor', async () => (await this.visitors()).find(({ shareId }) => shareId), seconds);
   }
 
+  /** Sends a visitor's app a message of an agent. */
+  async send(visitor, message) {
+    const url = new URL(`console/api/visitors/${visitor}/messages`, this.url);
+    assert.equal((await fetch(url, { method: 'POST', body: JSON.stringify(message) })).status, 202);
+  }
+
   /** Makes endpoints misbehave; those not named behave well. */
   async setFaults(faults) {
     const url = new URL('console/api/faults', this.url);

@@ -99,11 +99,10 @@ Response ConsoleApi::queueMessage(Visitor& visitor, const Request& request) {
     if (message.is_discarded())
         return Response::error(400, "the body is no JSON object, or nested too deeply");
     if (visitor.state() != Visitor::State::Live) return Response::error(409, "the visitor is not streaming");
-    if (!visitor.queueAgentMessage(message, currentMoment())) {
-        return Response::error(429, "too many messages are waiting for this visitor");
-    }
+    const auto number = visitor.queueAgentMessage(message, currentMoment());
+    if (!number) return Response::error(429, "too many messages are waiting for this visitor");
     if (const auto socket = sockets_.find(visitor)) socket->sendNext();
-    return Response::json({{"queued", true}}, 202);
+    return Response::json({{"queued", true}, {"number", *number}}, 202);
 }
 
 Response ConsoleApi::sendFrame(const Visitor& visitor, const Request& request) {

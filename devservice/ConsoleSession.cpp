@@ -203,6 +203,9 @@ bool ConsoleSession::prepareFrame() {
     frameSent_ = frame_->number;
     putBigEndian(frameHeader_.data(), watched_);
     putBigEndian(frameHeader_.data() + 4, static_cast<std::uint32_t>(frameSent_));
+    const auto at = static_cast<std::uint64_t>(frame_->at.time_since_epoch().count());
+    putBigEndian(frameHeader_.data() + 8, static_cast<std::uint32_t>(at >> 32U));
+    putBigEndian(frameHeader_.data() + 12, static_cast<std::uint32_t>(at));
     return true;
 }
 

@@ -74,7 +74,7 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     bool sending_ = false;
     std::string text_;
     std::shared_ptr<const Frame> frame_;
-    std::array<unsigned char, 8> frameHeader_{};
+    std::array<unsigned char, 16> frameHeader_{};
 };
 
 }  // namespace merovanta::devservice

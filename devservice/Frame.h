@@ -4,6 +4,7 @@
 #include <string>
 
 #include "JpegHeader.h"
+#include "Moment.h"
 
 namespace merovanta::devservice {
 
@@ -11,6 +12,8 @@ namespace merovanta::devservice {
 /// arrives.
 struct Frame {
     std::uint64_t number = 0;
+    /// When it arrived.
+    Moment at{};
     PictureSize size;
     std::string jpeg;
 };

@@ -133,6 +133,7 @@ void Server::tick() {
     tickTimer_.async_wait([this](ErrorCode error) {
         if (error) return;
         presences_.expire(currentMoment());
+        visitors_.expire(currentMoment());
         hub_.visitorsChanged();
         tick();
     });

@@ -17,7 +17,7 @@ struct TimelineEntry {
     /// Milliseconds since the start of the session, as the visitor's message says.
     std::optional<std::uint64_t> sessionTime;
     /// "init", "connect", "disconnect", "end", "page", "tap", "tag", "userTag", "picture", "activity",
-    /// "agent" or "warning".
+    /// "consent", "agent" or "warning".
     std::string kind;
     std::string text;
     /// What else the kind carries (coordinates, identity); null when nothing.

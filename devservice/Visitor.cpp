@@ -1,7 +1,6 @@
 #include "Visitor.h"
 
 #include <cmath>
-#include <iterator>
 #include <utility>
 
 #include "Text.h"
@@ -19,10 +18,10 @@ using nlohmann::json;
 constexpr std::size_t kMaxIdentifierBytes = 128;
 constexpr std::size_t kMaxPageBytes = 512;
 constexpr std::size_t kMaxPictureBytes = 2U << 20U;
-constexpr std::size_t kMaxQueuedMessages = 64;
-constexpr std::size_t kMaxQueuedBytes = 8U << 20U;
 constexpr int kMaxLabels = 20;
 constexpr std::chrono::seconds kWarningPause{10};
+constexpr std::chrono::seconds kMostSilence{60};
+constexpr std::chrono::minutes kLongestAway{30};
 
 void take(std::string& target, const std::string& value) {
     if (!value.empty()) target = boundedText(value, kMaxIdentifierBytes);
@@ -74,6 +73,8 @@ void Visitor::initialised(const InitRecord& record, Moment now) {
     lastSeen_ = now;
     state_ = State::Waiting;
     endedAt_.reset();
+    endReason_.reset();
+    saidItStops_ = false;
     identify(record.visitorId, record.visitId, record.shareId);
     page_ = boundedText(record.url, kMaxPageBytes);
     screenWidth_ = record.width;
@@ -94,11 +95,16 @@ void Visitor::connected(const std::string& page, Transport transport, Moment now
     if (state_ != State::Live || transport == Transport::Polling) startedAt_ = now;
     state_ = State::Live;
     endedAt_.reset();
+    endReason_.reset();
+    connected_ = true;
+    line_.restart();
     if (!page.empty()) page_ = boundedText(page, kMaxPageBytes);
     add("connect", page_, now, std::nullopt, {{"transport", name(transport)}});
 }
 
 void Visitor::disconnected(const std::string& how, Moment now) {
+    ++counters_.disconnects;
+    connected_ = false;
     add("disconnect", how, now);
 }
 
@@ -112,6 +118,11 @@ void Visitor::received(const ProtoMessageList& events, std::size_t bodyBytes, Tr
         warn("Events arrived before the stream was opened", now);
         state_ = State::Live;
         startedAt_ = now;
+    } else if (endReason_ == EndReason::Silent) {
+        state_ = State::Live;
+        endedAt_.reset();
+        endReason_.reset();
+        add("connect", page_, now, std::nullopt, {{"transport", name(transport)}});
     }
     for (const ProtoMessage& event : events.messages())
         receive(event, now);
@@ -120,16 +131,47 @@ void Visitor::received(const ProtoMessageList& events, std::size_t bodyBytes, Tr
 void Visitor::ended(Moment now) {
     ++counters_.deletes;
     lastSeen_ = now;
-    state_ = State::Ended;
-    endedAt_ = now;
-    agentMessages_.clear();
-    agentMessageBytes_ = 0;
-    add("end", "", now);
+    end(agentMessages_.askedToClose() ? EndReason::Agent
+        : saidItStops_                ? EndReason::Visitor
+                                      : EndReason::Background,
+        now);
 }
 
-void Visitor::activity(const std::string& text, Moment now) {
+void Visitor::end(EndReason reason, Moment now) {
+    state_ = State::Ended;
+    endedAt_ = now;
+    endReason_ = reason;
+    connected_ = false;
+    agentMessages_.clear();
+    add("end", "", now, std::nullopt, {{"reason", name(reason)}});
+}
+
+void Visitor::activity(const std::string& type, const std::string& text, Moment now) {
+    using Answer = AgentMessages::Answer;
     lastSeen_ = now;
     add("activity", text, now);
+    if (type == "ca" && agentMessages_.answered(Answer::Accepted, now)) add("consent", "accepted", now);
+    if (type == "cd" && agentMessages_.answered(Answer::Declined, now)) add("consent", "declined", now);
+    if (type != "ce") return;
+    // It comes before the stream is closed or after.
+    saidItStops_ = true;
+    if (endReason_ == EndReason::Background) endReason_ = EndReason::Visitor;
+    observer_.visitorChanged(*this);
+}
+
+void Visitor::expire(Moment now) {
+    if (state_ != State::Ended && now - lastSeen_ > kMostSilence)
+        end(state_ == State::Live ? EndReason::Silent : EndReason::Unopened, now);
+    if (endReason_ == EndReason::Background && now - *endedAt_ > kLongestAway) {
+        endReason_ = EndReason::Away;
+        observer_.visitorChanged(*this);
+    }
+}
+
+void Visitor::continued() {
+    if (endReason_ != EndReason::Background && endReason_ != EndReason::Away) return;
+    endReason_ = EndReason::Continued;
+    observer_.visitorChanged(*this);
 }
 
 void Visitor::warn(const std::string& text, Moment now) {
@@ -150,30 +192,16 @@ void Visitor::agentActed(const std::string& text, Moment now) {
     add("agent", text, now);
 }
 
-bool Visitor::queueAgentMessage(const json& message, Moment now) {
-    std::string text = toText(message);
-    if (agentMessages_.size() >= kMaxQueuedMessages) return false;
-    if (text.size() > kMaxQueuedBytes - agentMessageBytes_) return false;
-    add("agent", toText(withoutPicture(message)), now);
-    agentMessageBytes_ += text.size();
-    agentMessages_.push_back(std::move(text));
-    return true;
-}
-
-std::vector<std::string> Visitor::takeAgentMessages() {
-    std::vector<std::string> result(std::make_move_iterator(agentMessages_.begin()),
-                                    std::make_move_iterator(agentMessages_.end()));
-    agentMessages_.clear();
-    agentMessageBytes_ = 0;
-    return result;
+std::optional<std::uint64_t> Visitor::queueAgentMessage(const json& message, Moment now) {
+    const auto number = agentMessages_.queue(message, now);
+    if (number) add("agent", toText(withoutPicture(message)), now);
+    return number;
 }
 
 std::optional<std::string> Visitor::takeAgentMessage() {
-    if (agentMessages_.empty()) return std::nullopt;
-    std::string result = std::move(agentMessages_.front());
-    agentMessages_.pop_front();
-    agentMessageBytes_ -= result.size();
-    return result;
+    auto message = agentMessages_.take();
+    if (message) observer_.visitorChanged(*this);
+    return message;
 }
 
 void Visitor::receive(const ProtoMessage& event, Moment now) {
@@ -183,6 +211,7 @@ void Visitor::receive(const ProtoMessage& event, Moment now) {
     if (empty) {
         ++counters_.pings;
         lastPing_ = now;
+        line_.ping(now, time);
     }
     if (event.has_pagechange()) {
         ++counters_.pages;
@@ -213,7 +242,7 @@ void Visitor::receiveFrame(const std::string& image, std::optional<std::uint64_t
     if (!lastFrame_ || lastFrame_->size != *size) {
         add("picture", std::to_string(size->width) + " \xC3\x97 " + std::to_string(size->height), now, time);
     }
-    lastFrame_ = std::make_shared<const Frame>(Frame{counters_.frames, *size, image});
+    lastFrame_ = std::make_shared<const Frame>(Frame{counters_.frames, now, *size, image});
     observer_.frameArrived(*this);
 }
 
@@ -265,7 +294,14 @@ json Visitor::summary(Moment now) const {
         {"lastPingAt", milliseconds(lastPing_)},
         {"framesPerSecond", frameRate_.perSecond(now)},
         {"bytesPerSecond", byteRate_.perSecond(now)},
-        {"queuedMessages", agentMessages_.size()},
+        {"connected", connected_},
+        {"endReason", endReason_ ? json(name(*endReason_)) : json()},
+        {"line", line_.toJson(now)},
+        {"pictureAt", lastFrame_ ? json(lastFrame_->at.time_since_epoch().count()) : json()},
+        {"queuedMessages", agentMessages_.waiting()},
+        {"deliveredMessages", agentMessages_.delivered()},
+        {"fasterPolling", agentMessages_.askedForFasterPolling()},
+        {"consent", agentMessages_.consent()},
         {"lastTimelineSeq", timeline_.lastSequence()},
         {"counters",
          {{"frames", c.frames},
@@ -281,6 +317,7 @@ json Visitor::summary(Moment now) const {
           {"deletes", c.deletes},
           {"sockets", c.sockets},
           {"socketFrames", c.socketFrames},
+          {"disconnects", c.disconnects},
           {"bytes", c.bytes},
           {"warnings", c.warnings}}}};
 }

@@ -3,15 +3,16 @@
 #include <panoptra.pb.h>
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
-#include <vector>
 
+#include "AgentMessages.h"
+#include "EndReason.h"
 #include "Frame.h"
 #include "InitRecord.h"
+#include "LineMeter.h"
 #include "Moment.h"
 #include "RateMeter.h"
 #include "Timeline.h"
@@ -33,7 +34,7 @@ class Visitor {
     struct Counters {
         std::uint64_t frames = 0, invalidFrames = 0, pages = 0, taps = 0, pings = 0, tags = 0, userTags = 0;
         std::uint64_t inits = 0, gets = 0, posts = 0, deletes = 0, bytes = 0, warnings = 0;
-        std::uint64_t sockets = 0, socketFrames = 0;
+        std::uint64_t sockets = 0, socketFrames = 0, disconnects = 0;
     };
 
     Visitor(std::uint32_t number, std::string tenantId, std::string sessionId, Moment now,
@@ -50,8 +51,13 @@ class Visitor {
                   Transport transport, Moment now);
     /// The stream was closed (DELETE).
     void ended(Moment now);
-    /// The visitor's activity log reported something.
-    void activity(const std::string& text, Moment now);
+    /// The visitor's activity log reported something, under the type of its record.
+    void activity(const std::string& type, const std::string& text, Moment now);
+    /// Ends the session of an app that has been silent for too long; one that comes back all the same is live
+    /// again. To be called about once a second.
+    void expire(Moment now);
+    /// The same visitor has begun another session, so that one that was left for the background is over.
+    void continued();
     /// Notes misbehaviour. The same note is not repeated within ten seconds.
     void warn(const std::string& text, Moment now);
     /// Takes over the identifiers that a stream request carries; empty ones change nothing.
@@ -59,15 +65,15 @@ class Visitor {
 
     /// Notes what the agent did for this visitor, apart from messages.
     void agentActed(const std::string& text, Moment now);
-    /// Queues an agent's message; false when the queue is full, by number or by bytes.
-    bool queueAgentMessage(const nlohmann::json& message, Moment now);
-    /// The queued messages as JSON texts, removed from the queue.
-    std::vector<std::string> takeAgentMessages();
-    /// The oldest queued message, removed from the queue; nothing when none waits.
+    /// Queues an agent's message. Returns its number, or nothing when too many wait.
+    std::optional<std::uint64_t> queueAgentMessage(const nlohmann::json& message, Moment now);
+    /// The oldest queued message as JSON text, removed from the queue; nothing when none waits.
     std::optional<std::string> takeAgentMessage();
 
     std::uint32_t number() const { return number_; }
+    const std::string& tenantId() const { return tenantId_; }
     const std::string& sessionId() const { return sessionId_; }
+    const std::string& visitorId() const { return visitorId_; }
     State state() const { return state_; }
     Moment lastSeen() const { return lastSeen_; }
     const Counters& counters() const { return counters_; }
@@ -85,6 +91,7 @@ class Visitor {
                     Moment now);
     void receiveUserTag(const com::merovanta::panoptra::UserTag& tag, std::optional<std::uint64_t> time,
                         Moment now);
+    void end(EndReason reason, Moment now);
     void add(std::string kind, std::string text, Moment now, std::optional<std::uint64_t> time = std::nullopt,
              nlohmann::json detail = nullptr);
 
@@ -96,13 +103,17 @@ class Visitor {
     std::optional<Transport> transport_;
     Moment firstSeen_, lastSeen_;
     std::optional<Moment> startedAt_, endedAt_, lastPing_;
+    std::optional<EndReason> endReason_;
+    bool saidItStops_ = false;
+    /// Whether the connection that carries the stream is there, for transports that have one.
+    bool connected_ = false;
     Counters counters_;
+    LineMeter line_;
     RateMeter frameRate_, byteRate_;
     Timeline timeline_;
     std::shared_ptr<const Frame> lastFrame_;
     nlohmann::json userTag_;
-    std::deque<std::string> agentMessages_;
-    std::size_t agentMessageBytes_ = 0;
+    AgentMessages agentMessages_;
     std::string lastWarning_;
     Moment lastWarningAt_{};
     VisitorObserver& observer_;

@@ -63,6 +63,7 @@ Response VisitorApi::initialise(const Request& request) {
     const InitRecord record = InitRecord::parse(body);
     Visitor& visitor = visitors_.obtain(record.tenantId, record.sessionId, now);
     visitor.initialised(record, now);
+    visitors_.hasBegun(visitor);
     if (!record.visitorId.empty()) contacts_.seen(record.tenantId, record.visitorId, record.sessionId, now);
     if (presences_.takeDelivered(record.tenantId, record.visitorId, now)) {
         visitor.agentActed("Invited to co-browse", now);
@@ -87,8 +88,9 @@ Response VisitorApi::receiveEvents(const Request& request) {
             break;
     }
     std::string messages;
-    for (const std::string& message : streams_.find(request)->takeAgentMessages())
-        messages += (messages.empty() ? "[" : ",") + message;
+    Visitor& visitor = *streams_.find(request);
+    while (const auto message = visitor.takeAgentMessage())
+        messages += (messages.empty() ? "[" : ",") + *message;
     // Each element of the reply is a string that holds a JSON array of its own.
     return Response::json(messages.empty() ? json::array() : json::array({messages + "]"}));
 }
@@ -109,7 +111,7 @@ Response VisitorApi::logActivity(const Request& request) {
     const Moment now = currentMoment();
     Visitor& visitor = visitors_.obtain(textMember(ids, "tId"), sessionId, now);
     visitor.identify(textMember(ids, "vId"), "", "");
-    visitor.activity(activityText(body), now);
+    visitor.activity(textMember(body, "t"), activityText(body), now);
     recorder_.record(visitor, "activity", request.body, now);
     return Response::json(none);
 }

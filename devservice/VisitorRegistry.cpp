@@ -48,6 +48,19 @@ Visitor* VisitorRegistry::find(std::string_view number) {
     return found == visitors_.end() ? nullptr : found->second.get();
 }
 
+void VisitorRegistry::hasBegun(const Visitor& visitor) {
+    for (const auto& [number, other] : visitors_) {
+        const bool same = !visitor.visitorId().empty() && other->tenantId() == visitor.tenantId() &&
+                          other->visitorId() == visitor.visitorId();
+        if (same && number != visitor.number()) other->continued();
+    }
+}
+
+void VisitorRegistry::expire(Moment now) {
+    for (const auto& [number, visitor] : visitors_)
+        visitor->expire(now);
+}
+
 nlohmann::json VisitorRegistry::summaries(Moment now) const {
     nlohmann::json result = nlohmann::json::array();
     for (const auto& [number, visitor] : visitors_)

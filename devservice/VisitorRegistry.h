@@ -28,6 +28,12 @@ class VisitorRegistry {
     /// The visitor with this number in decimal, or null.
     Visitor* find(std::string_view number);
 
+    /// A session begins: the visitor's former ones that were left for the background are over.
+    void hasBegun(const Visitor& visitor);
+
+    /// Ends the sessions of apps that have been silent for too long; to be called about once a second.
+    void expire(Moment now);
+
     /// Summaries, oldest visitor first.
     nlohmann::json summaries(Moment now) const;
 

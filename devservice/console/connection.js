@@ -10,7 +10,7 @@ export class Connection {
   #chat = null;
   #handlers;
 
-  /** handlers: onState(text), onMessage(object), onFrame({visitor, number, jpeg}) */
+  /** handlers: onState(text), onMessage(object), onFrame({visitor, number, at, jpeg}) */
   constructor(handlers) {
     this.#handlers = handlers;
   }
@@ -64,11 +64,12 @@ export class Connection {
       this.#handlers.onMessage(JSON.parse(data));
       return;
     }
-    const header = new DataView(data, 0, 8);
+    const header = new DataView(data, 0, 16);
     this.#handlers.onFrame({
       visitor: String(header.getUint32(0)),
       number: header.getUint32(4),
-      jpeg: new Blob([new Uint8Array(data, 8)], { type: 'image/jpeg' }),
+      at: Number(header.getBigUint64(8)),
+      jpeg: new Blob([new Uint8Array(data, 16)], { type: 'image/jpeg' }),
     });
   }
 }

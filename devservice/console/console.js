@@ -9,7 +9,9 @@ import { ContactCard } from './contactCard.js';
 import { ContactList } from './contactList.js';
 import { Contacts, showUnread } from './contacts.js';
 import { byId, setText } from './dom.js';
+import { Happenings, wording } from './happenings.js';
 import { JoinForm } from './joinForm.js';
+import { Notices } from './notices.js';
 import { PaneToggle } from './paneToggle.js';
 import { PanelTabs } from './panelTabs.js';
 import { PhoneView } from './phoneView.js';
@@ -50,6 +52,8 @@ const card = new ContactCard(selectContact);
 const chat = new ChatPanel(toast);
 const tabs = new PanelTabs(() => chat.shown());
 const zoom = new Zoom();
+const notices = new Notices();
+const happenings = new Happenings({ onVisitor: tellVisitor, onAnswer: tellAnswer, onMessage: tellMessage });
 const nav = new PaneToggle('nav-toggle', 'nav', true);
 const connection = new Connection({ onState: connectionChanged, onMessage: receive, onFrame: receiveFrame });
 
@@ -60,6 +64,7 @@ function now() {
 function select(id) {
   selected = id;
   if (NARROW.matches) nav.show(false);
+  notices.withdraw(`visitor-${id}`);
   phone.clear();
   control.leave();
   timeline.add([], true);
@@ -115,6 +120,7 @@ function receiveVisitors(message) {
   choosePerson();
   if (next) select(next.id);
   else show();
+  happenings.visitors([...visitors.values()]);
 }
 
 /** The session to be shown in place of the one on view, or of none. */
@@ -132,6 +138,7 @@ function receiveContacts(message) {
     chat.forgetDrafts();
   }
   choosePerson();
+  happenings.contacts(message.contacts);
   const { continuedAs } = contacts.get(chosen) ?? {};
   if (selected === null && before && !before.continuedAs && continuedAs) choose(continuedAs);
   show();
@@ -175,7 +182,7 @@ function takeInvited() {
 /** The last session of a present visitor that goes on. One that ended without a word is silent. */
 function sessionOf({ tenantId, visitorId }) {
   return [...visitors.values()].findLast((visitor) => visitor.tenantId === tenantId && visitor.visitorId === visitorId
-    && !['ended', 'silent'].includes(visitorState(visitor, now()).key));
+    && ['live', 'waiting'].includes(visitorState(visitor, now()).key));
 }
 
 /** Opens the visitor with this share code; returns what is wrong, if anything. */
@@ -214,8 +221,22 @@ function markTap({ x, y, frame }) {
   phone.mark({ left: x / size.width, top: y / size.height });
 }
 
-function receiveFrame({ visitor, jpeg }) {
-  if (visitor === selected) phone.frame(jpeg);
+function receiveFrame(picture) {
+  if (picture.visitor === selected) phone.frame(picture);
+}
+
+function tellVisitor(visitor) {
+  if (visitor.id === selected && document.hasFocus()) return;
+  notices.tell({ ...wording.visitor(visitor, contacts.of(visitor)), open: () => select(visitor.id) });
+}
+
+function tellAnswer(visitor, answer) {
+  notices.tell({ ...wording.answer(visitor, contacts.of(visitor), answer), open: () => select(visitor.id) });
+}
+
+function tellMessage(contact) {
+  if (contact.id === chosen && tabs.isShown('chat') && document.hasFocus()) return;
+  notices.tell({ ...wording.message(contact), open: () => selectContact(contact.id) });
 }
 
 function show() {
@@ -238,9 +259,9 @@ function showSession(visitor, contact) {
   byId('session').toggleAttribute('data-chat-only', !visitor);
   tabs.update(visitor !== undefined);
   if (!visitor) return;
-  head.update(visitor, contact, now());
+  head.update(visitor, contact, now(), phone.skipped);
   phone.update(visitor, now());
-  actions.update(visitor);
+  actions.update(visitor, now());
   control.update(visitor);
   if (phone.picture) zoom.update(pointsAcross(phone.picture, visitor.screen));
 }
@@ -256,7 +277,9 @@ function showPerson(contact) {
 function connectionChanged(state) {
   showConnection(state);
   // A restarted service numbers its visitors anew.
-  if (state === 'connected') phone.clear();
+  if (state !== 'connected') return;
+  phone.clear();
+  happenings.restart();
 }
 
 byId('start-command').textContent = `merovanta-bank --server ${location.host} --start`;

@@ -1,4 +1,4 @@
-import { personName } from './contacts.js';
+import { personName, visitorName } from './contacts.js';
 import { byId, element } from './dom.js';
 import * as format from './format.js';
 
@@ -23,11 +23,11 @@ export class ContactCard {
     const who = contact.identity ?? {};
     this.#card.dataset.contact = contact.id;
     this.#card.replaceChildren(
-      this.#line('name', personName(contact) || 'Not identified'),
+      this.#line('name', visitorName(contact, contact)),
       this.#line('email', who.email !== personName(contact) && who.email),
       this.#tags(who.tags ?? []),
       this.#line('assigned', who.assignedUser && `Assigned to ${who.assignedUser}`),
-      this.#line('id', `Visitor ${contact.visitorId}`),
+      this.#line('id', `${personName(contact) ? '' : 'Not identified · '}Id ${contact.visitorId}`),
       this.#line('presence', presenceText(contact, presence)),
       ...before.slice(-1).map((earlier) => this.#earlier(earlier)),
     );

@@ -1,4 +1,4 @@
-import { personName, showUnread } from './contacts.js';
+import { showUnread, visitorName } from './contacts.js';
 import { byId, element, setText } from './dom.js';
 import * as format from './format.js';
 
@@ -86,4 +86,4 @@ export class ContactList {
 
 const keyOf = ({ contact, presence }) => JSON.stringify([(presence ?? contact).tenantId, (presence ?? contact).visitorId]);
 
-const nameOf = ({ contact, presence }) => personName(contact) || presence?.customerId || (presence ?? contact).visitorId;
+const nameOf = ({ contact, presence }) => (!contact?.identity && presence?.customerId) || visitorName(presence ?? contact, contact);

@@ -8,6 +8,14 @@ export function personName(contact) {
   return who ? [who.firstname, who.lastname].filter(Boolean).join(' ') || who.email || who.id || '' : '';
 }
 
+/** What somebody is called, known or not; `visitor` is a session, a presence or a contact. */
+export function visitorName(visitor, contact) {
+  return personName(contact) || personName({ identity: visitor.userTag }) || anonymousName(visitor.visitorId);
+}
+
+// Ids that a machine made are not for reading.
+const anonymousName = (id) => (/^[0-9a-f-]{16,}$/i.test(id) ? `Visitor ${id.replaceAll('-', '').slice(0, 4).toUpperCase()}` : id || 'Visitor');
+
 /** Shows how many messages the agent has not read. */
 export function showUnread(row, badge, contact) {
   const unread = contact?.unread ?? 0;

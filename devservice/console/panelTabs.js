@@ -20,6 +20,10 @@ export class PanelTabs {
     this.update(true);
   }
 
+  isShown(name) {
+    return name === this.#shown;
+  }
+
   choose(name) {
     this.#chosen = name;
     this.update(!byId('timeline-tab').hidden);

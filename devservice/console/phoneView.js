@@ -1,9 +1,10 @@
-import { byId, element } from './dom.js';
+import { byId, element, setText } from './dom.js';
+import { PictureAge } from './pictureAge.js';
 import { shareCode, visitorState } from './visitorState.js';
-import * as format from './format.js';
 
 const TAP_SHOWN_MS = 2600;
 const MOST_TAPS = 24;
+const OVER = ['ended', 'background'];
 
 /** The live picture in its phone, with the taps drawn on it. */
 export class PhoneView {
@@ -15,20 +16,29 @@ export class PhoneView {
   #decoding = false;
   #generation = 0;
   #hasPicture = false;
+  #at = null;
+  #number = 0;
+  #skipped = 0;
+  #age = new PictureAge();
 
   /** Forgets the picture, for another visitor. */
   clear() {
     this.#generation += 1;
     this.#next = null;
     this.#hasPicture = false;
+    this.#at = null;
+    this.#number = 0;
+    this.#skipped = 0;
     this.#canvas.width = 1;
     this.#canvas.height = 1;
     this.#taps.replaceChildren();
   }
 
   /** Shows a picture; while one is being decoded only the last of those that arrive is kept. */
-  async frame(jpeg) {
-    this.#next = jpeg;
+  async frame(picture) {
+    if (this.#number > 0) this.#skipped += Math.max(0, picture.number - this.#number - 1);
+    this.#number = picture.number;
+    this.#next = picture;
     if (this.#decoding) return;
     this.#decoding = true;
     while (this.#next) {
@@ -36,8 +46,8 @@ export class PhoneView {
       const generation = this.#generation;
       this.#next = null;
       try {
-        const bitmap = await createImageBitmap(current);
-        if (generation === this.#generation) this.#draw(bitmap);
+        const bitmap = await createImageBitmap(current.jpeg);
+        if (generation === this.#generation) this.#draw(bitmap, current.at);
         bitmap.close();
       } catch (error) {
         console.warn('A picture could not be decoded', error);
@@ -46,7 +56,7 @@ export class PhoneView {
     this.#decoding = false;
   }
 
-  #draw(bitmap) {
+  #draw(bitmap, at) {
     if (this.#canvas.width !== bitmap.width || this.#canvas.height !== bitmap.height) {
       this.#canvas.width = bitmap.width;
       this.#canvas.height = bitmap.height;
@@ -54,12 +64,18 @@ export class PhoneView {
     }
     this.#canvas.getContext('2d').drawImage(bitmap, 0, 0);
     this.#hasPicture = true;
-    this.#veil.hidden = this.#phone.dataset.state !== 'ended';
+    this.#at = at;
+    this.#veil.hidden = !OVER.includes(this.#phone.dataset.state);
   }
 
   /** The shown picture's size, null while there is none. */
   get picture() {
     return this.#hasPicture ? { width: this.#canvas.width, height: this.#canvas.height } : null;
+  }
+
+  /** How many pictures newer ones have overtaken on their way here. */
+  get skipped() {
+    return this.#skipped;
   }
 
   /** Marks a tap at a place given as fractions of the screen. */
@@ -79,10 +95,9 @@ export class PhoneView {
     this.#phone.dataset.state = state.key;
     const page = visitor.page ? `, page ${visitor.page}` : '';
     this.#canvas.setAttribute('aria-label', `Screen of visitor ${shareCode(visitor)}${page}, ${state.label}`);
-    const ended = state.key === 'ended';
-    this.#veil.hidden = this.#hasPicture && !ended;
-    this.#veil.textContent = ended
-      ? `Session ended at ${format.time(visitor.endedAt)}`
-      : 'Waiting for the first picture';
+    const over = OVER.includes(state.key);
+    this.#veil.hidden = this.#hasPicture && !over;
+    setText(this.#veil, over ? state.note : 'Waiting for the first picture');
+    this.#age.update(this.#at, state, now);
   }
 }

@@ -1,9 +1,12 @@
-import { personName } from './contacts.js';
+import { visitorName } from './contacts.js';
 import { byId, element, setText } from './dom.js';
+import { lineQuality, losses, roundTrip } from './lineQuality.js';
 import { shareCode, visitorState } from './visitorState.js';
 import * as format from './format.js';
 
 const FACTS = [
+  ['trip', 'Round trip', (v) => roundTrip(v)],
+  ['gap', 'Ping gap, longest', (v) => (v.line.pingGap === null ? '—' : `${format.age(v.line.pingGap)}, ${format.age(v.line.longestGap)}`)],
   ['ping', 'Ping age', (v, now) => (v.lastPingAt === null || v.state === 'ended' ? '—' : format.age(now - v.lastPingAt))],
   ['fps', 'Frames/s', (v) => (v.state === 'ended' ? '—' : v.framesPerSecond.toFixed(1))],
   ['rate', 'Bytes/s', (v) => (v.state === 'ended' ? '—' : format.bytes(v.bytesPerSecond))],
@@ -12,7 +15,9 @@ const FACTS = [
   ['pages', 'Pages', (v) => format.count(v.counters.pages)],
   ['taps', 'Taps', (v) => format.count(v.counters.taps)],
   ['bytes', 'Received', (v) => format.bytes(v.counters.bytes)],
+  ['losses', 'Losses', (v, now, skipped) => losses(v, skipped)],
   ['screen', 'Screen', (v) => screen(v)],
+  ['visitor', 'Visitor id', (v) => v.visitorId || '—'],
   ['session', 'Session', (v) => v.sessionId || '—'],
 ];
 
@@ -25,9 +30,7 @@ function screen(visitor) {
 }
 
 function identity(visitor, contact) {
-  const name = personName(contact) || personName({ identity: visitor.userTag });
-  const parts = [visitor.tenantId ? `Tenant ${visitor.tenantId}` : '', visitor.visitorId ? `Visitor ${visitor.visitorId}` : ''];
-  return [name, ...parts].filter(Boolean).join(' · ');
+  return [visitorName(visitor, contact), visitor.tenantId ? `Tenant ${visitor.tenantId}` : ''].filter(Boolean).join(' · ');
 }
 
 /** Share code, state, page and the figures of the selected visitor. */
@@ -44,7 +47,8 @@ export class SessionHead {
     }
   }
 
-  update(visitor, contact, now) {
+  /** `skipped`: how many of its pictures were overtaken on their way here. */
+  update(visitor, contact, now, skipped) {
     const state = visitorState(visitor, now);
     setText(byId('share-code'), shareCode(visitor));
     setText(byId('page'), visitor.page || 'No page yet');
@@ -52,8 +56,13 @@ export class SessionHead {
     const pill = byId('state-pill');
     pill.dataset.state = state.key;
     setText(pill, state.label);
+    pill.title = state.note;
+    const line = lineQuality(visitor, now);
+    byId('line').dataset.level = line.level;
+    setText(byId('line-label'), line.label);
+    byId('line').title = `Round trip ${roundTrip(visitor)}, ${visitor.framesPerSecond.toFixed(1)} pictures/s, losses: ${losses(visitor, skipped)}`;
+    byId('line').hidden = visitor.state !== 'live';
     byId('transport').hidden = visitor.transport !== 'websocket';
-    for (const [key, , value] of FACTS) setText(this.#values.get(key), value(visitor, now));
-    this.#values.get('session').title = visitor.sessionId;
+    for (const [key, , value] of FACTS) setText(this.#values.get(key), value(visitor, now, skipped));
   }
 }

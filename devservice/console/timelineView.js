@@ -9,7 +9,7 @@ const FILTERS = [
   ['pages', 'Pages', (kind) => ['page', 'init', 'connect', 'disconnect', 'end'].includes(kind)],
   ['taps', 'Taps', (kind) => kind === 'tap'],
   ['agent', 'Agent', (kind) => kind === 'agent'],
-  ['tags', 'Tags', (kind) => ['tag', 'userTag', 'activity'].includes(kind)],
+  ['tags', 'Tags', (kind) => ['tag', 'userTag', 'activity', 'consent'].includes(kind)],
   ['warnings', 'Warnings', (kind) => kind === 'warning'],
 ];
 
@@ -19,17 +19,22 @@ function userTag(detail) {
   return [name, ...rest, ...(detail.label ?? []).map((label) => `#${label}`)].filter(Boolean).join(' · ');
 }
 
+const ENDINGS = {
+  visitor: 'by the visitor', agent: 'by an agent', background: 'stream closed, for the background', silent: 'no word from the app for a minute', unopened: 'never began to stream',
+};
+
 // Kind to [title, text].
 const WORDING = {
   init: (e) => ['Session initialised', [e.text, e.detail.forced && 'forced'].filter(Boolean).join(' · ')],
   connect: (e) => ['Stream opened', [e.text, e.detail.transport === 'websocket' && 'WebSocket'].filter(Boolean).join(' · ')],
   disconnect: (e) => ['Connection closed', e.text],
-  end: () => ['Session ended', ''],
+  end: (e) => ['Session ended', ENDINGS[e.detail?.reason] ?? ''],
   page: (e) => ['Page', e.text],
   tap: (e) => ['Tap', `${Math.round(e.detail.x)}, ${Math.round(e.detail.y)} px`],
   tag: (e) => ['Tag', e.text],
   userTag: (e) => ['Visitor identified', userTag(e.detail)],
   picture: (e) => ['Picture', `${e.text} px`],
+  consent: (e) => ['Consent', e.text],
   activity: (e) => ['Activity', e.text],
   agent: (e) => ['Agent', describe(e.text)],
   warning: (e) => ['Warning', e.text],

@@ -1,16 +1,17 @@
-import { personName, showUnread } from './contacts.js';
+import { showUnread, visitorName } from './contacts.js';
 import { byId, element, setText } from './dom.js';
 import { shareCode, visitorState } from './visitorState.js';
 
 /** The visitors by share code; live ones first, ended ones last, the latest first among equals. */
 export class VisitorList {
   #list = byId('visitor-list');
+  #ended = byId('ended-list');
   #items = new Map();
   #onSelect;
 
   constructor(onSelect) {
     this.#onSelect = onSelect;
-    this.#list.addEventListener('keydown', (event) => this.#moveFocus(event));
+    for (const each of [this.#list, this.#ended]) each.addEventListener('keydown', (event) => this.#moveFocus(event));
   }
 
   show(visitors, selected, now, contacts) {
@@ -22,12 +23,19 @@ export class VisitorList {
         this.#items.delete(id);
       }
     }
-    ordered.forEach((visitor, index) => {
-      const item = this.#items.get(visitor.id) ?? this.#add(visitor.id);
-      this.#update(item, visitor, visitor.id === selected, now, contacts.of(visitor));
-      if (this.#list.children[index] !== item.row) this.#list.insertBefore(item.row, this.#list.children[index] ?? null);
-    });
-    setText(byId('visitor-count'), String(ordered.length));
+    const isOver = (visitor) => visitor.id !== selected && visitorState(visitor, now).key === 'ended';
+    const here = ordered.filter((visitor) => !isOver(visitor));
+    const ended = ordered.filter(isOver);
+    for (const [place, group] of [[this.#list, here], [this.#ended, ended]]) {
+      group.forEach((visitor, index) => {
+        const item = this.#items.get(visitor.id) ?? this.#add(visitor.id);
+        this.#update(item, visitor, visitor.id === selected, now, contacts.of(visitor));
+        if (place.children[index] !== item.row) place.insertBefore(item.row, place.children[index] ?? null);
+      });
+    }
+    setText(byId('visitor-count'), String(here.length));
+    setText(byId('ended-count'), String(ended.length));
+    byId('ended').hidden = ended.length === 0;
     byId('visitor-hint').hidden = ordered.length > 0;
   }
 
@@ -55,7 +63,7 @@ export class VisitorList {
     setText(item.pill, state.label);
     setText(item.code, shareCode(visitor));
     setText(item.page, visitor.page || 'No page yet');
-    setText(item.tenant, [personName(contact), visitor.tenantId || 'No tenant'].filter(Boolean).join(' · '));
+    setText(item.tenant, `${visitorName(visitor, contact)} · ${visitor.tenantId || 'No tenant'}`);
     showUnread(item.row, item.badge, contact);
     if (selected === item.button.hasAttribute('aria-current')) return;
     item.button.toggleAttribute('aria-current', selected);
@@ -67,7 +75,7 @@ export class VisitorList {
   #moveFocus(event) {
     const step = { ArrowDown: 1, ArrowRight: 1, ArrowUp: -1, ArrowLeft: -1 }[event.key];
     if (!step) return;
-    const buttons = [...this.#list.querySelectorAll('button')];
+    const buttons = [...document.querySelectorAll('.visitor')];
     const next = buttons[buttons.indexOf(document.activeElement) + step];
     if (!next) return;
     event.preventDefault();

@@ -86,8 +86,43 @@ test('a visitor is followed live', async () => {
   assert.deepEqual(await visitor.send(event.ping(4000)), [{ co: { b: true } }]);
 
   await visitor.stop();
-  await page.getByText(/Session ended at/).waitFor();
-  assert.equal(await page.getByRole('button', { name: 'Force start' }).isDisabled(), true);
+  await page.getByText(/Session ended at .* by the visitor/).waitFor();
+  await page.getByRole('button', { name: 'Faster polling' }).click({ force: true });
+  await page.getByText('Faster polling: the session is over').waitFor();
+});
+
+test('the console tells the truth about the line', async () => {
+  const { visitor } = await watched('47001');
+  await page.locator('#picture-age').getByText(/^[12] s old, unchanged$/).waitFor();
+  await page.getByRole('button', { name: 'Ask for consent' }).click();
+  await page.getByRole('button', { name: 'Ask for consent', disabled: true }).waitFor();
+  await visitor.report('cd');
+  await page.locator('.notice').getByText(/^Visitor [0-9A-F]{4} declined$/).waitFor();
+  assert.match(await page.locator('#consent').getAttribute('title'), /^declined; .* in \d+/);
+  for (let second = 0; second < 3; second += 1) {
+    await visitor.send(event.ping(second * 1000));
+    await new Promise((resolve) => { setTimeout(resolve, 300); });
+  }
+  await page.locator('.line[data-level="3"]').waitFor();
+  await page.locator('#picture-age').getByText(/No word from the app for \d/).waitFor();
+  await page.locator('#state-pill').getByText('Silent').waitFor();
+
+  await visitor.send(event.screenshot(4000, await picture('rgb(10, 10, 10)')));
+  await page.locator('#state-pill').getByText('Live').waitFor();
+  await visitor.leave();
+  await page.locator('#veil').getByText(/^In the background since/).waitFor();
+  await page.getByRole('button', { name: /11111|48213/ }).first().waitFor({ state: 'hidden' });
+});
+
+test('what happens elsewhere is told', async () => {
+  await watched('47002');
+  const other = new FakeVisitor(url, { shareId: '47003', page: 'HelpPage' });
+  await other.start();
+  const notice = page.locator('.notice').filter({ hasText: 'New visitor' });
+  await notice.getByText('HelpPage').click();
+  await page.locator('#share-code').getByText('47003').waitFor();
+  await notice.waitFor({ state: 'detached' });
+  await other.stop();
 });
 
 test('choosing another visitor shows that one only', async () => {
@@ -111,8 +146,8 @@ test('a visitor who comes back under new ids is followed', async () => {
   await away.start();
   await away.send(event.screenshot(0, await picture('rgb(200, 40, 40)')));
   await page.getByRole('button', { name: /55555/ }).click();
-  await away.stop();
-  await page.getByText(/Session ended at/).waitFor();
+  await away.leave();
+  await page.getByText(/In the background since/).waitFor();
   const back = Object.assign(new FakeVisitor(url, { shareId: '55555' }), { visitorId: away.visitorId });
   await back.start();
   await back.send(event.screenshot(0, await picture('rgb(240, 180, 20)')));

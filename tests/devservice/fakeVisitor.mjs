@@ -94,7 +94,19 @@ export class FakeVisitor {
     return this.request(`${this.service}api/in/co?${query}`, { method: 'POST', body });
   }
 
-  stop() {
+  /** An entry in the visitor's activity log: "ca" accepted, "cd" declined, "ce" stopped. */
+  report(type) {
+    const body = JSON.stringify({ c: 'c', t: type, m: { tId: this.tenant, vId: this.visitorId, sId: this.sessionId } });
+    return this.request(`${this.service}api/in/io/l`, { method: 'POST', body });
+  }
+
+  /** Goes to the background. */
+  leave() {
     return this.request(this.streamUrl, { method: 'DELETE' });
+  }
+
+  async stop() {
+    await this.leave();
+    await this.report('ce');
   }
 }
