@@ -31,6 +31,12 @@ void tellPlace(const QQuickWindow& window, const QString& objectName) {
             .arg(place.height()));
 }
 
+void tellText(const QQuickWindow& window, const QString& objectName) {
+    const auto* item = findVisibleItem(window, objectName);
+    if (!item) return say(objectName + QStringLiteral(" is not there"));
+    say(QStringLiteral("%1 reads %2").arg(objectName, item->property("text").toString()));
+}
+
 void tap(QQuickWindow& window, const QString& objectName) {
     const auto* item = findVisibleItem(window, objectName);
     if (!item) return say(objectName + QStringLiteral(" is not there"));
@@ -107,6 +113,7 @@ QHash<QByteArray, Control::Command> controlCommands(QQuickWindow& window, StallM
              window.requestActivate();
          }},
         {"where", [&window](auto& objectName) { tellPlace(window, objectName); }},
+        {"read", [&window](auto& objectName) { tellText(window, objectName); }},
         {"tap", [&window](auto& objectName) { tap(window, objectName); }},
         {"tapAt", [&window](auto& place) { tapAt(window, place.toUtf8()); }},
         {"type", [&window](auto& text) { type(window, text); }},

@@ -26,7 +26,6 @@ FocusScope {
     }
 
     TransactionList {
-        id: list
         objectName: "accountTransactions"
         anchors.fill: parent
         anchors.topMargin: bar.height
@@ -43,7 +42,12 @@ FocusScope {
         }
 
         header: Item {
-            width: list.width
+            id: head
+
+            // Qt 6.4 cannot bind the header of a list to this file.
+            readonly property Account details: page.details // qmllint disable unqualified
+
+            width: ListView.view.width
             implicitHeight: top.implicitHeight + 8
 
             ColumnLayout {
@@ -62,7 +66,7 @@ FocusScope {
                 PrivateText {
                     Layout.topMargin: 4
                     Layout.alignment: Qt.AlignHCenter
-                    text: Ledger.money(page.details.balance)
+                    text: Ledger.money(head.details.balance)
                     viewTag: Privacy.accountBalance
                     font.pixelSize: 40
                     font.weight: Font.Bold
@@ -83,12 +87,12 @@ FocusScope {
                         DetailRow {
                             Layout.fillWidth: true
                             label: qsTr("Type")
-                            value: page.details.kind
+                            value: head.details.kind
                         }
                         DetailRow {
                             Layout.fillWidth: true
                             label: qsTr("IBAN")
-                            value: page.details.iban
+                            value: head.details.iban
                             isPrivate: true
                             viewTag: Privacy.accountIban
                         }
@@ -116,8 +120,8 @@ FocusScope {
         delegate: TransactionRow {
             required property var modelData
 
-            x: Theme.columnX(list.width) - 16
-            width: Theme.columnWidth(list.width) + 32
+            x: Theme.columnX(ListView.view.width) - 16
+            width: Theme.columnWidth(ListView.view.width) + 32
             title: modelData.payee
             detail: Ledger.dayName(modelData.daysAgo) + " · " + modelData.note
             iconName: modelData.icon

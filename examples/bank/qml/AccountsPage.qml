@@ -10,13 +10,7 @@ FocusScope {
     signal cardsWanted
     signal sharingWanted
 
-    readonly property string greeting: {
-        const hour = new Date().getHours();
-        return hour < 12 ? qsTr("Good morning") : hour < 18 ? qsTr("Good afternoon") : qsTr("Good evening");
-    }
-
     TransactionList {
-        id: list
         objectName: "accountsList"
         anchors.fill: parent
         anchors.bottomMargin: Theme.tabBarHeight
@@ -27,7 +21,7 @@ FocusScope {
         section.delegate: Text {
             required property string section
 
-            x: Theme.columnX(list.width)
+            x: Theme.columnX(ListView.view.width)
             height: 42
             verticalAlignment: Text.AlignBottom
             bottomPadding: 6
@@ -38,7 +32,14 @@ FocusScope {
         }
 
         header: Item {
-            width: list.width
+            id: head
+
+            readonly property string greeting: {
+                const hour = new Date().getHours();
+                return hour < 12 ? qsTr("Good morning") : hour < 18 ? qsTr("Good afternoon") : qsTr("Good evening");
+            }
+
+            width: ListView.view.width
             implicitHeight: top.implicitHeight + Theme.safeTop
 
             ColumnLayout {
@@ -49,7 +50,7 @@ FocusScope {
                 spacing: 0
 
                 Text {
-                    text: page.greeting
+                    text: head.greeting
                     color: Theme.inkSoft
                     font.pixelSize: Theme.label
                 }
@@ -169,10 +170,11 @@ FocusScope {
                                 required property int index
 
                                 objectName: "accountRow" + index
-                                width: rows.width
+                                width: parent.width
                                 account: Ledger.accounts[index]
                                 separated: index > 0
-                                onClicked: page.accountOpened(index)
+                                // Qt 6.4 cannot bind the header of a list to this file.
+                                onClicked: page.accountOpened(index) // qmllint disable unqualified
                             }
                         }
                     }
@@ -195,8 +197,8 @@ FocusScope {
 
             required property var model
 
-            x: Theme.columnX(list.width) - 16
-            width: Theme.columnWidth(list.width) + 32
+            x: Theme.columnX(ListView.view.width) - 16
+            width: Theme.columnWidth(ListView.view.width) + 32
             height: 64
             title: model.payee
             detail: model.note

@@ -12,6 +12,7 @@ AbstractButton {
     // Degrees of the turn; from 90 on the back is seen.
     property real angle: turned ? 180 : 0
     readonly property bool showsBack: angle > 90
+    readonly property real corner: 20
 
     implicitHeight: Math.round(width * 0.6)
     focusPolicy: Qt.StrongFocus
@@ -31,10 +32,6 @@ AbstractButton {
     }
 
     background: Shape {
-        id: plastic
-
-        readonly property real corner: 20
-
         layer.enabled: true
         layer.samples: 4
         layer.smooth: true
@@ -42,26 +39,26 @@ AbstractButton {
         ShapePath {
             strokeWidth: card.visualFocus ? 3 : 0
             strokeColor: card.visualFocus ? Theme.ink : "transparent"
-            startX: plastic.corner
+            startX: card.corner
             startY: 0
 
             fillGradient: LinearGradient {
                 x1: 0
                 y1: 0
-                x2: plastic.width
-                y2: plastic.height
+                x2: card.width
+                y2: card.height
                 GradientStop { position: 0; color: card.frozen ? Theme.frozenLight : Theme.cardLight }
                 GradientStop { position: 1; color: card.frozen ? Theme.frozenDark : Theme.cardDark }
             }
 
-            PathLine { x: plastic.width - plastic.corner; y: 0 }
-            PathArc { x: plastic.width; y: plastic.corner; radiusX: plastic.corner; radiusY: plastic.corner }
-            PathLine { x: plastic.width; y: plastic.height - plastic.corner }
-            PathArc { x: plastic.width - plastic.corner; y: plastic.height; radiusX: plastic.corner; radiusY: plastic.corner }
-            PathLine { x: plastic.corner; y: plastic.height }
-            PathArc { x: 0; y: plastic.height - plastic.corner; radiusX: plastic.corner; radiusY: plastic.corner }
-            PathLine { x: 0; y: plastic.corner }
-            PathArc { x: plastic.corner; y: 0; radiusX: plastic.corner; radiusY: plastic.corner }
+            PathLine { x: card.width - card.corner; y: 0 }
+            PathArc { x: card.width; y: card.corner; radiusX: card.corner; radiusY: card.corner }
+            PathLine { x: card.width; y: card.height - card.corner }
+            PathArc { x: card.width - card.corner; y: card.height; radiusX: card.corner; radiusY: card.corner }
+            PathLine { x: card.corner; y: card.height }
+            PathArc { x: 0; y: card.height - card.corner; radiusX: card.corner; radiusY: card.corner }
+            PathLine { x: 0; y: card.corner }
+            PathArc { x: card.corner; y: 0; radiusX: card.corner; radiusY: card.corner }
         }
     }
 

@@ -94,12 +94,11 @@ Dialog {
         Rectangle {
             Layout.fillWidth: true
             Layout.topMargin: 20
-            implicitHeight: facts.implicitHeight + 32
+            implicitHeight: children[0].implicitHeight + 32
             radius: Theme.radius
             color: Theme.background
 
             ColumnLayout {
-                id: facts
                 x: 16
                 y: 16
                 width: parent.width - 32

@@ -25,14 +25,11 @@ RowLayout {
         font.pixelSize: Theme.label
         font.weight: Font.Medium
     }
-    Loader {
-        active: row.isPrivate
-        visible: active
-        sourceComponent: PrivateText {
-            text: row.value
-            viewTag: row.viewTag
-            font.pixelSize: Theme.label
-            font.weight: Font.Medium
-        }
+    PrivateText {
+        visible: row.isPrivate
+        text: row.isPrivate ? row.value : ""
+        viewTag: row.viewTag
+        font.pixelSize: Theme.label
+        font.weight: Font.Medium
     }
 }

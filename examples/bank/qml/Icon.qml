@@ -46,8 +46,8 @@ Item {
     implicitWidth: size
     implicitHeight: size
     // A shape alone is drawn outside its clip by the software backend.
-    // The software backend draws smooth lines by itself, and layers only where a point is one pixel.
-    layer.enabled: GraphicsInfo.api !== GraphicsInfo.Software
+    // That one draws layers only where a point is one pixel.
+    layer.enabled: GraphicsInfo.api !== GraphicsInfo.Software || Screen.devicePixelRatio === 1
     layer.samples: 4
 
     Shape {

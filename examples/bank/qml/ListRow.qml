@@ -41,7 +41,8 @@ ItemDelegate {
         }
     }
 
-    contentItem: RowLayout {
+    // Made at once, for the alias needs the id of what is in it.
+    contentItem: RowLayout { // qmllint disable deferred-property-id
         spacing: 14
 
         Rectangle {

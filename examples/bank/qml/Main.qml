@@ -116,7 +116,7 @@ ApplicationWindow {
             onSignedIn: asCustomer => {
                 if (asCustomer)
                     shareSession.identify();
-                stack.replace(mainTabs);
+                stack.replace(mainTabs, { session: shareSession });
             }
         }
     }
@@ -126,13 +126,13 @@ ApplicationWindow {
 
         MainTabs {
             id: tabs
-            session: shareSession
             onAccountOpened: account => stack.push(accountPage, { account: account })
             onTransferSent: (recipient, amount) => {
                 shareSession.note("transfer sent");
                 stack.push(transferDonePage, { recipient: recipient, amount: amount });
             }
-            onSignedOut: signOut()
+            // Qt 6.4 cannot bind a page of a stack to this file.
+            onSignedOut: window.signOut() // qmllint disable unqualified
         }
     }
 
@@ -140,7 +140,7 @@ ApplicationWindow {
         id: accountPage
 
         AccountPage {
-            onBack: stack.pop()
+            onBack: StackView.view.pop()
         }
     }
 
@@ -148,7 +148,7 @@ ApplicationWindow {
         id: transferDonePage
 
         TransferDonePage {
-            onDone: stack.pop()
+            onDone: StackView.view.pop()
         }
     }
 }

@@ -8,6 +8,7 @@ Surface {
     required property ShareSession session
 
     readonly property string explanation: session.failed ? qsTr("We cannot reach our advisers right now. Check your connection and try again.")
+        : session.connecting ? qsTr("Calling our advisers. Nothing is shared yet.")
         : session.active ? qsTr("Read this code to your adviser. Private details stay hidden.")
         : qsTr("Let an adviser see this app while you talk. Balances, passwords and card numbers stay hidden.")
 
@@ -51,7 +52,7 @@ Surface {
             id: digits
             objectName: "shareCode"
             Layout.alignment: Qt.AlignHCenter
-            visible: card.session.active
+            visible: card.session.active && !card.session.connecting
             spacing: 8
             Accessible.role: Accessible.StaticText
             Accessible.name: qsTr("Share code %1").arg(card.session.code.split("").join(" "))

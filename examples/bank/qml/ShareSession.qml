@@ -7,6 +7,7 @@ QtObject {
     id: session
 
     readonly property bool active: Merovanta.panoptra.running
+    readonly property bool connecting: Merovanta.panoptra.state === "starting"
     readonly property string code: Merovanta.panoptra.shareId
     readonly property bool failed: Merovanta.panoptra.state === "ended" && Merovanta.panoptra.endReason === "failure"
     readonly property string words: {
@@ -21,6 +22,9 @@ QtObject {
     property bool known: false
 
     function start(): void {
+        // A session that could not go on after the background counts as started until it is stopped.
+        if (failed && Merovanta.panoptra.transport)
+            stop();
         Merovanta.panoptra.start();
     }
 

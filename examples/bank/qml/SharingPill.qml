@@ -5,6 +5,7 @@ Rectangle {
     id: pill
 
     required property ShareSession session
+    property alias text: words.text
 
     objectName: "sharingPill"
     visible: session.active
