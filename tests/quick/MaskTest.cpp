@@ -240,6 +240,70 @@ TEST(MaskedClasses, AreKnownUnderNamesThatAreRegisteredLater) {
     EXPECT_TRUE(covers());
 }
 
+TEST(MaskedParticles, AreCoveredWhereverTheyFly) {
+    if (QGuiApplication::platformName() != u"xcb") GTEST_SKIP() << "the software renderer paints none";
+    Scene scene(R"(import QtQuick.Particles
+    ApplicationWindow {
+        color: "white"
+        Item {
+            width: 300; height: 200; clip: true
+            ParticleSystem {
+                id: system
+                Emitter { x: 20; y: 20; width: 200; height: 100; emitRate: 200; size: 30; lifeSpan: 60000 }
+                ImageParticle { Merovanta.tag: 7; source: "qrc:///particleresources/glowdot.png"
+                    color: "magenta"; colorVariation: 0; alpha: 1 }
+            }
+        }
+    })");
+    QTest::qWait(200);
+    const Sight sight = look(scene);
+    EXPECT_GT(sight.before, 100);
+    EXPECT_EQ(sight.after, 0);
+    EXPECT_NEAR(sight.black, 0.5, 0.05) << "up to the clip";
+    EXPECT_GT(look(scene, judgeOf({})).after, 100) << "unless nothing is named";
+}
+
+TEST(MaskedGrabs, AreCoveredWhileAnythingIsNamed) {
+    Scene scene(R"(ApplicationWindow {
+        id: host; color: "white"
+        property int shown
+        SecretField { id: secret; objectName: "secret"; y: 10 }
+        Image { id: copy; x: 20; y: 90; Drag.active: held.active; Drag.dragType: Drag.Internal
+            DragHandler { id: held } onStatusChanged: if (status == Image.Ready) ++host.shown }
+        BorderImage { x: 20; y: 200; width: 200; height: 50; source: copy.source
+            onStatusChanged: if (status == BorderImage.Ready) ++host.shown }
+        Component.onCompleted: secret.grabToImage(grab => {
+            copy.source = grab.url; copy.Drag.imageSource = grab.url; secret.visible = false })
+    })");
+    ASSERT_TRUE(eventually([&] { return scene.window().property("shown") == 2; }));
+    EXPECT_EQ(look(scene).after, 0);
+    EXPECT_GT(look(scene, judgeOf({})).after, 100) << "nothing is named";
+    QTest::mousePress(&scene.window(), Qt::LeftButton, {}, {30, 100});
+    for (int step = 1; step < 12; ++step) {
+        QTest::mouseMove(&scene.window(), {30 + 10 * step, 100});
+        const Sight sight = look(scene, judgeOf({{}, {"NoSuchClass"}}));
+        EXPECT_GT(sight.before, 100);
+        EXPECT_EQ(sight.after, 0) << "dragged, step " << step;
+    }
+    QTest::mouseRelease(&scene.window(), Qt::LeftButton, {}, {150, 100});
+}
+
+TEST(MaskedItems, FollowMarksThatChangeWithEachFrame) {
+    Scene scene(R"(ApplicationWindow {
+        color: "white"
+        Item {
+            id: outer
+            property int frame
+            NumberAnimation on frame { from: 0; to: 1000; duration: 5000; loops: Animation.Infinite }
+            Merovanta.masked: frame % 2 == 0
+            Rectangle { x: 50; y: 50; width: 90; height: 90; color: "magenta"; Merovanta.masked: outer.frame % 2 != 0 || undefined }
+        }
+    })");
+    const auto tally = film(scene, 40, {}, {});
+    EXPECT_EQ(tally.leaked, 0);
+    EXPECT_EQ(tally.masked, 40);
+}
+
 TEST(MaskedItems, SurviveWhatIsNoPlaceAndWhatDies) {
     Scene scene(R"(ApplicationWindow {
         color: "white"

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "General/Panoptra/Monitoring/MaskedFrame.h"
-#include "General/Panoptra/Network/Message/MessageSender.h"
 #include "support/Picture.h"
 
 namespace merovanta::test {
@@ -48,28 +47,8 @@ bool isSentinel(std::uint32_t word) {
     return color.red > color.green + 60 && color.blue > color.green + 60;
 }
 
-/// The service's end.
-class Photographer::Recipient final : public MessageSender {
- public:
-    Recipient() : MessageSender(nullptr, nullptr, nullptr) {}
-
-    void connect(const std::string& /*url*/, std::function<void()> /*successCallback*/,
-                 std::function<void()> /*errorCallback*/) override {}
-    void reconnect() override {}
-    bool reconnectsByItself() const override { return false; }
-    bool reportsConnection() const override { return false; }
-    const char* typeName() const override { return "Recipient"; }
-    void send(ProtoMessage message, const Callback& callback) override {
-        for (const auto& event : message.screenshotevent())
-            jpeg = event.image();
-        if (callback) callback(std::nullopt);
-    }
-
-    std::optional<std::string> jpeg;
-};
-
 Photographer::Photographer(SpyPlatform& platform, const IOSConfig& lists)
-    : mPlatform(platform), mRecipient(std::make_shared<Recipient>()) {
+    : mPlatform(platform), mRecipient(std::make_shared<testing::Recipient>()) {
     mConfig->config.panoptraConfig.emplace().iosConfig = lists;
     platform.capture.onFrame = [this](const auto& frame) { look(frame); };
     mMonitor->start(mRecipient, [](const std::optional<StringError>&) {});

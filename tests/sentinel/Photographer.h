@@ -7,6 +7,7 @@
 
 #include "General/Panoptra/Monitoring/ViewMonitor.h"
 #include "SpyPlatform.h"
+#include "support/Recipient.h"
 
 namespace merovanta::test {
 
@@ -38,14 +39,12 @@ class Photographer {
     [[nodiscard]] const PixelBuffer& picture() const { return mPicture; }
 
  private:
-    class Recipient;
-
     void look(const std::optional<CapturedFrame>& frame);
 
     SpyPlatform& mPlatform;
     std::shared_ptr<ApplicationConfigWrapper> mConfig = std::make_shared<ApplicationConfigWrapper>();
     std::shared_ptr<ViewMonitor> mMonitor = std::make_shared<ViewMonitor>(mConfig);
-    std::shared_ptr<Recipient> mRecipient;
+    std::shared_ptr<testing::Recipient> mRecipient;
     bool mIsSeen = false;
     std::optional<Exposure> mExposure;
     PixelBuffer mPicture;

@@ -21,15 +21,17 @@ bool isInside(const QQuickItem& item, QPointF place) {
     return item.boundingRect().adjusted(-0.5, -0.5, 0.5, 0.5).contains(place);
 }
 
-bool isKeptIn(const QQuickItem& item, QPointF scene) {
+/// Whether the place is in an item that keeps its taps, or in one of those in it: also where these reach out of it.
+bool isKeptIn(const QQuickItem& item, QPointF scene, bool isAroundKept) {
     if (!item.isVisible()) return false;
-    const QPointF place = item.mapFromScene(scene);
-    const bool isHere = isInside(item, place);
-    if (isHere && (isKept(&item) || isKept(popupShownBy(item)))) return true;
+    const bool isHere = isInside(item, item.mapFromScene(scene));
+    const bool keeps = isAroundKept || isKept(&item) || isKept(popupShownBy(item));
+    if (isHere && keeps) return true;
     if (item.clip() && !isHere) return false;
     const auto children = item.childItems();
-    return std::any_of(children.begin(), children.end(),
-                       [scene](const QQuickItem* child) { return isKeptIn(*child, scene); });
+    return std::any_of(children.begin(), children.end(), [&](const QQuickItem* child) {
+        return isKeptIn(*child, scene, keeps);
+    });
 }
 
 }  // namespace
@@ -37,10 +39,10 @@ bool isKeptIn(const QQuickItem& item, QPointF scene) {
 bool areTapsPrivateAt(const QQuickWindow& window, QPointF scene) {
     if (!MerovantaQuick::areAnyTapsPrivate()) return false;
     if (isKept(&window)) return true;
-    if (topmostModalPopup(window) == nullptr) return isKeptIn(*window.contentItem(), scene);
+    if (topmostModalPopup(window) == nullptr) return isKeptIn(*window.contentItem(), scene, false);
     const auto layers = window.contentItem()->childItems();
     return std::any_of(layers.begin(), layers.end(), [scene](const QQuickItem* layer) {
-        return layer->inherits("QQuickOverlay") && isKeptIn(*layer, scene);
+        return layer->inherits("QQuickOverlay") && isKeptIn(*layer, scene, false);
     });
 }
 

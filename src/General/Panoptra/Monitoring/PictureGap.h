@@ -11,14 +11,18 @@ class PictureGap {
  public:
     using Time = std::chrono::milliseconds;
 
+    /// A picture is wanted, to be told at each tick for as long as there is none. Logs it once if that goes on
+    /// for more than three seconds.
+    void wanted(Time now);
+
     /// Whether it is time for another try, to be asked once a tick: each picture that fails lets more ticks
     /// pass before the next, up to three seconds.
     [[nodiscard]] bool isDue();
 
-    /// A try has failed. Logs it once if there has been none but such tries for more than three seconds.
-    void dropped(Time now);
+    /// A try has failed.
+    void dropped();
 
-    /// There is a picture again.
+    /// There is a picture, or none is wanted any more.
     void ended();
 
     /// Forgets everything.

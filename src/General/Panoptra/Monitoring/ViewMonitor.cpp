@@ -203,12 +203,15 @@ void ViewMonitor::takeScreenshot() {
         Log::warning("Root view is null");
         return;
     }
-    if (mIsCapturing) return;
+    const auto now = platform::current().clock().sinceEpoch();
+    if (mIsCapturing) return mPictureGap.wanted(now);
     // Resolved at the moment of use: it is itself built from the session, which owns this.
     const auto coBrowsing = Injection::resolve<CoBrowsing>();
-    if (coBrowsing && !coBrowsing->keepWidgetOn(*root)) return;
+    if (coBrowsing && !coBrowsing->keepWidgetOn(*root)) return mPictureGap.wanted(now);
     PictureKey key = pictureKey(*root);
-    if (mLastKey != key && mPictureGap.isDue()) capture(root, std::move(key));
+    if (mLastKey == key) return mPictureGap.ended();
+    mPictureGap.wanted(now);
+    if (mPictureGap.isDue()) capture(root, std::move(key));
 }
 
 ViewMonitor::PictureKey ViewMonitor::pictureKey(const View& root) {
@@ -249,11 +252,10 @@ void ViewMonitor::frameCaptured(unsigned run, PictureKey key, std::optional<Capt
         return;
     }
     if (!frame) {
-        mPictureGap.dropped(platform::current().clock().sinceEpoch());
+        mPictureGap.dropped();
         discardPicture();
         return;
     }
-    mPictureGap.ended();
     key.paintSerial = frame->paintSerial;
     auto job = std::make_shared<PictureJob>(PictureJob{.run = run,
                                                        .key = std::move(key),
@@ -277,6 +279,7 @@ void ViewMonitor::pictureEncoded(PictureJob& job) {
         return;
     }
     mIsCapturing = false;
+    mPictureGap.ended();
     mLastKey = std::move(job.key);
     if (job.picture && job.picture != lastScreenshot) sendScreenshot(std::move(*job.picture));
 }
