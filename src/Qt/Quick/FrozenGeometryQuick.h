@@ -2,6 +2,7 @@
 
 #include <QtCore/QRectF>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -32,11 +33,12 @@ class FrozenGeometryQuick {
 
     /// Adds what a private item of this number takes up, in its own coordinates; hidden if it is in something
     /// that lets nothing through.
-    void addArea(std::size_t item, const std::optional<QRectF>& area, const MaskReason& reason,
-                 bool isHidden);
+    void addArea(std::size_t item, const std::optional<QRectF>& area, bool isHidden) {
+        mAreas.push_back({area, item, isHidden});
+    }
 
     /// Adds a node that lets nothing through.
-    void addTransparent(const QSGOpacityNode& node);
+    void addTransparent(const QSGOpacityNode& node) { mTransparent.push_back(&node); }
 
     // Call these before the next synchronisation, on the thread that renders:
 
@@ -51,31 +53,44 @@ class FrozenGeometryQuick {
     [[nodiscard]] std::vector<MaskArea> areasInScene() const;
 
  private:
+    static constexpr std::uint32_t none = UINT32_MAX;
+
+    /// Small: there may be thousands of them in each picture.
     struct Step {
-        SightStepQuick step;
-        std::optional<std::size_t> parent;
-        /// The item's bounds.
-        QRectF bounds;
         /// Null for what has not been painted.
         const QSGTransformNode* node = nullptr;
-        /// The one that stands in for a layered item.
-        const QSGTransformNode* standIn = nullptr;
+        std::uint32_t parent = none;
+        /// In the list of details; most items have none, but are only shifted.
+        std::uint32_t details = none;
+        float x = 0;
+        float y = 0;
+        bool isOnPlane = false;
         bool hasMoved = false;
     };
 
+    struct Details {
+        SightStepQuick step;
+        /// The item's bounds.
+        QRectF bounds;
+        /// The node that stands in for a layered item.
+        const QSGTransformNode* standIn = nullptr;
+    };
+
     struct Area {
-        std::size_t step = 0;
         std::optional<QRectF> area;
-        MaskReason reason;
+        std::size_t step = 0;
         bool isHidden = false;
     };
 
+    [[nodiscard]] SightStepQuick stepOf(const Step& step) const;
+    [[nodiscard]] bool hasMoved(const Step& step) const;
     [[nodiscard]] std::vector<SightQuick> sightsInScene() const;
     /// As if all of the outermost layer in which it moves were private.
     [[nodiscard]] Area widened(Area area) const;
 
     SightQuick mWindow;
     std::vector<Step> mSteps;
+    std::vector<Details> mDetails;
     std::vector<Area> mAreas;
     std::vector<const QSGOpacityNode*> mTransparent;
     bool mHasMoved = false;

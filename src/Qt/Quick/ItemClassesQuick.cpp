@@ -24,6 +24,11 @@ bool isAny(std::string_view name, Names... names) {
     return ((name == names) || ...);
 }
 
+template <typename Text>
+QFont fontOf(const QQuickItem& text) {
+    return static_cast<const Text&>(text).font();
+}
+
 /// What this very class adds to what its base is. The classes of other modules are known by name: those may
 /// well not be there.
 void specialize(ItemClassQuick& facts, const QMetaObject& type) {
@@ -34,13 +39,14 @@ void specialize(ItemClassQuick& facts, const QMetaObject& type) {
         facts.content = ViewContent::plain;
     } else if (&type == &QQuickText::staticMetaObject) {
         facts.content = ViewContent::text;
-        facts.isText = true;
+        facts.fontOf = fontOf<QQuickText>;
     } else if (&type == &QQuickTextEdit::staticMetaObject) {
         facts.content = ViewContent::textInput;
-        facts.isText = true;
+        facts.fontOf = fontOf<QQuickTextEdit>;
     } else if (&type == &QQuickTextInput::staticMetaObject) {
         facts.content = ViewContent::textInput;
-        facts.isText = facts.isTextInput = true;
+        facts.isTextInput = true;
+        facts.fontOf = fontOf<QQuickTextInput>;
     } else if (&type == &QQuickImageBase::staticMetaObject) {
         facts.content = ViewContent::picture;
         facts.isImage = true;

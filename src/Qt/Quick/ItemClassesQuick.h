@@ -2,11 +2,14 @@
 
 #include <QtCore/QHash>
 #include <QtCore/QMetaObject>
+#include <QtGui/QFont>
 #include <cstddef>
 #include <deque>
 #include <vector>
 
 #include "Platform/MaskJudge.h"
+
+class QQuickItem;
 
 namespace merovanta::quick {
 
@@ -16,7 +19,6 @@ struct ItemClassQuick {
     /// The judge's entries that name the class or one that it derives from, each once.
     std::vector<std::size_t> entries;
     bool isTextInput = false;
-    bool isText = false;
     bool isImage = false;
     bool isCanvas = false;
     bool isPopupItem = false;
@@ -24,6 +26,8 @@ struct ItemClassQuick {
     bool isShaderEffect = false;
     /// Whether it may paint anywhere, whatever its size.
     bool paintsAnywhere = false;
+    /// Of texts; null for everything else.
+    QFont (*fontOf)(const QQuickItem& text) = nullptr;
 };
 
 /// The classes of the items met in one walk. QML's own classes die and others take their addresses, so this

@@ -45,6 +45,21 @@ bool isInEffect(const QQuickItem& item) {
     return extra.isAllocated() && extra->effectRefCount > 0;
 }
 
+bool hasLayerEffect(const QQuickItem& item) {
+    const auto& extra = QQuickItemPrivate::get(&item)->extra;
+    return extra.isAllocated() && extra->layer != nullptr && extra->layer->enabled() &&
+           extra->layer->effect() != nullptr;
+}
+
+/// Has the processor fetch what the walk is about to read of the item. With thousands of items the walk would
+/// spend most of its time waiting for memory.
+void fetch(const QQuickItem& item) {
+    constexpr std::size_t cacheLine = 64;
+    const char* const details = reinterpret_cast<const char*>(QQuickItemPrivate::get(&item));
+    for (std::size_t offset = cacheLine; offset < sizeof(QQuickItemPrivate); offset += cacheLine)
+        __builtin_prefetch(details + offset);
+}
+
 /// Whether the matrix takes upright rectangles to upright ones.
 bool keepsUpright(const QMatrix4x4& matrix) {
     const bool isFlat = matrix(3, 0) == 0 && matrix(3, 1) == 0;
@@ -90,7 +105,10 @@ void MaskWalkQuick::visit(QQuickItem& item, bool isPainted) {
     if (verdict.reason) cover(item, type, verdict, isShown);
     if (verdict.kind == MaskArea::Kind::exempt && isShown) exempt(item);
     if (verdict.paintsFixed) addFixed(item, verdict);
-    if (auto sources = sourcesOf(item, type); !sources.empty()) addEffect(item, std::move(sources), isShown);
+    if (type.isShaderEffectSource || type.isShaderEffect) {
+        if (auto sources = sourcesOf(item, type); !sources.empty())
+            addEffect(item, std::move(sources), isShown);
+    }
     visitChildren(item, isShown);
     mJudge.leave();
 
@@ -104,10 +122,17 @@ void MaskWalkQuick::visit(QQuickItem& item, bool isPainted) {
 
 void MaskWalkQuick::visitChildren(QQuickItem& item, bool isPainted) {
     const auto children = inPaintOrder(item);
-    addLayerEffects(children);
-    for (QQuickItem* const child : children) {
-        if (mayBePainted(*child)) visit(*child, isPainted);
+    constexpr qsizetype ahead = 8;
+    for (qsizetype index = 0; index < std::min(ahead, children.size()); ++index)
+        fetch(*children[index]);
+    bool hasLayerEffects = false;
+    for (qsizetype index = 0; index < children.size(); ++index) {
+        QQuickItem& child = *children[index];
+        if (index + ahead < children.size()) fetch(*children[index + ahead]);
+        if (mayBePainted(child)) visit(child, isPainted);
+        hasLayerEffects |= hasLayerEffect(child);
     }
+    if (hasLayerEffects) visitLayerEffects(children, isPainted);
 }
 
 MaskVerdict MaskWalkQuick::judge(const QQuickItem& item, const ItemClassQuick& type, bool isAgain) {
@@ -136,8 +161,9 @@ MaskVerdict MaskWalkQuick::judge(const QQuickItem& item, const ItemClassQuick& t
 }
 
 bool MaskWalkQuick::isTransparent(const QQuickItem& item) const {
-    if (item.opacity() > 0 || isInEffect(item)) return false;
-    const QSGOpacityNode* const node = QQuickItemPrivate::get(&item)->opacityNode();
+    const QQuickItemPrivate& details = *QQuickItemPrivate::get(&item);
+    if (details.opacity() > 0 || isInEffect(item)) return false;
+    const QSGOpacityNode* const node = details.opacityNode();
     return node != nullptr && node->opacity() <= 0;
 }
 
@@ -147,7 +173,7 @@ void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, co
     const bool hasContents = item.flags().testFlag(QQuickItem::ItemHasContents);
     if (!verdict.isNamed && !hasContents) return;
     const auto painted = paintedArea(item, type, mIsSoftware);
-    mGeometry.addArea(step.frozen, painted, *verdict.reason, !isShown);
+    mGeometry.addArea(step.frozen, painted, !isShown);
     const QRectF rect = pixelsOf(*step.sight, painted);
     if (!isShown || rect.isEmpty()) return;
     const bool isRedundant = contains(step.covered, rect);
@@ -223,10 +249,21 @@ std::vector<QQuickItem*> MaskWalkQuick::sourcesOf(QQuickItem& item, const ItemCl
     return sources;
 }
 
-void MaskWalkQuick::addLayerEffects(const QList<QQuickItem*>& siblings) {
+void MaskWalkQuick::visitLayerEffects(const QList<QQuickItem*>& siblings, bool isPainted) {
+    noteLayerEffects(siblings);
+    for (QQuickItem* const sibling : siblings) {
+        QQuickItem* const layered = mLayerEffects.value(sibling);
+        if (layered == nullptr || !mayBePainted(*sibling)) continue;
+        mSteps.push_back({.item = sibling});
+        addEffect(*sibling, {layered}, isPainted && !isTransparent(*sibling));
+        mSteps.pop_back();
+    }
+}
+
+void MaskWalkQuick::noteLayerEffects(const QList<QQuickItem*>& siblings) {
     for (QQuickItem* const layered : siblings) {
+        if (!hasLayerEffect(*layered)) continue;
         const QQuickItemLayer* const layer = layerOf(*layered);
-        if (layer == nullptr || layer->effect() == nullptr) continue;
         // The layer does not tell which item is its effect, but the effect knows the layer.
         for (const QQuickItem* const sibling : siblings) {
             if (sibling == layered || sibling == layer->effectSource()) continue;
@@ -256,7 +293,7 @@ void MaskWalkQuick::coverEffects() {
             if (!isNew) continue;
             hasChanged = effect.isCovered = true;
             noteCovered(*effect.item);
-            mGeometry.addArea(effect.frozen, effect.painted, {}, !effect.isPainted);
+            mGeometry.addArea(effect.frozen, effect.painted, !effect.isPainted);
             if (!effect.isPainted) continue;
             mAreas.push_back(area(effect.area, MaskArea::Kind::cover, {}));
             mRedundant.push_back(false);
@@ -303,7 +340,7 @@ bool MaskWalkQuick::isPrivateWithin(QQuickItem& item, bool isAgain, std::vector<
     sources.insert(sources.end(), own.begin(), own.end());
     bool isPrivate = verdict.reason.has_value();
     const auto children = inPaintOrder(item);
-    addLayerEffects(children);
+    noteLayerEffects(children);
     for (QQuickItem* const child : children) {
         if (mayBePainted(*child)) isPrivate |= isPrivateWithin(*child, isAgain, sources);
     }

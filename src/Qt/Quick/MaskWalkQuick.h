@@ -74,7 +74,8 @@ class MaskWalkQuick {
 
     [[nodiscard]] std::vector<QQuickItem*> sourcesOf(QQuickItem& item, const ItemClassQuick& type) const;
     void addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted);
-    void addLayerEffects(const QList<QQuickItem*>& siblings);
+    void visitLayerEffects(const QList<QQuickItem*>& siblings, bool isPainted);
+    void noteLayerEffects(const QList<QQuickItem*>& siblings);
     void coverEffects();
     void noteCovered(const QQuickItem& effect);
     bool showsPrivate(QQuickItem& source);

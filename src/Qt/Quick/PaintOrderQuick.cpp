@@ -2,16 +2,13 @@
 
 #include <QtQuick/QQuickItem>
 #include <algorithm>
+// The public interface does not show the order that the scene graph has found already.
+#include <private/qquickitem_p.h>
 
 namespace merovanta::quick {
 
 QList<QQuickItem*> inPaintOrder(const QQuickItem& item) {
-    QList<QQuickItem*> children = item.childItems();
-    const auto isBehind = [](const QQuickItem* a, const QQuickItem* b) { return a->z() < b->z(); };
-    if (!std::is_sorted(children.cbegin(), children.cend(), isBehind)) {
-        std::stable_sort(children.begin(), children.end(), isBehind);
-    }
-    return children;
+    return QQuickItemPrivate::get(&item)->paintOrderChildItems();
 }
 
 double zInFrontOfAll(const QQuickItem& item) {

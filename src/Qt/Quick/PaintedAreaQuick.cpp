@@ -75,11 +75,9 @@ struct NodeBounds {
     }
 
     void visit(QSGNode* node, const QMatrix4x4& matrix) {
-        QMatrix4x4 inner = matrix;
         switch (node->type()) {
             case QSGNode::TransformNodeType:
-                inner *= static_cast<QSGTransformNode*>(node)->matrix();
-                break;
+                return visitChildren(*node, matrix * static_cast<QSGTransformNode*>(node)->matrix());
             case QSGNode::GeometryNodeType: {
                 // The nodes of the software renderer have none, but say that they have.
                 if (isSoftware) break;
@@ -96,16 +94,29 @@ struct NodeBounds {
             default:
                 break;
         }
-        for (QSGNode* child = node->firstChild(); child != nullptr; child = child->nextSibling())
-            visit(child, inner);
+        visitChildren(*node, matrix);
+    }
+
+    void visitChildren(const QSGNode& node, const QMatrix4x4& matrix) {
+        for (QSGNode* child = node.firstChild(); child != nullptr; child = child->nextSibling())
+            visit(child, matrix);
     }
 };
 
 /// How far the software renderer's letters may reach over the bounds of a text: it does not tell.
-double overhangOf(const QQuickItem& text) {
-    const QFont font = text.property("font").value<QFont>();
+double overhangOf(const QFont& font) {
     const double size = font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * 2;
     return std::max(size, 1.0) / 4;
+}
+
+/// What nearly all items are placed by.
+bool isShiftOrScale(const QMatrix4x4& matrix) {
+    return (matrix.flags() & ~QMatrix4x4::Flags(QMatrix4x4::Translation | QMatrix4x4::Scale)) == 0;
+}
+
+QPointF shiftedAndScaled(const QMatrix4x4& matrix, QPointF place) {
+    return {static_cast<double>(matrix(0, 0) * static_cast<float>(place.x()) + matrix(0, 3)),
+            static_cast<double>(matrix(1, 1) * static_cast<float>(place.y()) + matrix(1, 3))};
 }
 
 }  // namespace
@@ -139,8 +150,8 @@ std::optional<QRectF> paintedArea(const QQuickItem& item, const ItemClassQuick& 
         }
         area = area.toAlignedRect();
     }
-    if (isSoftware && type.isText) {
-        const double edge = overhangOf(item);
+    if (isSoftware && type.fontOf != nullptr) {
+        const double edge = overhangOf(type.fontOf(item));
         area.adjust(-edge, -edge, edge, edge);
     }
     return area;
@@ -148,6 +159,13 @@ std::optional<QRectF> paintedArea(const QQuickItem& item, const ItemClassQuick& 
 
 std::optional<QRectF> mapped(const QMatrix4x4& matrix, const QRectF& rect) {
     if (!isFinite(rect)) return std::nullopt;
+    if (isShiftOrScale(matrix)) {
+        const QPointF one = shiftedAndScaled(matrix, rect.topLeft());
+        const QPointF other = shiftedAndScaled(matrix, rect.bottomRight());
+        const QRectF place(QPointF(std::min(one.x(), other.x()), std::min(one.y(), other.y())),
+                           QPointF(std::max(one.x(), other.x()), std::max(one.y(), other.y())));
+        return isFinite(place) ? std::optional(place) : std::nullopt;
+    }
     double left = std::numeric_limits<double>::infinity();
     double top = left;
     double right = -left;

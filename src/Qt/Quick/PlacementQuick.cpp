@@ -8,13 +8,14 @@
 namespace merovanta::quick {
 
 QMatrix4x4 placementOf(const QQuickItem& item) {
-    const auto& transforms = QQuickItemPrivate::get(&item)->transforms;
+    const QQuickItemPrivate& details = *QQuickItemPrivate::get(&item);
     QMatrix4x4 matrix;
     matrix.translate(static_cast<float>(item.x()), static_cast<float>(item.y()));
-    for (auto transform = transforms.crbegin(); transform != transforms.crend(); ++transform) {
+    for (auto transform = details.transforms.crbegin(); transform != details.transforms.crend();
+         ++transform) {
         (*transform)->applyTo(&matrix);
     }
-    if (item.scale() != 1 || item.rotation() != 0) {
+    if (details.scale() != 1 || details.rotation() != 0) {
         const QPointF origin = item.transformOriginPoint();
         const QVector3D pivot(origin);
         matrix.translate(pivot);
