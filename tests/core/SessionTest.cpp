@@ -71,7 +71,7 @@ TEST_F(SessionTest, SaysOnceThatThereAreNoPicturesAndAsksForThemEverMoreRarely) 
         capture.isFailing = false;
         return capture.captures;
     };
-    EXPECT_GE(gap(3s), 3) << "soon, at first";
+    EXPECT_GE(gap(2s), 3) << "soon, at first";
     advance(4s);
     EXPECT_THAT(log.lines("[WARNING]"), IsEmpty());
 

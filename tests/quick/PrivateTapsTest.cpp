@@ -30,7 +30,7 @@ TEST(PrivateTaps, AreNeitherReportedNorPlayedBack) {
             Merovanta.tapsPrivate: true; Key {} }
         Popup { objectName: "modal"; x: 20; y: 260; width: 80; height: 80; modal: true; padding: 0; Key {} }
     })");
-    const auto recipient = std::make_shared<merovanta::testing::Recipient>();
+    const auto recipient = std::make_shared<merovanta::test::Recipient>();
     const auto monitor =
         std::make_shared<merovanta::ViewMonitor>(std::make_shared<merovanta::ApplicationConfigWrapper>());
     bool isStarted = false;
@@ -55,7 +55,7 @@ TEST(PrivateTaps, AreNeitherReportedNorPlayedBack) {
     expectTap({131, 122}, true);  // In it, but outside of its bounds.
     expectTap({220, 40}, true);
     expectTap({250, 40}, false);
-    expectTap({40, 220}, true);   // In a group without a size.
+    expectTap({40, 220}, true);  // In a group without a size.
     expectTap({120, 220}, true);
     expectTap({160, 220}, false);  // Cut off.
     scene.object("popup")->setProperty("visible", true);

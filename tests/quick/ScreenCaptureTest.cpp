@@ -120,29 +120,6 @@ std::size_t countMasks(Scene& scene) {
 
 constexpr int attempts = 200;
 
-TEST(ScreenCaptureMasks, FollowAnimatedAndScrolledItems) {
-    for (const auto* const moving : {R"(Window {
-        SecretField {
-            y: 40
-            NumberAnimation on x { from: 0; to: 180; duration: 300; loops: Animation.Infinite }
-            RotationAnimation on rotation { from: 0; to: 360; duration: 900; loops: Animation.Infinite }
-        }
-    })",
-                                     R"(Window {
-        Flickable {
-            anchors.fill: parent
-            contentHeight: 4000
-            Repeater { model: 40; SecretField { x: 30; y: index * 100 + 35; scale: 0.8 } }
-            NumberAnimation on contentY { from: 0; to: 3600; duration: 1500; loops: Animation.Infinite }
-        }
-    })"}) {
-        Scene scene(moving);
-        const auto tally = film(scene, attempts);
-        EXPECT_EQ(tally.leaked, 0) << moving;
-        EXPECT_EQ(tally.masked, attempts) << "each picture had something to hide: " << moving;
-    }
-}
-
 TEST(ScreenCaptureMasks, LeaveNothingBehindWhenAnItemMovesBelowAnOpaqueOne) {
     Scene scene(R"(Window {
         color: "white"
@@ -232,25 +209,6 @@ TEST(ScreenCaptureMasks, FollowWhatAnimatorsMove) {
         EXPECT_EQ(tally.delivered, attempts / 2) << scenery;
         EXPECT_GT(tally.masked, 0) << scenery;
     }
-}
-
-TEST(ScreenCaptureMasks, HoldInTheTransitionsOfAStackView) {
-    Scene scene(R"(ApplicationWindow {
-        StackView {
-            id: stack; anchors.fill: parent; initialItem: LoginPage {}
-            Component { id: page; SecretPage {} }
-            function turn() { if (depth > 2) pop(); else push(page) }
-            objectName: "stack"
-        }
-    })");
-    const auto tally = film(scene, 2 * attempts, [&](int attempt) {
-        if (attempt % 10 == 0) QMetaObject::invokeMethod(scene.object("stack"), "turn");
-        // Time to come to rest, so that some pictures are delivered.
-        if (attempt % 50 == 45) QTest::qWait(500);
-    });
-    EXPECT_EQ(tally.leaked, 0);
-    EXPECT_GT(tally.masked, 0);
-    RecordProperty("delivered", tally.delivered);
 }
 
 }  // namespace

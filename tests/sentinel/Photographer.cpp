@@ -48,7 +48,7 @@ bool isSentinel(std::uint32_t word) {
 }
 
 Photographer::Photographer(SpyPlatform& platform, const IOSConfig& lists)
-    : mPlatform(platform), mRecipient(std::make_shared<testing::Recipient>()) {
+    : mPlatform(platform), mRecipient(std::make_shared<Recipient>()) {
     mConfig->config.panoptraConfig.emplace().iosConfig = lists;
     platform.capture.onFrame = [this](const auto& frame) { look(frame); };
     mMonitor->start(mRecipient, [](const std::optional<StringError>&) {});

@@ -44,7 +44,7 @@ class Photographer {
     SpyPlatform& mPlatform;
     std::shared_ptr<ApplicationConfigWrapper> mConfig = std::make_shared<ApplicationConfigWrapper>();
     std::shared_ptr<ViewMonitor> mMonitor = std::make_shared<ViewMonitor>(mConfig);
-    std::shared_ptr<testing::Recipient> mRecipient;
+    std::shared_ptr<Recipient> mRecipient;
     bool mIsSeen = false;
     std::optional<Exposure> mExposure;
     PixelBuffer mPicture;

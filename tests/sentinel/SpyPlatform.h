@@ -54,36 +54,13 @@ class SpyCapture final : public ScreenCapture {
 };
 
 /// The real platform, but for the pace of the pictures, which the test sets, and a look at each of them.
-class SpyPlatform final : public Platform {
+class SpyPlatform final : public quick::PlatformQuick {
  public:
-    Application& application() override { return mReal.application(); }
     ScreenCapture& screenCapture() override { return capture; }
-    TapRecognizerFactory& tapRecognizers() override { return mReal.tapRecognizers(); }
-    TapPlayer& tapPlayer() override { return mReal.tapPlayer(); }
-    ImageOverlayFactory& imageOverlays() override { return mReal.imageOverlays(); }
-    AlertFactory& alerts() override { return mReal.alerts(); }
-    WidgetViewFactory& widgets() override { return mReal.widgets(); }
-    CoverViewFactory& coverViews() override { return mReal.coverViews(); }
-    WebViewFactory& webViews() override { return mReal.webViews(); }
-    DocumentPreviewFactory& documentPreviews() override { return mReal.documentPreviews(); }
-    MainQueue& mainQueue() override { return mReal.mainQueue(); }
-    WorkQueue& workQueue() override { return mReal.workQueue(); }
     TimerFactory& timers() override { return handTimers; }
-    Clock& clock() override { return mReal.clock(); }
-    Random& random() override { return mReal.random(); }
-    HttpSession& httpSession() override { return mReal.httpSession(); }
-    WebSocketFactory& webSockets() override { return mReal.webSockets(); }
-    UserDefaults& userDefaults() override { return mReal.userDefaults(); }
-    FileManager& fileManager() override { return mReal.fileManager(); }
-    Bundle& bundle() override { return mReal.bundle(); }
 
     HandTimers handTimers;
-
- private:
-    quick::PlatformQuick mReal;
-
- public:
-    SpyCapture capture{mReal.screenCapture()};
+    SpyCapture capture{PlatformQuick::screenCapture()};
 };
 
 }  // namespace merovanta::test

@@ -6,7 +6,7 @@
 
 #include "General/Panoptra/Network/Message/MessageSender.h"
 
-namespace merovanta::testing {
+namespace merovanta::test {
 
 /// The service's end of a monitor's messages, without a transport between.
 class Recipient final : public MessageSender {
@@ -31,4 +31,4 @@ class Recipient final : public MessageSender {
     int clicks = 0;
 };
 
-}  // namespace merovanta::testing
+}  // namespace merovanta::test

@@ -92,7 +92,9 @@ void FrozenGeometryQuick::compareWithScene() {
     }
     mHasAppeared |= std::any_of(mTransparent.begin(), mTransparent.end(),
                                 [](const QSGOpacityNode* node) { return node->opacity() > 0; });
-    mHasMoved |= mHasAppeared;
+    mHasMoved |= mHasAppeared || std::any_of(mOpaque.begin(), mOpaque.end(), [](const QSGOpacityNode* node) {
+                     return !(node->opacity() >= 1);
+                 });
 }
 
 std::vector<MaskArea> FrozenGeometryQuick::areasInScene() const {

@@ -40,6 +40,9 @@ class FrozenGeometryQuick {
     /// Adds a node that lets nothing through.
     void addTransparent(const QSGOpacityNode& node) { mTransparent.push_back(&node); }
 
+    /// Adds a node that lets everything through, of something that hides what is behind it.
+    void addOpaque(const QSGOpacityNode& node) { mOpaque.push_back(&node); }
+
     // Call these before the next synchronisation, on the thread that renders:
 
     /// Takes note of what is not where its item was. To be called after the synchronisation and when the
@@ -93,6 +96,7 @@ class FrozenGeometryQuick {
     std::vector<Details> mDetails;
     std::vector<Area> mAreas;
     std::vector<const QSGOpacityNode*> mTransparent;
+    std::vector<const QSGOpacityNode*> mOpaque;
     bool mHasMoved = false;
     bool mHasAppeared = false;
 };

@@ -11,6 +11,8 @@ struct MarksQuick {
     bool tapsPrivate = false;
     /// Whether it is one of the library's own.
     bool isOwn = false;
+    /// Whether it is, of those, a plain opaque rectangle that hides what is behind it.
+    bool isGround = false;
 };
 
 }  // namespace merovanta::quick

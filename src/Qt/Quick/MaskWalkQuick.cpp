@@ -73,8 +73,10 @@ bool contains(const QRectF& outer, const QRectF& inner) {
            outer.bottom() >= inner.bottom();
 }
 
-MaskArea area(const QRectF& rect, MaskArea::Kind kind, const MaskVerdict& verdict) {
-    return {{rect.x(), rect.y(), rect.width(), rect.height()}, kind, verdict.reason.value_or(MaskReason())};
+/// Whether all that is in the item shows just where it is, and nothing through it.
+bool isShownAsItIs(const QQuickItem& item) {
+    const QQuickItemPrivate& details = *QQuickItemPrivate::get(&item);
+    return item.isVisible() && !details.culled && details.opacity() >= 1 && !isInEffect(item);
 }
 
 }  // namespace
@@ -90,7 +92,7 @@ void MaskWalkQuick::run() {
     mJudge.begin(MerovantaQuick::isAnyMasked());
     visit(*mWindow.contentItem(), true);
     coverEffects();
-    dropRedundant();
+    dropWhatDoesNotShow();
 }
 
 void MaskWalkQuick::visit(QQuickItem& item, bool isPainted) {
@@ -98,13 +100,16 @@ void MaskWalkQuick::visit(QQuickItem& item, bool isPainted) {
     mSteps.push_back({.item = &item});
     const std::size_t depth = mSteps.size() - 1;
     if (depth > 0) mSteps[depth].covered = mSteps[depth - 1].covered;
-    const MaskVerdict verdict = judge(item, type, false);
+    const MarksQuick* const marks = MerovantaQuick::marksOf(item);
+    const MaskVerdict verdict = judge(item, type, marks, false);
     const bool isHidden = isPainted && isTransparent(item);
     const bool isShown = isPainted && !isHidden;
     mSteps[depth].isPrivate = verdict.reason.has_value();
     if (verdict.reason) cover(item, type, verdict, isShown);
     if (verdict.kind == MaskArea::Kind::exempt && isShown) exempt(item);
     if (verdict.paintsFixed) addFixed(item, verdict);
+    const bool isOpen = !verdict.reason && verdict.kind != MaskArea::Kind::exempt;
+    if (marks != nullptr && marks->isGround && isOpen && isShown) addGround(item);
     if (type.isShaderEffectSource || type.isShaderEffect) {
         if (auto sources = sourcesOf(item, type); !sources.empty())
             addEffect(item, std::move(sources), isShown);
@@ -135,8 +140,8 @@ void MaskWalkQuick::visitChildren(QQuickItem& item, bool isPainted) {
     if (hasLayerEffects) visitLayerEffects(children, isPainted);
 }
 
-MaskVerdict MaskWalkQuick::judge(const QQuickItem& item, const ItemClassQuick& type, bool isAgain) {
-    const auto* marks = MerovantaQuick::marksOf(item);
+MaskVerdict MaskWalkQuick::judge(const QQuickItem& item, const ItemClassQuick& type, const MarksQuick* marks,
+                                 bool isAgain) {
     ViewTraits traits{.content = contentOf(item, type), .classEntries = &type.entries, .isAgain = isAgain};
     const auto take = [&traits](const MarksQuick& from) {
         if (traits.tag == 0) traits.tag = from.tag;
@@ -177,8 +182,7 @@ void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, co
     const QRectF rect = pixelsOf(*step.sight, painted);
     if (!isShown || rect.isEmpty()) return;
     const bool isRedundant = contains(step.covered, rect);
-    mAreas.push_back(area(rect, verdict.kind, verdict));
-    mRedundant.push_back(isRedundant);
+    addArea(rect, verdict.kind, verdict, {isRedundant, mGrounds.count()});
     if (!isRedundant) step.covered = rect;
 }
 
@@ -193,16 +197,39 @@ void MaskWalkQuick::exempt(const QQuickItem& item) {
     const double right = std::min(std::floor(place->right() * sight.scale), sight.shown.right());
     const double bottom = std::min(std::floor(place->bottom() * sight.scale), sight.shown.bottom());
     if (left >= right || top >= bottom) return;
-    mAreas.push_back(area({left, top, right - left, bottom - top}, MaskArea::Kind::exempt, {}));
-    mRedundant.push_back(false);
+    addArea({left, top, right - left, bottom - top}, MaskArea::Kind::exempt, {}, {});
 }
 
 void MaskWalkQuick::addFixed(const QQuickItem& item, const MaskVerdict& verdict) {
     // The frame is taken as if it were in the item's own coordinates.
     const QRectF rect =
         item.mapRectToItem(mWindow.contentItem(), QRectF(item.x(), item.y(), item.width(), item.height()));
-    mAreas.push_back(area(rect, MaskArea::Kind::fixed, verdict));
-    mRedundant.push_back(false);
+    addArea(rect, MaskArea::Kind::fixed, verdict, {});
+}
+
+void MaskWalkQuick::addArea(const QRectF& rect, MaskArea::Kind kind, const MaskVerdict& verdict,
+                            const Note& note) {
+    mAreas.push_back(
+        {{rect.x(), rect.y(), rect.width(), rect.height()}, kind, verdict.reason.value_or(MaskReason())});
+    mNotes.push_back(note);
+}
+
+void MaskWalkQuick::addGround(const QQuickItem& item) {
+    placed();
+    // Its rectangle may not have been painted yet.
+    bool isSolid = QQuickItemPrivate::get(&item)->paintNode != nullptr;
+    QRectF hidden = mWindowSight.shown;
+    for (const Step& step : mSteps) {
+        const bool isItem = step.item == &item;
+        isSolid = isSolid && isShownAsItIs(*step.item);
+        if (const auto* const node = QQuickItemPrivate::get(step.item)->opacityNode())
+            mGeometry.addOpaque(*node);
+        if (!isItem && !step.item->clip()) continue;
+        const QRectF area = isItem ? QRectF(QPointF(), item.size()) : step.item->clipRect();
+        const auto within = pixelsWithin(*step.sight, area, QSizeF(mWindow.size()) * mWindowSight.scale);
+        hidden &= within.value_or(QRectF());
+    }
+    if (isSolid && !hidden.isEmpty()) mGrounds.add(hidden);
 }
 
 MaskWalkQuick::Step& MaskWalkQuick::placed() {
@@ -275,8 +302,11 @@ void MaskWalkQuick::noteLayerEffects(const QList<QQuickItem*>& siblings) {
 
 void MaskWalkQuick::addEffect(QQuickItem& item, std::vector<QQuickItem*> sources, bool isPainted) {
     const Step& step = placed();
-    Effect effect{
-        .item = &item, .sources = std::move(sources), .frozen = step.frozen, .isPainted = isPainted};
+    Effect effect{.item = &item,
+                  .sources = std::move(sources),
+                  .frozen = step.frozen,
+                  .grounds = mGrounds.count(),
+                  .isPainted = isPainted};
     effect.painted = paintedArea(item, mClasses.of(*item.metaObject()), mIsSoftware);
     effect.area = pixelsOf(*step.sight, effect.painted);
     mEffects.push_back(std::move(effect));
@@ -295,8 +325,7 @@ void MaskWalkQuick::coverEffects() {
             noteCovered(*effect.item);
             mGeometry.addArea(effect.frozen, effect.painted, !effect.isPainted);
             if (!effect.isPainted) continue;
-            mAreas.push_back(area(effect.area, MaskArea::Kind::cover, {}));
-            mRedundant.push_back(false);
+            addArea(effect.area, MaskArea::Kind::cover, {}, {false, effect.grounds});
         }
     }
 }
@@ -320,7 +349,8 @@ bool MaskWalkQuick::showsPrivate(QQuickItem& source) {
     bool isAgain = !path.empty() && path.back() == mWindow.contentItem();
     for (auto item = path.rbegin(); item != path.rend(); ++item) {
         isAgain = isAgain && (*item == mWindow.contentItem() || mayBePainted(**item));
-        isPrivate |= judge(**item, mClasses.of(*(*item)->metaObject()), isAgain).reason.has_value();
+        const ItemClassQuick& type = mClasses.of(*(*item)->metaObject());
+        isPrivate |= judge(**item, type, MerovantaQuick::marksOf(**item), isAgain).reason.has_value();
     }
     std::vector<QQuickItem*> inner;
     isPrivate |= isPrivateWithin(source, isAgain && mayBePainted(source), inner);
@@ -334,7 +364,7 @@ bool MaskWalkQuick::showsPrivate(QQuickItem& source) {
 
 bool MaskWalkQuick::isPrivateWithin(QQuickItem& item, bool isAgain, std::vector<QQuickItem*>& sources) {
     const ItemClassQuick& type = mClasses.of(*item.metaObject());
-    const MaskVerdict verdict = judge(item, type, isAgain);
+    const MaskVerdict verdict = judge(item, type, MerovantaQuick::marksOf(item), isAgain);
     if (verdict.paintsFixed) addFixed(item, verdict);
     const auto own = sourcesOf(item, type);
     sources.insert(sources.end(), own.begin(), own.end());
@@ -348,13 +378,17 @@ bool MaskWalkQuick::isPrivateWithin(QQuickItem& item, bool isAgain, std::vector<
     return isPrivate;
 }
 
-void MaskWalkQuick::dropRedundant() {
+void MaskWalkQuick::dropWhatDoesNotShow() {
     const bool hasExempt = std::any_of(mAreas.begin(), mAreas.end(), [](const MaskArea& each) {
         return each.kind == MaskArea::Kind::exempt;
     });
-    if (hasExempt) return;
-    std::size_t index = 0;
-    std::erase_if(mAreas, [&](const MaskArea&) { return mRedundant[index++]; });
+    std::vector<MaskArea> visible;
+    visible.reserve(mAreas.size());
+    for (std::size_t index = 0; index < mAreas.size(); ++index) {
+        const Note& note = mNotes[index];
+        if (hasExempt || !note.isRedundant) mGrounds.appendVisible(mAreas[index], note.grounds, visible);
+    }
+    mAreas = std::move(visible);
 }
 
 }  // namespace merovanta::quick

@@ -11,6 +11,7 @@
 #include "Platform/MaskArea.h"
 #include "Platform/MaskJudge.h"
 #include "Qt/Quick/FrozenGeometryQuick.h"
+#include "Qt/Quick/GroundsQuick.h"
 #include "Qt/Quick/ItemClassesQuick.h"
 #include "Qt/Quick/SightQuick.h"
 
@@ -18,6 +19,8 @@ class QQuickItem;
 class QQuickWindow;
 
 namespace merovanta::quick {
+
+struct MarksQuick;
 
 /// One walk over all items of a window that finds what is private in it and where that shows in the picture.
 ///
@@ -48,6 +51,13 @@ class MaskWalkQuick {
         QRectF covered;
     };
 
+    /// Of an area: whether others cover it too, as long as nothing is exempt; and how many grounds are behind
+    /// it.
+    struct Note {
+        bool isRedundant = false;
+        std::size_t grounds = 0;
+    };
+
     /// An item that shows what other items show.
     struct Effect {
         QQuickItem* item = nullptr;
@@ -56,16 +66,20 @@ class MaskWalkQuick {
         std::optional<QRectF> painted;
         QRectF area;
         std::size_t frozen = 0;
+        std::size_t grounds = 0;
         bool isPainted = true;
         bool isCovered = false;
     };
 
     void visit(QQuickItem& item, bool isPainted);
     void visitChildren(QQuickItem& item, bool isPainted);
-    MaskVerdict judge(const QQuickItem& item, const ItemClassQuick& type, bool isAgain);
+    MaskVerdict judge(const QQuickItem& item, const ItemClassQuick& type, const MarksQuick* marks,
+                      bool isAgain);
     void cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict, bool isShown);
     void exempt(const QQuickItem& item);
     void addFixed(const QQuickItem& item, const MaskVerdict& verdict);
+    void addArea(const QRectF& rect, MaskArea::Kind kind, const MaskVerdict& verdict, const Note& note);
+    void addGround(const QQuickItem& item);
     [[nodiscard]] bool isTransparent(const QQuickItem& item) const;
 
     /// Computes the sight of the last step, and of those before.
@@ -80,7 +94,7 @@ class MaskWalkQuick {
     void noteCovered(const QQuickItem& effect);
     bool showsPrivate(QQuickItem& source);
     bool isPrivateWithin(QQuickItem& item, bool isAgain, std::vector<QQuickItem*>& sources);
-    void dropRedundant();
+    void dropWhatDoesNotShow();
 
     const QQuickWindow& mWindow;
     MaskJudge& mJudge;
@@ -89,8 +103,9 @@ class MaskWalkQuick {
     const SightQuick mWindowSight;
     std::vector<Step> mSteps;
     std::vector<MaskArea> mAreas;
-    /// For each area whether others cover it too, as long as nothing is exempt.
-    std::vector<bool> mRedundant;
+    /// One for each area.
+    std::vector<Note> mNotes;
+    GroundsQuick mGrounds;
     FrozenGeometryQuick mGeometry{mWindowSight};
     std::vector<Effect> mEffects;
     /// For the items that effects show whether anything in them is private.

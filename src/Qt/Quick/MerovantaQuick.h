@@ -59,6 +59,8 @@ class MerovantaQuick final : public QObject {
     void setTapsPrivate(bool tapsPrivate);
     /// Makes it one of the library's own, in which nothing is covered for its content.
     void setOwn() { mMarks.isOwn = true; }
+    /// Makes it, a plain opaque rectangle of the library's own, hide the private views behind it.
+    void setGround() { mMarks.isGround = true; }
     [[nodiscard]] PrivacyQuick* privacy() const;
     [[nodiscard]] PanoptraQuick* panoptra();
     [[nodiscard]] CoBrowsingQuick* coBrowsing();

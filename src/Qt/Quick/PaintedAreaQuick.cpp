@@ -109,11 +109,6 @@ double overhangOf(const QFont& font) {
     return std::max(size, 1.0) / 4;
 }
 
-/// What nearly all items are placed by.
-bool isShiftOrScale(const QMatrix4x4& matrix) {
-    return (matrix.flags() & ~QMatrix4x4::Flags(QMatrix4x4::Translation | QMatrix4x4::Scale)) == 0;
-}
-
 QPointF shiftedAndScaled(const QMatrix4x4& matrix, QPointF place) {
     return {static_cast<double>(matrix(0, 0) * static_cast<float>(place.x()) + matrix(0, 3)),
             static_cast<double>(matrix(1, 1) * static_cast<float>(place.y()) + matrix(1, 3))};
@@ -155,6 +150,10 @@ std::optional<QRectF> paintedArea(const QQuickItem& item, const ItemClassQuick& 
         area.adjust(-edge, -edge, edge, edge);
     }
     return area;
+}
+
+bool isShiftOrScale(const QMatrix4x4& matrix) {
+    return (matrix.flags() & ~QMatrix4x4::Flags(QMatrix4x4::Translation | QMatrix4x4::Scale)) == 0;
 }
 
 std::optional<QRectF> mapped(const QMatrix4x4& matrix, const QRectF& rect) {

@@ -16,6 +16,9 @@ struct ItemClassQuick;
 [[nodiscard]] std::optional<QRectF> paintedArea(const QQuickItem& item, const ItemClassQuick& type,
                                                 bool isSoftware);
 
+/// Whether the matrix does nothing else; true of what nearly all items are placed by.
+[[nodiscard]] bool isShiftOrScale(const QMatrix4x4& matrix);
+
 /// The smallest upright rectangle around what the matrix makes of this one; absent if it reaches behind the
 /// viewer or is no place at all.
 [[nodiscard]] std::optional<QRectF> mapped(const QMatrix4x4& matrix, const QRectF& rect);

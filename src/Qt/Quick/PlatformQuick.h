@@ -26,7 +26,7 @@
 namespace merovanta::quick {
 
 /// Qt Quick as the library's platform. May be made before the application object.
-class PlatformQuick final : public Platform {
+class PlatformQuick : public Platform {
  public:
     Application& application() override { return mApplication; }
     ScreenCapture& screenCapture() override { return mScreenCapture; }

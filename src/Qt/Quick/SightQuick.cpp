@@ -15,9 +15,11 @@ namespace {
 constexpr double blur = 1;
 
 /// The matrix for what is painted on the plane of the item, whatever its own depth was.
-QMatrix4x4 flattened(QMatrix4x4 matrix) {
-    if (matrix(0, 2) != 0 || matrix(1, 2) != 0 || matrix(3, 2) != 0) matrix.setColumn(2, QVector4D());
-    return matrix;
+QMatrix4x4 flattened(const QMatrix4x4& matrix) {
+    if (matrix(0, 2) == 0 && matrix(1, 2) == 0 && matrix(3, 2) == 0) return matrix;
+    QMatrix4x4 flat = matrix;
+    flat.setColumn(2, QVector4D());
+    return flat;
 }
 
 /// How many pixels a length of one becomes at most; infinite where that differs from place to place.
@@ -54,6 +56,18 @@ QRectF pixelsOf(const SightQuick& sight, const std::optional<QRectF>& area) {
     const double right = std::ceil(place->right() * sight.scale + edge);
     const double bottom = std::ceil(place->bottom() * sight.scale + edge);
     return QRectF(left, top, right - left, bottom - top) & sight.shown;
+}
+
+std::optional<QRectF> pixelsWithin(const SightQuick& sight, const QRectF& area, const QSizeF& picture) {
+    const auto place = mapped(sight.matrix, area);
+    // What lies before or behind the window's plane may be cut off.
+    if (!place || !isShiftOrScale(sight.matrix) || sight.matrix(2, 3) != 0) return std::nullopt;
+    const auto begin = [&](double edge) { return edge <= 0 ? 0 : std::ceil(edge * sight.scale) + blur; };
+    const auto end = [&](double edge, double limit) {
+        return edge * sight.scale >= limit ? std::floor(limit) : std::floor(edge * sight.scale) - blur;
+    };
+    return QRectF(QPointF(begin(place->left()), begin(place->top())),
+                  QPointF(end(place->right(), picture.width()), end(place->bottom(), picture.height())));
 }
 
 }  // namespace merovanta::quick

@@ -40,4 +40,9 @@ struct SightStepQuick {
 /// cannot be told.
 [[nodiscard]] QRectF pixelsOf(const SightQuick& sight, const std::optional<QRectF>& area);
 
+/// The pixels that are wholly within an area in the item's coordinates, with one to spare but at the edges of
+/// the picture, of the size given; absent if something but shifts and scales lies between.
+[[nodiscard]] std::optional<QRectF> pixelsWithin(const SightQuick& sight, const QRectF& area,
+                                                 const QSizeF& picture);
+
 }  // namespace merovanta::quick

@@ -10,6 +10,7 @@
 
 #include "Qt/Quick/FileChoiceQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
+#include "Qt/Quick/MerovantaQuick.h"
 #include "Qt/Quick/ScriptSourcesQuick.h"
 #include "Qt/Quick/ViewQuick.h"
 
@@ -62,6 +63,9 @@ bool WebViewQuick::open(QQuickItem& superview) {
         return false;
     }
     channel->registerObject(QStringLiteral("receiver"), &mReceiver);
+    if (auto* const ground = mItem->findChild<QQuickItem*>(QStringLiteral("ground"))) {
+        if (auto* const marks = MerovantaQuick::attachedTo(*ground)) marks->setGround();
+    }
     return true;
 }
 

@@ -4,11 +4,16 @@ import "parts"
 
 Stage {
     id: stage
-    Open { x: 200; y: 300 }
+    Open { x: 230; y: 10 }
     Rectangle {
         id: card
         x: 20; y: 40; width: 160; height: 90; color: "lightyellow"
         Secret { id: number; x: 20; y: 30 }
+    }
+    Item {
+        x: 120; y: 200; width: 160; height: 160
+        RotationAnimator on rotation { from: 0; to: 360; duration: 900; loops: Animation.Infinite }
+        Secret { x: 30; y: 20; width: 70 }
     }
     ParallelAnimation {
         id: moving

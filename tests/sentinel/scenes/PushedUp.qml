@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import "parts"
 
+// The window's own content is moved and turned.
 Stage {
     id: stage
     Column {
@@ -10,6 +11,7 @@ Stage {
         Open {}
         Secret {}
         SecretField {}
+        SecretText {}
     }
     SequentialAnimation {
         id: shake
@@ -19,7 +21,11 @@ Stage {
     }
 
     function drive(step) {
+        const screen = stage.contentItem.parent
         if (step % 6 == 0) shake.restart()
-        contentItem.parent.y = -(step * 23 % 90)
+        screen.y = -(step * 23 % 90)
+        screen.rotation = step % 4 < 2 ? 0 : step % 2 ? 90 * (step % 4) : step * 13 % 360
+        screen.scale = step % 3 ? 1 : 0.7
+        screen.transformOrigin = step % 5 ? Item.Center : Item.TopLeft
     }
 }

@@ -22,5 +22,14 @@ Stage {
         transform: [ Scale { xScale: 0.5; yScale: 2.2 }, Rotation { angle: -25; origin.x: 10 }, Translate { x: 8; y: -5 } ]
     }
 
-    function drive(step) { inner.rotation += 13; inner.scale = 0.6 + step % 5 * 0.2 }
+    Item {
+        x: 20; width: 200; height: 60
+        transform: Scale { id: flip; xScale: -1; origin.x: 100 }
+        LayoutMirroring.enabled: true
+        LayoutMirroring.childrenInherit: true
+        Row { anchors.fill: parent; Open {} Secret {} }
+    }
+    SecretText { x: 200; y: 250; transform: Matrix4x4 { matrix: Qt.matrix4x4(1, 0.6, 0, 10, -0.4, -1, 0, 20, 0, 0, 1, 0, 0, 0, 0, 1) } }
+
+    function drive(step) { inner.rotation += 13; inner.scale = 0.6 + step % 5 * 0.2; flip.xScale = -1 - step % 4 * 0.2 }
 }

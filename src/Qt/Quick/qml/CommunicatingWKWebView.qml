@@ -65,6 +65,14 @@ WebEngineView {
         chooser.open();
     }
 
+    // What a page has not painted, or not yet, does not let the screen behind shine through.
+    Rectangle {
+        objectName: "ground"
+        z: -1
+        anchors.fill: parent
+        color: "white"
+    }
+
     QtObject {
         id: choice
 
