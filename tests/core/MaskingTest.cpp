@@ -100,19 +100,22 @@ TEST_F(MaskingTest, BadEntriesAreLoggedAndSkipped) {
     EXPECT_THAT(log.lines("[WARNING] PrivacyUtils: Cannot convert class name to class"), SizeIs(1));
 }
 
-TEST_F(MaskingTest, OnlyTheOriginIsDividedByTheScale) {
+PixelBuffer whitePicture(std::size_t width, std::size_t height) {
     PixelBuffer pixels;
-    pixels.resize(600, 300);
-    for (std::size_t y = 0; y < 300; ++y)
-        std::fill_n(pixels.row(y), 600, white);
-    const MaskedFrame masked({.pixels = pixels, .masks = {{Rect{30, 60, 100, 40}}}, .scale = 3});
-    std::size_t blackPixels = 0;
-    for (std::size_t y = 0; y < 300; ++y) {
-        blackPixels +=
-            static_cast<std::size_t>(std::count(masked.pixels().row(y), masked.pixels().row(y) + 600, black));
-    }
+    pixels.resize(width, height);
+    std::fill_n(pixels.row(0), width * height, white);
+    return pixels;
+}
+
+std::ptrdiff_t blackPixels(const PixelBuffer& pixels) {
+    return std::count(pixels.row(0), pixels.row(0) + pixels.width() * pixels.height(), black);
+}
+
+TEST_F(MaskingTest, OnlyTheOriginIsDividedByTheScale) {
+    const MaskedFrame masked(
+        {.pixels = whitePicture(600, 300), .masks = {{Rect{30, 60, 100, 40}}}, .scale = 3});
     // (10, 20, 100, 40) in points.
-    EXPECT_EQ(blackPixels, 300 * 120);
+    EXPECT_EQ(blackPixels(masked.pixels()), 300 * 120);
     EXPECT_EQ(masked.pixels().row(60)[30], black);
     EXPECT_EQ(masked.pixels().row(179)[329], black);
     EXPECT_EQ(masked.pixels().row(59)[30], white);
@@ -120,17 +123,10 @@ TEST_F(MaskingTest, OnlyTheOriginIsDividedByTheScale) {
 }
 
 TEST_F(MaskingTest, AreasOutsideThePictureOrBetweenPixelsCoverRatherTooMuch) {
-    PixelBuffer pixels;
-    const auto paint = [&pixels](const Rect& area) {
-        pixels.resize(4, 4);
-        for (std::size_t y = 0; y < 4; ++y)
-            std::fill_n(pixels.row(y), 4, white);
+    const auto paint = [](const Rect& area) {
+        PixelBuffer pixels = whitePicture(4, 4);
         PrivacyUtils::drawBlackRectangle(area, 1, pixels);
-        std::size_t count = 0;
-        for (std::size_t y = 0; y < 4; ++y) {
-            count += static_cast<std::size_t>(std::count(pixels.row(y), pixels.row(y) + 4, black));
-        }
-        return count;
+        return blackPixels(pixels);
     };
     EXPECT_EQ(paint({-2, -2, 3, 3}), 1);
     EXPECT_EQ(paint({0.9, 0.9, 0.2, 0.2}), 9);

@@ -13,13 +13,7 @@
 #include "Qt/Quick/WebViewFactoryQuick.h"
 
 using namespace merovanta;
-using merovanta::test::eventually;
-using merovanta::test::film;
-using merovanta::test::judgeOf;
-using merovanta::test::Scene;
-using merovanta::test::secretPixels;
-using merovanta::test::secrets;
-using merovanta::test::takePicture;
+using namespace merovanta::test;
 
 namespace {
 
@@ -63,38 +57,28 @@ TEST_P(Masks, CoverWhatIsSecretWhereItShows) {
     EXPECT_LT(sight.black, 0.7);
 }
 
-// OpenGL paints what is less than a point away from the window's plane.
+// What the scenes of the sentinel's test do not show. Matrices: OpenGL paints what is less than a point away
+// from the window's plane.
 INSTANTIATE_TEST_SUITE_P(
-    Depth, Masks,
+    Places, Masks,
     testing::Values(
-        "Item { x: 60; y: 60; transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,150,0, 0,1,100,0, 0,0,1,0, "
-        "0,0,0,1) }\n"
-        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, "
-        "0,0,0,1) } "
-        "} }",
-        "Item { x: 60; y: 60; width: 150; height: 100; layer.enabled: true\n"
-        "transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,150,0, 0,1,100,0, 0,0,1,0, 0,0,0,1) }\n"
-        "SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, "
-        "0,0,0,1) } "
-        "} }"));
-
-INSTANTIATE_TEST_SUITE_P(
-    Effects, Masks,
-    testing::Values(
-        "Item { id: s; x: 10; width: 100; height: 100; Merovanta.tag: 7\n"
-        "Rectangle { id: inner; width: 40; height: 40; color: 'magenta' } }\n"
-        "ShaderEffectSource { sourceItem: inner; x: 150; y: 200; width: 60; height: 60 }",
-        "Item { visible: false; Item { id: s; width: 100; height: 100; SecretField {} } }\n"
-        "Item { visible: false; Item { id: t; width: 70; height: 70\n"
-        "ShaderEffectSource { sourceItem: s; width: 60; height: 60 } } }\n"
-        "ShaderEffectSource { sourceItem: t; x: 150; y: 200; width: 90; height: 90 }",
-        "Item { y: 90; width: 100; height: 60; scale: 3; transformOrigin: Item.TopLeft; layer.enabled: true; "
-        "layer.smooth: true\n"
-        "SecretField { width: 30; height: 30; x: 20; y: 10 } }",
-        "Item { y: 90; width: 100; height: 60; layer.enabled: true; SecretField {}\n"
-        "layer.effect: Item { property var source; ShaderEffectSource { sourceItem: "
-        "parent.source.sourceItem; "
-        "anchors.fill: parent } } }"));
+        R"(Item { x: 60; y: 60; transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,150,0, 0,1,100,0, 0,0,1,0, 0,0,0,1) }
+        SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, 0,0,0,1) } } })",
+        R"(Item { x: 60; y: 60; width: 150; height: 100; layer.enabled: true
+        transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,150,0, 0,1,100,0, 0,0,1,0, 0,0,0,1) }
+        SecretField { transform: Matrix4x4 { matrix: Qt.matrix4x4(1,0,0,0, 0,1,0,0, .002,.002,1,.1, 0,0,0,1) } } })",
+        R"(Item { id: s; x: 10; width: 100; height: 100; Merovanta.tag: 7
+        Rectangle { id: inner; width: 40; height: 40; color: 'magenta' } }
+        ShaderEffectSource { sourceItem: inner; x: 150; y: 200; width: 60; height: 60 })",
+        R"(Item { visible: false; Item { id: s; width: 100; height: 100; SecretField {} } }
+        Item { visible: false; Item { id: t; width: 70; height: 70
+            ShaderEffectSource { sourceItem: s; width: 60; height: 60 } } }
+        ShaderEffectSource { sourceItem: t; x: 150; y: 200; width: 90; height: 90 })",
+        R"(Item { y: 90; width: 100; height: 60; scale: 3; transformOrigin: Item.TopLeft; layer.enabled: true; layer.smooth: true
+        SecretField { width: 30; height: 30; x: 20; y: 10 } })",
+        R"(Item { y: 90; width: 100; height: 60; layer.enabled: true; SecretField {}
+        layer.effect: Item { property var source
+            ShaderEffectSource { sourceItem: parent.source.sourceItem; anchors.fill: parent } } })"));
 
 TEST(MaskedPopups, AreCoveredWithAllThatIsInThem) {
     Scene scene(R"(ApplicationWindow {

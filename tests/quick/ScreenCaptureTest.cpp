@@ -10,11 +10,7 @@
 #include "Scene.h"
 
 using namespace merovanta;
-using merovanta::test::eventually;
-using merovanta::test::film;
-using merovanta::test::Scene;
-using merovanta::test::secrets;
-using merovanta::test::takePicture;
+using namespace merovanta::test;
 
 namespace {
 

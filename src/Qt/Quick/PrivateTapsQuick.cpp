@@ -21,7 +21,8 @@ bool isInside(const QQuickItem& item, QPointF place) {
     return item.boundingRect().adjusted(-0.5, -0.5, 0.5, 0.5).contains(place);
 }
 
-/// Whether the place is in an item that keeps its taps, or in one of those in it: also where these reach out of it.
+/// Whether the place is in an item that keeps its taps, or in one of those in it: also where these reach out
+/// of it.
 bool isKeptIn(const QQuickItem& item, QPointF scene, bool isAroundKept) {
     if (!item.isVisible()) return false;
     const bool isHere = isInside(item, item.mapFromScene(scene));
@@ -29,9 +30,8 @@ bool isKeptIn(const QQuickItem& item, QPointF scene, bool isAroundKept) {
     if (isHere && keeps) return true;
     if (item.clip() && !isHere) return false;
     const auto children = item.childItems();
-    return std::any_of(children.begin(), children.end(), [&](const QQuickItem* child) {
-        return isKeptIn(*child, scene, keeps);
-    });
+    return std::any_of(children.begin(), children.end(),
+                       [&](const QQuickItem* child) { return isKeptIn(*child, scene, keeps); });
 }
 
 }  // namespace
