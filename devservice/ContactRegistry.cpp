@@ -13,10 +13,7 @@ constexpr std::size_t kMaxIdentifierBytes = 128;
 Contact& ContactRegistry::obtain(const std::string& tenantId, const std::string& visitorId, Moment now) {
     const std::string tenant = boundedText(tenantId, kMaxIdentifierBytes);
     const std::string visitor = boundedText(visitorId, kMaxIdentifierBytes);
-    const auto known = std::find_if(contacts_.begin(), contacts_.end(), [&](const Contact& contact) {
-        return contact.tenantId == tenant && contact.visitorId == visitor;
-    });
-    if (known != contacts_.end()) {
+    if (auto* const known = const_cast<Contact*>(std::as_const(*this).find(tenant, visitor))) {
         known->lastSeen = now;
         return *known;
     }
@@ -56,6 +53,13 @@ Contact* ContactRegistry::find(std::string_view number) {
 const Contact* ContactRegistry::find(std::string_view number) const {
     const auto found = std::find_if(contacts_.begin(), contacts_.end(), [&](const Contact& contact) {
         return std::to_string(contact.number) == number;
+    });
+    return found == contacts_.end() ? nullptr : &*found;
+}
+
+const Contact* ContactRegistry::find(std::string_view tenantId, std::string_view visitorId) const {
+    const auto found = std::find_if(contacts_.begin(), contacts_.end(), [&](const Contact& contact) {
+        return contact.tenantId == tenantId && contact.visitorId == visitorId;
     });
     return found == contacts_.end() ? nullptr : &*found;
 }

@@ -33,6 +33,8 @@ class ContactRegistry {
     /// The one with this number in decimal, or null.
     Contact* find(std::string_view number);
     const Contact* find(std::string_view number) const;
+    /// The one with this visitor id, or null.
+    const Contact* find(std::string_view tenantId, std::string_view visitorId) const;
 
     /// Each of these changes the contact and says so.
     void identify(Contact& contact, nlohmann::json identity, Moment now);

@@ -13,14 +13,18 @@ constexpr std::string_view kHelp = R"(Usage: merovanta-devservice [OPTION]...
 
 The Merovanta development service: the endpoints that the library calls, and an
 agent console at "/", in one process. For demos and end-to-end tests only; it
-has no accounts and no storage, and encryption only when asked.
+has no accounts, and storage and encryption only when asked.
 
   --host ADDRESS             listen on this address (127.0.0.1)
   --port PORT                listen on this port (8480); 0 chooses a free one
   --tls-cert FILE            serve HTTPS and WSS only, with this certificate chain
   --tls-key FILE             and this key, both PEM
   --log-requests             print a line for each request
-  --record DIR               write each received picture and event to DIR
+  --data DIR                 keep a recording of each session in DIR, for the console
+  --keep-days DAYS           delete recordings this old (30)
+  --keep-size MB             delete the oldest when they take more room (5000)
+  --record DIR               write each received picture and event to DIR, as it came,
+                             for tests
   --pages-dir DIR            serve the console and the chat page from DIR, not those
                              built in
   --help                     print this
@@ -83,7 +87,8 @@ bool set(std::vector<std::string>& target, std::string_view text) {
     return true;
 }
 
-bool set(std::uint16_t& target, std::string_view text) {
+template <typename Number>
+bool setNumber(Number& target, std::string_view text) {
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), target);
     return error == std::errc() && end == text.data() + text.size();
 }
@@ -103,7 +108,20 @@ using Setter = std::function<bool(Options&, std::string_view)>;
 const std::map<std::string_view, Setter>& valueOptions() {
     static const std::map<std::string_view, Setter> table = {
         {"--host", [](Options& o, std::string_view v) { return set(o.host, v); }},
-        {"--port", [](Options& o, std::string_view v) { return set(o.port, v); }},
+        {"--port", [](Options& o, std::string_view v) { return setNumber(o.port, v); }},
+        {"--data", [](Options& o, std::string_view v) { return set(o.dataDirectory, v); }},
+        {"--keep-days",
+         [](Options& o, std::string_view v) {
+             std::uint16_t days = 0;
+             o.recordingLimits.age = std::chrono::days(setNumber(days, v) ? days : 0);
+             return days > 0;
+         }},
+        {"--keep-size",
+         [](Options& o, std::string_view v) {
+             std::uint32_t megabytes = 0;
+             o.recordingLimits.bytes = setNumber(megabytes, v) ? megabytes * std::uint64_t{1'000'000} : 0;
+             return megabytes > 0;
+         }},
         {"--record", [](Options& o, std::string_view v) { return set(o.recordDirectory, v); }},
         {"--tls-cert", [](Options& o, std::string_view v) { return set(o.tlsCertificate, v); }},
         {"--tls-key", [](Options& o, std::string_view v) { return set(o.tlsKey, v); }},

@@ -8,6 +8,7 @@
 #include "Faults.h"
 #include "HttpTimeouts.h"
 #include "InitReply.h"
+#include "RecordingStore.h"
 
 namespace merovanta::devservice {
 
@@ -18,6 +19,9 @@ struct Options {
     bool logRequests = false;
     std::filesystem::path pagesDirectory;
     std::filesystem::path recordDirectory;
+    /// Where sessions are recorded to be looked at again; empty when they are not.
+    std::filesystem::path dataDirectory;
+    RecordingStore::Limits recordingLimits;
     /// PEM files; both empty without encryption.
     std::filesystem::path tlsCertificate, tlsKey;
     InitReply initReply;

@@ -17,12 +17,13 @@ using ErrorCode = boost::system::error_code;
 
 Server::Server(Options options, std::ostream& log)
     : options_(std::move(options)),
-      visitors_(hub_),
+      visitors_(audience_),
       presences_([this] { hub_.visitorsChanged(); }),
       contacts_([this](const Contact& contact) {
           hub_.contactsChanged();
           chatSockets_.contactChanged(contact);
       }),
+      sessionRecorder_(recordings_, visitors_, contacts_, std::cerr),
       chatSockets_(contacts_),
       assets_(options_.pagesDirectory),
       streams_(visitors_, recorder_),
@@ -32,10 +33,14 @@ Server::Server(Options options, std::ostream& log)
       chatApi_(chatSockets_, contacts_, documents_, assets_),
       consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_, assets_),
       contactApi_(contacts_, documents_),
+      recordingApi_(recordings_, sessionRecorder_, visitors_),
       slots_(kMaxConnections),
       acceptor_(context_),
       tickTimer_(context_),
+      settleTimer_(context_),
       acceptTimer_(context_) {
+    audience_.add(hub_);
+    audience_.add(sessionRecorder_);
     hub_.attach({visitors_, presences_, contacts_, options_.initReply, options_.faults});
     options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
@@ -43,6 +48,7 @@ Server::Server(Options options, std::ostream& log)
     chatApi_.addRoutes(guarded);
     consoleApi_.addRoutes(guarded);
     contactApi_.addRoutes(guarded);
+    recordingApi_.addRoutes(guarded);
 }
 
 std::optional<std::string> Server::open() {
@@ -64,6 +70,10 @@ std::optional<std::string> Server::open() {
     if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
     if (error) return "cannot listen on " + where + ": " + error.message();
     port_ = acceptor_.local_endpoint(error).port();
+    if (!options_.dataDirectory.empty()) {
+        sessionRecorder_.open(options_.dataDirectory, options_.recordingLimits);
+        settleRecordings();
+    }
     accept();
     tick();
     return std::nullopt;
@@ -125,6 +135,14 @@ void Server::retryAccept() {
     acceptTimer_.expires_after(std::chrono::milliseconds(100));
     acceptTimer_.async_wait([this](ErrorCode error) {
         if (!error) accept();
+    });
+}
+
+void Server::settleRecordings() {
+    sessionRecorder_.settle(currentMoment());
+    settleTimer_.expires_after(SessionRecorder::kSettlePause);
+    settleTimer_.async_wait([this](ErrorCode error) {
+        if (!error) settleRecordings();
     });
 }
 

@@ -21,9 +21,13 @@
 #include "PageAssets.h"
 #include "PresenceRegistry.h"
 #include "Recorder.h"
+#include "RecordingApi.h"
+#include "RecordingStore.h"
 #include "RequestLog.h"
 #include "Router.h"
+#include "SessionRecorder.h"
 #include "VisitorApi.h"
+#include "VisitorAudience.h"
 #include "VisitorRegistry.h"
 #include "VisitorSockets.h"
 #include "VisitorStreams.h"
@@ -58,13 +62,17 @@ class Server {
     void accept();
     void retryAccept();
     void tick();
+    void settleRecordings();
 
     Options options_;
     Recorder recorder_;
+    RecordingStore recordings_;
     ConsoleHub hub_;
+    VisitorAudience audience_;
     VisitorRegistry visitors_;
     PresenceRegistry presences_;
     ContactRegistry contacts_;
+    SessionRecorder sessionRecorder_;
     ChatSockets chatSockets_;
     DocumentStore documents_;
     PageAssets assets_;
@@ -76,6 +84,7 @@ class Server {
     ChatApi chatApi_;
     ConsoleApi consoleApi_;
     ContactApi contactApi_;
+    RecordingApi recordingApi_;
     ConnectionSlots slots_;
     std::optional<boost::asio::ssl::context> tls_;
     std::uint16_t port_ = 0;
@@ -83,6 +92,7 @@ class Server {
     boost::asio::io_context context_{1};
     boost::asio::ip::tcp::acceptor acceptor_;
     boost::asio::steady_timer tickTimer_;
+    boost::asio::steady_timer settleTimer_;
     boost::asio::steady_timer acceptTimer_;
 };
 

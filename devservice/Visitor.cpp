@@ -287,6 +287,7 @@ json Visitor::summary(Moment now) const {
         {"picture",
          lastFrame_ ? json{{"width", lastFrame_->size.width}, {"height", lastFrame_->size.height}} : json()},
         {"userTag", userTag_},
+        {"recording", recording_},
         {"firstSeenAt", milliseconds(firstSeen_)},
         {"startedAt", milliseconds(startedAt_)},
         {"endedAt", milliseconds(endedAt_)},

@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "AgentMessages.h"
 #include "EndReason.h"
@@ -70,6 +71,9 @@ class Visitor {
     /// The oldest queued message as JSON text, removed from the queue; nothing when none waits.
     std::optional<std::string> takeAgentMessage();
 
+    /// How this session is recorded, for the console (see README.md); null when nothing is.
+    void setRecording(nlohmann::json recording) { recording_ = std::move(recording); }
+
     std::uint32_t number() const { return number_; }
     const std::string& tenantId() const { return tenantId_; }
     const std::string& sessionId() const { return sessionId_; }
@@ -112,7 +116,7 @@ class Visitor {
     RateMeter frameRate_, byteRate_;
     Timeline timeline_;
     std::shared_ptr<const Frame> lastFrame_;
-    nlohmann::json userTag_;
+    nlohmann::json userTag_, recording_;
     AgentMessages agentMessages_;
     std::string lastWarning_;
     Moment lastWarningAt_{};

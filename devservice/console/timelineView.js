@@ -1,6 +1,6 @@
-import { describe } from './agentMessages.js';
 import { byId, element } from './dom.js';
 import * as format from './format.js';
+import { wording } from './timelineWording.js';
 
 const MOST_ENTRIES = 500;
 
@@ -12,33 +12,6 @@ const FILTERS = [
   ['tags', 'Tags', (kind) => ['tag', 'userTag', 'activity', 'consent'].includes(kind)],
   ['warnings', 'Warnings', (kind) => kind === 'warning'],
 ];
-
-function userTag(detail) {
-  const name = [detail.firstname, detail.lastname].filter(Boolean).join(' ');
-  const rest = [detail.email, detail.id && `id ${detail.id}`, detail.assignedUser && `agent ${detail.assignedUser}`];
-  return [name, ...rest, ...(detail.label ?? []).map((label) => `#${label}`)].filter(Boolean).join(' · ');
-}
-
-const ENDINGS = {
-  visitor: 'by the visitor', agent: 'by an agent', background: 'stream closed, for the background', silent: 'no word from the app for a minute', unopened: 'never began to stream',
-};
-
-// Kind to [title, text].
-const WORDING = {
-  init: (e) => ['Session initialised', [e.text, e.detail.forced && 'forced'].filter(Boolean).join(' · ')],
-  connect: (e) => ['Stream opened', [e.text, e.detail.transport === 'websocket' && 'WebSocket'].filter(Boolean).join(' · ')],
-  disconnect: (e) => ['Connection closed', e.text],
-  end: (e) => ['Session ended', ENDINGS[e.detail?.reason] ?? ''],
-  page: (e) => ['Page', e.text],
-  tap: (e) => ['Tap', `${Math.round(e.detail.x)}, ${Math.round(e.detail.y)} px`],
-  tag: (e) => ['Tag', e.text],
-  userTag: (e) => ['Visitor identified', userTag(e.detail)],
-  picture: (e) => ['Picture', `${e.text} px`],
-  consent: (e) => ['Consent', e.text],
-  activity: (e) => ['Activity', e.text],
-  agent: (e) => ['Agent', describe(e.text)],
-  warning: (e) => ['Warning', e.text],
-};
 
 /** The history of the visitor's session, newest first. */
 export class TimelineView {
@@ -79,7 +52,7 @@ export class TimelineView {
   }
 
   #row(entry) {
-    const [title, text] = (WORDING[entry.kind] ?? ((e) => [e.kind, e.text]))(entry);
+    const [title, text] = wording(entry);
     const row = element('li', 'entry');
     row.dataset.kind = entry.kind;
     const when = element('time', 'entry-time', format.time(entry.at));
