@@ -6,7 +6,7 @@ import { join } from 'node:path';
 import { AgentConsole } from './agentConsole.mjs';
 import { onePage } from './pdf.mjs';
 import { lowestStretch } from './pixels.mjs';
-import { App, MASKS, Service, eventually } from './support.mjs';
+import { App, MASKS, Service, eventually, temporaryDirectory } from './support.mjs';
 
 const VIEWPORTS = { desktop: { width: 1280, height: 860 }, phone: { width: 390, height: 844 } };
 // The app's, as on most screens today.
@@ -27,6 +27,10 @@ async function take(agent, app, name, phoneTop = 'body') {
   app.say(`picture ${join(target, `app-${name}.png`)}`);
   await app.line(new RegExp(`^saved .*app-${name}.png$`));
   await agent.page.locator('#toast').waitFor({ state: 'hidden' });
+  await takeConsole(agent, name, phoneTop);
+}
+
+async function takeConsole(agent, name, phoneTop = 'body') {
   for (const [device, viewport] of Object.entries(VIEWPORTS)) {
     await agent.page.setViewportSize(viewport);
     const top = device === 'phone' ? phoneTop : 'body';
@@ -37,7 +41,7 @@ async function take(agent, app, name, phoneTop = 'body') {
 }
 
 try {
-  const service = await Service.start(run, ...MASKS);
+  const service = await Service.start(run, '--data', temporaryDirectory(run), ...MASKS);
   const agent = await AgentConsole.open(run, service.url, VIEWPORTS.desktop);
   const app = App.open(run, service.host, ['--control'], 'double');
   const tapOn = async (name) => agent.tap(await app.place(name));
@@ -88,6 +92,18 @@ try {
   await app.place('page');
   await agent.rests();
   await take(agent, app, 'document');
+
+  await agent.page.goto(`${service.url}console/recordings.html`);
+  await agent.page.getByLabel('Search').fill('transfer');
+  await agent.page.locator('#found').filter({ hasText: '1 recording' }).waitFor();
+  await takeConsole(agent, 'recordings');
+  await agent.page.locator('.recording-link').click();
+  await agent.page.getByLabel('Your name').fill('Grace');
+  await agent.page.getByPlaceholder('Note at this moment').fill('Asked about transfers');
+  await agent.page.getByRole('button', { name: 'Add note' }).click();
+  await agent.page.locator('.replay-entry').filter({ hasText: 'Tap at' }).last().getByRole('button').click();
+  await agent.page.locator('.replay-tap').first().waitFor();
+  await takeConsole(agent, 'replay');
 } finally {
   for (const step of closing) await step();
 }

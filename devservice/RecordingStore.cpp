@@ -1,6 +1,7 @@
 #include "RecordingStore.h"
 
 #include <charconv>
+#include <fstream>
 #include <utility>
 #include <vector>
 
@@ -50,10 +51,13 @@ std::optional<std::string> RecordingStore::open(const std::filesystem::path& dir
     directory_ = directory;
     limits_ = limits;
     std::error_code error;
-    const bool made = std::filesystem::create_directories(directory / "pictures", error);
+    std::filesystem::create_directories(directory / "pictures", error);
     if (error) return "cannot make " + (directory / "pictures").string() + ": " + error.message();
-    // What visitors showed is nobody else's business.
-    if (made) std::filesystem::permissions(directory, std::filesystem::perms::owner_all, error);
+    // What visitors showed is nobody else's business. The log beside the index takes over its permissions.
+    using std::filesystem::perms;
+    std::filesystem::permissions(directory / "pictures", perms::owner_all, error);
+    std::ofstream(directory / "index.sqlite", std::ios::app).close();
+    std::filesystem::permissions(directory / "index.sqlite", perms::owner_read | perms::owner_write, error);
     index_.open(directory / "index.sqlite");
     index_.begin();
     makeTables();
@@ -95,8 +99,8 @@ void RecordingStore::recover() {
         index_.run("DELETE FROM pictures WHERE recording = ? AND offset + length > ?", id, bytes);
         index_.run(
             "UPDATE recordings SET pictures = (SELECT count(*) FROM pictures WHERE recording = id), "
-            "events = (SELECT count(*) FROM events WHERE recording = id), endedAt = lastAt, ending = 'The "
-            "service was ended' WHERE id = ?",
+            "events = (SELECT count(*) FROM events WHERE recording = id), endedAt = lastAt, "
+            "ending = 'service' WHERE id = ?",
             id);
     }
 }

@@ -145,11 +145,12 @@ void RecordingWriter::flush() {
         const auto bytes =
             kRecordingBytes + static_cast<std::int64_t>(file_.end()) + pictures_ * kRowBytes + eventBytes_;
         index_.run(
-            "UPDATE recordings SET lastAt = ?, endedAt = ?, ending = ?, pictures = ?, events = ?, chats = ?, acts = ?, bytes = ?, "
+            "UPDATE recordings SET lastAt = ?, endedAt = ?, ending = ?, pictures = ?, events = ?, chats = ?, "
+            "acts = ?, bytes = ?, "
             "visitor = ?, code = ?, name = ?, page = ?, screenWidth = ?, screenHeight = ? WHERE id = ?",
-            count(lastAt_), endedAt_, facts_.ending, pictures_, events_, chats_, acts_, bytes, facts_.visitor, facts_.code,
-            facts_.name, facts_.page, std::int64_t{facts_.screenWidth}, std::int64_t{facts_.screenHeight},
-            id_);
+            count(lastAt_), endedAt_, facts_.ending, pictures_, events_, chats_, acts_, bytes, facts_.visitor,
+            facts_.code, facts_.name, facts_.page, std::int64_t{facts_.screenWidth},
+            std::int64_t{facts_.screenHeight}, id_);
     }
     if (wordsChanged_) {
         index_.begin();

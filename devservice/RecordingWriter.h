@@ -18,8 +18,6 @@ struct RecordingFacts {
     std::string visitor, code, name, page;
     /// Why it is over, as the console's summaries say it; empty while it is not.
     std::string ending;
-    /// Why it is over, as the console's summaries write it; empty while it is not.
-    std::string ending;
     int screenWidth = 0, screenHeight = 0;
     bool operator==(const RecordingFacts&) const = default;
 };

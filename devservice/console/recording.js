@@ -7,6 +7,7 @@ import { ExportDialog } from './exportDialog.js';
 import { RecordingNotes } from './recordingNotes.js';
 import { recordingTitle, startText } from './recordingRow.js';
 import { ReplayPlayer } from './replayPlayer.js';
+import { ENDINGS } from './timelineWording.js';
 import { toast } from './toast.js';
 
 const address = `/console/api/recordings/${encodeURIComponent(new URLSearchParams(location.search).get('id') ?? '')}`;
@@ -35,7 +36,7 @@ function describe(recording) {
   document.title = `${title} · Recording`;
   setText(byId('title'), title);
   const about = [startText(recording), format.span(recording.lastAt - recording.startedAt), recording.tenantId,
-    `${format.count(recording.pictures)} pictures, ${format.bytes(recording.bytes)}`, recording.ending].filter(Boolean).join(' · ');
+    `${format.count(recording.pictures)} pictures, ${format.bytes(recording.bytes)}`, ENDINGS[recording.ending]].filter(Boolean).join(' · ');
   setText(byId('about'), about);
   byId('state').hidden = recording.endedAt !== null;
   byId('state').dataset.state = 'live';

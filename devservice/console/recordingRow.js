@@ -1,8 +1,11 @@
+import { visitorName } from './contacts.js';
 import { element } from './dom.js';
 import * as format from './format.js';
 
+const personOf = (recording) => recording.name || visitorName(recording);
+
 /** What a recording is called. */
-export const recordingTitle = ({ code, name, visitorId }) => [code || 'No code', name || visitorId].filter(Boolean).join(' · ');
+export const recordingTitle = (recording) => `${recording.code || 'No code'} · ${personOf(recording)}`;
 
 export const startText = ({ startedAt }) => new Date(startedAt).toLocaleString(undefined, { dateStyle: 'medium', timeStyle: 'short' });
 
@@ -16,11 +19,11 @@ export function recordingRow(recording, now) {
   const live = recording.endedAt === null;
   const length = format.span((live ? now : recording.lastAt) - recording.startedAt);
   link.append(element('span', 'recording-code', recording.code || '—'));
-  link.append(element('span', 'recording-who', [recording.name || recording.visitorId, recording.tenantId].filter(Boolean).join(' · ')));
+  link.append(element('span', 'recording-who', [personOf(recording), recording.tenantId].filter(Boolean).join(' · ')));
   const when = element('time', 'recording-when', startText(recording));
   when.dateTime = new Date(recording.startedAt).toISOString();
   link.append(when, element('span', 'recording-length', length));
-  const page = element('span', 'recording-page', recording.page || 'No page');
+  const page = element('span', 'recording-where', recording.page || 'No page');
   link.append(page);
   const marks = element('span', 'recording-marks');
   if (live) marks.append(pill('live', recording.off ? 'Live, not recorded' : 'Live'));

@@ -19,7 +19,7 @@ export class RecordingSwitch {
     if (!recording) return;
     this.#button.dataset.state = recording.state;
     this.#button.setAttribute('aria-pressed', String(recording.state !== 'off'));
-    setText(this.#button, LABELS[recording.state]);
+    setText(byId('recording-label'), LABELS[recording.state]);
     this.#button.title = recording.problem ? `Nothing can be recorded: ${recording.problem}`
       : recording.state === 'on' ? 'The session is recorded. Press to stop that.' : 'Press to record the session.';
   }

@@ -38,7 +38,8 @@ async function load() {
     while (found.recordings.length < wanted) {
       parameters.set('limit', Math.min(wanted - found.recordings.length, 200));
       parameters.set('offset', found.recordings.length);
-      const reply = await fetch(`/console/api/recordings?${parameters}`);
+      // To the service "+" is a plus sign.
+      const reply = await fetch(`/console/api/recordings?${String(parameters).replaceAll('+', '%20')}`);
       const body = await reply.json();
       if (!reply.ok) throw new Error(body.error);
       Object.assign(found, body, { recordings: [...found.recordings, ...body.recordings] });

@@ -121,7 +121,7 @@ TEST(Recording, HoldsWhatTheConsoleShowsAndIsFoundByIt) {
     EXPECT_EQ(process.catalog.picture(1, 2), jpeg(390, 844, 50'000));
     const json recording = process.catalog.find(1);
     EXPECT_EQ(recording["name"], "J\xC3\xBCrgen O'Neil-Wu");
-    EXPECT_EQ(recording["ending"], "Ended by the visitor");
+    EXPECT_EQ(recording["ending"], "background");
     EXPECT_EQ(recording["pictures"], 2);
 
     process.catalog.setLabels(1, {"follow up"});
@@ -157,7 +157,7 @@ TEST(Recording, AProcessThatIsKilledLeavesAllButWhatWasNotSettled) {
     {
         Process after(copy.path);
         EXPECT_EQ(after.pictures(), 10);
-        EXPECT_EQ(after.catalog.find(1)["ending"], "The service was ended");
+        EXPECT_EQ(after.catalog.find(1)["ending"], "service");
         EXPECT_FALSE(fs::exists(copy.path / "pictures" / "77.jpegs"));
         after.now = process.now;
         after.show(after.start(), 2000);

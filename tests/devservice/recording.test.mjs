@@ -71,7 +71,7 @@ test('recordings are searched and filtered, and a reload shows the same', async 
   await page.getByRole('link', { name: 'Recordings' }).click();
   await found('2 recordings');
   await page.getByText(/Kept for 30 days and up to 5.0 GB/).waitFor();
-  for (const [text, count] of [['keller', '1 recording'], ['page:other', '1 recording'], ['zzz', '0 recordings'], ['7000', '2 recordings']]) {
+  for (const [text, count] of [['keller 70001', '1 recording'], ['page:other', '1 recording'], ['zzz', '0 recordings'], ['7000', '2 recordings']]) {
     await page.getByLabel('Search').fill(text);
     await found(count);
   }
