@@ -23,6 +23,8 @@ constexpr const char* kTables[] = {
     "0, "
     "acts INTEGER NOT NULL DEFAULT 0, bytes INTEGER NOT NULL DEFAULT 0, labels TEXT NOT NULL DEFAULT '[]')",
     "CREATE INDEX recordingsByStart ON recordings (startedAt)",
+    // Holds all that is asked for once a second.
+    "CREATE INDEX recordingsByEnd ON recordings (endedAt, bytes)",
     "CREATE INDEX recordingsBySession ON recordings (session, tenant)",
     "CREATE TABLE pictures (recording INTEGER, number INTEGER, at INTEGER NOT NULL, offset INTEGER NOT NULL, "
     "length INTEGER NOT NULL, PRIMARY KEY (recording, number)) WITHOUT ROWID",
