@@ -27,7 +27,8 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// Starts a session: the service is asked what to hide and whether to watch, then the masked screen, the
     /// changes of page and the taps are streamed to it. Logs an error if a session runs already, or if this
     /// one cannot be started; the latter may be tried again. A visitor whom the service ignores is left
-    /// alone: nothing runs then.
+    /// alone: nothing runs then. A session that could not be opened again on return from the background has
+    /// ended, but counts as running here until stop().
     void start();
 
     /// As above; the outcome is told once: nothing when the session runs, else why there is none, also if the

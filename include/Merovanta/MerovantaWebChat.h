@@ -1,8 +1,11 @@
 #pragma once
 
 #include <Merovanta/Export.h>
+#include <Merovanta/Observation.h>
 #include <Merovanta/Outcome.h>
 
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace merovanta {
@@ -34,6 +37,11 @@ class MEROVANTA_EXPORT MerovantaWebChat {
 
     /// Whether the chat lies over a screen of the application. Thread: main.
     [[nodiscard]] bool isOpen() const;
+
+    /// Calls the observer whenever isOpen() has changed, whoever brought it about, in a turn of its own,
+    /// until the handle is destroyed. Inside it may do anything: open, close, remove itself. Null if there is
+    /// no platform. Thread: main.
+    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void(bool isOpen)> observer);
 
     /// The device's push token, which the service is told with the visitor's identity when a session starts.
     void setMobileDeviceToken(const std::string& token);

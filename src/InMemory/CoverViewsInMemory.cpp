@@ -30,9 +30,15 @@ std::unique_ptr<CoverView> CoverViewsInMemory::create(const View& parent, const 
     const auto view = dynamic_cast<const ViewInMemory&>(parent).native();
     if (!view) return nullptr;
     auto cover = NativeView::make({0, 0, view->frame.width, view->frame.height}, view->color, {className});
-    cover->onTap = [] {};
     auto shared = std::make_shared<std::function<void()>>(std::move(dismissed));
     mDismissed = shared;
+    // Takes the touches, and runs this when it dies.
+    const auto died = [time = mTime, weak = mDismissed](void* /*nothing*/) {
+        time->post([weak] {
+            if (const auto action = weak.lock()) (*action)();
+        });
+    };
+    cover->onTap = [life = std::shared_ptr<void>(nullptr, died)] {};
     return std::make_unique<CoverInMemory>(view, std::move(cover), std::move(shared));
 }
 

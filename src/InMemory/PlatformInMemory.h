@@ -70,7 +70,7 @@ class PlatformInMemory : public Platform {
     OverlaysInMemory mOverlays;
     AlertsInMemory mAlerts{time};
     WidgetsInMemory mWidgets;
-    CoverViewsInMemory mCoverViews;
+    CoverViewsInMemory mCoverViews{time};
     WebViewsInMemory mWebViews{time};
     DocumentPreviewsInMemory mDocumentPreviews;
     MainQueueInMemory mMainQueue{time};

@@ -12,7 +12,7 @@
 namespace merovanta::inmemory {
 
 /// A view that is in front of the others of its superview, or behind the first of these classes, for as
-/// long as this lives.
+/// long as this and the superview live.
 class SubviewInMemory {
  public:
     SubviewInMemory(const std::shared_ptr<NativeView>& superview, std::shared_ptr<NativeView> view)
@@ -30,16 +30,19 @@ class SubviewInMemory {
     }
 
     ~SubviewInMemory() {
-        if (const auto superview = mView->superview.lock()) std::erase(superview->subviews, mView);
+        const auto view = mView.lock();
+        const auto superview = view ? view->superview.lock() : nullptr;
+        if (superview) std::erase(superview->subviews, view);
     }
 
     SubviewInMemory(const SubviewInMemory&) = delete;
     SubviewInMemory& operator=(const SubviewInMemory&) = delete;
 
-    [[nodiscard]] const std::shared_ptr<NativeView>& native() const { return mView; }
+    /// Null when it has gone with its superview.
+    [[nodiscard]] std::shared_ptr<NativeView> native() const { return mView.lock(); }
 
  private:
-    std::shared_ptr<NativeView> mView;
+    std::weak_ptr<NativeView> mView;
 };
 
 }  // namespace merovanta::inmemory

@@ -25,8 +25,8 @@ class CoverViewFactory {
     virtual ~CoverViewFactory() = default;
 
     /// A cover whose native view is of this class and a direct subview of the parent; null if the parent is
-    /// dead. Whenever the visitor asks by the keyboard to have it go away, dismissed is called, later; it may
-    /// destroy the cover.
+    /// dead. Whenever the visitor asks by the keyboard to have it go away, and when the host has destroyed
+    /// its native view, dismissed is called, later; it may destroy the cover.
     [[nodiscard]] virtual std::unique_ptr<CoverView> create(const View& parent, const std::string& className,
                                                             std::function<void()> dismissed) = 0;
 };

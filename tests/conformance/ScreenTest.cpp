@@ -124,7 +124,9 @@ TEST_F(Screen, ControllersLeadToWhatTheUserSees) {
 TEST_F(Screen, ACoverFillsAViewInFrontOfAllElseAndTakesItsTouches) {
     harness->show(Page::views);
     const auto taps = harness->hostTaps();
-    auto cover = platform().coverViews().create(*root(), "ChatView", {});
+    int deaths = 0;
+    const auto lay = [&] { return platform().coverViews().create(*root(), "ChatView", [&] { ++deaths; }); };
+    auto cover = lay();
     ASSERT_NE(cover, nullptr);
     const auto native = cover->view();
     EXPECT_EQ(native->className(), "ChatView");
@@ -135,8 +137,14 @@ TEST_F(Screen, ACoverFillsAViewInFrontOfAllElseAndTakesItsTouches) {
     EXPECT_EQ(harness->hostTaps(), taps);
     cover.reset();
     EXPECT_FALSE(native->isAlive());
+    harness->pass(50ms);
+    EXPECT_EQ(deaths, 0) << "taken away by the library itself";
+    cover = lay();
     const auto gone = root();
     harness->close();
+    EXPECT_FALSE(cover->view()->isAlive());
+    harness->pass(50ms);
+    EXPECT_EQ(deaths, 1);
     EXPECT_EQ(platform().coverViews().create(*gone, "ChatView", {}), nullptr);
 }
 

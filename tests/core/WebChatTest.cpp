@@ -117,6 +117,30 @@ TEST_F(WebChatTest, TellsWhatBecameOfItAndIsClosedByTheHost) {
                                       "HTTP status 500", "Cannot find view of controller"));
 }
 
+TEST_F(WebChatTest, TheHostIsToldWhoeverOpensAndClosesIt) {
+    std::string told;
+    const auto observation =
+        Merovanta::webChat().observe([&](bool isOpenNow) { told += isOpenNow ? "open " : "closed "; });
+    std::unique_ptr<Observation> once = Merovanta::webChat().observe([&](bool) {
+        told += "once ";
+        once.reset();
+    });
+    open();
+    platform->tapRecognizers().tap({195, 10});
+    advance(1s);
+    open();
+    Merovanta::webChat().close();
+    Merovanta::webChat().open("support");
+    advance(1s);
+    EXPECT_EQ(told, "open once closed open closed open ");
+    platform->app.root->view.reset();
+    screen.reset();
+    advance(1s);
+    EXPECT_FALSE(Merovanta::webChat().isOpen());
+    EXPECT_EQ(platform->webViews().shown(), nullptr);
+    EXPECT_EQ(told, "open once closed open closed open closed ") << "gone with its screen";
+}
+
 TEST_F(WebChatTest, AConfigurationThatLacksWhatItShouldHoldOpensNothing) {
     configuration = HttpSessionInMemory::reply(200, "{}");
     open();
@@ -353,6 +377,13 @@ TEST_F(WebChatTest, SaysToTheVisitorWhyADocumentIsNotShown) {
     open();
     page().delegate.didReceiveScriptMessage({"openDocument", "9;data:," + std::string(48 << 20, 'A')});
     EXPECT_THAT(alerts, SizeIs(3)) << "of a chat of its own";
+    platform->alerts().answer(true);
+    for (int i = 0; i < 7; ++i)
+        openDocument("large;data:," + std::string(44'000'000, 'A'));
+    EXPECT_THAT(alerts, SizeIs(3));
+    openDocument("small;data:,QQ==");
+    ASSERT_THAT(alerts, SizeIs(4));
+    EXPECT_THAT(alerts[3].message, HasSubstr("as many documents as it can"));
 }
 
 TEST_F(WebChatTest, AnAgentsTapInTheTopFifthClosesItToo) {
@@ -374,6 +405,13 @@ TEST_F(WebChatTest, AnAgentsTapInTheTopFifthClosesItToo) {
     tap(0.19 * 844);
     EXPECT_FALSE(isOpen());
     EXPECT_EQ(clicks(), before) << "the visitor did not tap";
+}
+
+TEST_F(WebChatTest, AVisitorMayAttachFilesOnceTheHostAllowsIt) {
+    open();
+    EXPECT_FALSE(page().delegate.mayChooseFiles());
+    Merovanta::webChat().setAttachmentsAllowed(true);
+    EXPECT_TRUE(page().delegate.mayChooseFiles());
 }
 
 TEST_F(WebChatTest, ThePushTokenGoesWithTheIdentityOfASession) {

@@ -7,6 +7,9 @@
 #include <QtCore/QLoggingCategory>
 #include <QtQml/QQmlError>
 
+#include "General/Panoptra/ApplicationConfigWrapper.h"
+#include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Util/ViewUtils.h"
 #include "Scene.h"
 #include "qt/PageServer.h"
 
@@ -65,6 +68,28 @@ struct Host {
     Scene scene;
 };
 
+TEST(Facades, AreAttachedToEveryObjectLikeTheTag) {
+    Scene scene(R"(ApplicationWindow {
+        property list<string> said
+        Item { id: inner; objectName: "item"; Merovanta.tag: 3 + 4 }
+        Component.onCompleted: {
+            Merovanta.configuration.setServer("one.example");
+            Merovanta.configuration.setCdnServer("two.example");
+            Merovanta.initConfig("tenant", "token");
+            Merovanta.panoptra.preferWebSocket(true);
+            inner.Merovanta.tag += 1;
+            const {configuration, panoptra} = Merovanta;
+            said = [configuration.server(), configuration.cdnPath(), panoptra.shareId, panoptra.connected()];
+        }
+    })");
+    EXPECT_EQ(merovanta::ViewUtils::viewWithTag(scene.root(), 8)->identity(), scene.object("item"));
+    EXPECT_EQ(scene.window().property("said").toStringList().join(" ").toStdString(),
+              "one.example http://two.example/cdn " + Merovanta::panoptra().shareId() + " false");
+    EXPECT_TRUE(
+        merovanta::Injection::resolve<merovanta::ApplicationConfigWrapper>()->config.prefersWebSocket);
+    Merovanta::panoptra().preferWebSocket(false);
+}
+
 TEST(Facades, TheSessionIsBoundAndFollowedFromQml) {
     Host host(R"(
         readonly property string banner: Merovanta.panoptra.running ? "shared " + Merovanta.panoptra.shareId : "private"
@@ -104,6 +129,30 @@ TEST(Facades, TheSessionIsBoundAndFollowedFromQml) {
     EXPECT_TRUE(host.warnings.empty());
 }
 
+TEST(Facades, TheChatIsBoundFromQml) {
+    Host host(R"(
+        readonly property bool isChatOpen: Merovanta.webChat.isOpen
+        onIsChatOpenChanged: tell("bound " + isChatOpen)
+        function open() { Merovanta.webChat.open("support", error => tell("outcome " + error)) }
+        function close() { Merovanta.webChat.close() }
+    )");
+    host.server.set("/api/in/wc/c/support", {R"({"params":{}})", 200});
+    host.call("open");
+    EXPECT_TRUE(host.hasTold("bound true"));
+    host.call("close");
+    EXPECT_TRUE(host.hasTold("bound false"));
+    host.call("open");
+    EXPECT_TRUE(eventually([&] { return host.told().size() == 5; }));
+    // The visitor, whom the page keeps waiting while it loads.
+    EXPECT_TRUE(eventually([&] {
+        QTest::keyClick(&host.scene.window(), Qt::Key_Escape);
+        return host.told().size() == 6;
+    }));
+    EXPECT_THAT(host.told(), ElementsAre("outcome undefined", "bound true", "bound false",
+                                         "outcome undefined", "bound true", "bound false"));
+    Merovanta::user().clear();
+}
+
 TEST(Facades, WrongUseFromQmlIsAnErrorAtItsPlace) {
     Host host(R"(
         function refuse(call) { try { call(); tell("taken") } catch (error) { tell(error.name) } }
@@ -135,7 +184,10 @@ TEST(Facades, TheTagsOfAUserAreAnySequence) {
     Host host(R"(
         property list<string> typed: ["list", "of", "strings"]
         property var variants
-        function tagWith(tags) { Merovanta.user.tag({id: "v1", tags: tags}, () => tell("done"), error => tell(error)) }
+        function tagWith(tags) {
+            const user = {id: "v1", firstname: "Ünal", lastname: null, tags: tags, other: 1};
+            Merovanta.user.tag(user, () => tell("done"), error => tell(error));
+        }
         function tagArray() { tagWith(["array"]) }
         function tagTyped() { tagWith(typed) }
         function tagVariants() { tagWith(variants) }
@@ -147,7 +199,7 @@ TEST(Facades, TheTagsOfAUserAreAnySequence) {
         EXPECT_TRUE(host.hasTold("done"));
         return host.server.request(path).toStdString();
     };
-    EXPECT_THAT(tagged("tagArray"), HasSubstr(R"("tags":["array"])"));
+    EXPECT_THAT(tagged("tagArray"), testing::EndsWith(R"({"id":"v1","firstname":"Ünal","tags":["array"]})"));
     EXPECT_THAT(tagged("tagTyped"), HasSubstr(R"("tags":["list","of","strings"])"));
     host.scene.window().setProperty("variants", QStringList{"string", "list"});
     EXPECT_THAT(tagged("tagVariants"), HasSubstr(R"("tags":["string","list"])"));

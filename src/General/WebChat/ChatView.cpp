@@ -38,11 +38,13 @@ std::string encoded(const std::optional<std::string>& text) {
 }  // namespace
 
 ChatView::ChatView(std::shared_ptr<View> parentView, WebChatConfigurationDTO configuration,
-                   std::optional<std::string> tenant, std::optional<std::string> visitor)
+                   std::optional<std::string> tenant, std::optional<std::string> visitor,
+                   std::function<void()> removed)
     : parent(std::move(parentView)),
       config(std::move(configuration)),
       tenantId(std::move(tenant)),
-      visitorId(std::move(visitor)) {}
+      visitorId(std::move(visitor)),
+      mRemoved(std::move(removed)) {}
 
 bool ChatView::isSubviewOf(const View& view) const {
     if (isGone()) return false;
@@ -101,6 +103,7 @@ void ChatView::removeFromSuperview() {
     webView.reset();
     mCover.reset();
     controller.reset();
+    mRemoved();
 }
 
 std::unique_ptr<WebView> ChatView::makeWebView() {
@@ -135,9 +138,9 @@ std::optional<std::string> ChatView::address() const {
     const MerovantaConfiguration& hosts = Merovanta::configuration();
     const GrowthActionParams& params = *config.params;
     return hosts.cdnPath() + "/chat/chat.html?" + secondsSinceEpoch() + "#d=" + hosts.server() +
-           "&tId=" + *tenantId + "&vId=" + *visitorId + "&title=" + encoded(params.title) +
-           "&message=" + encoded(params.message) + "&hint=" + encoded(params.hint) +
-           "&color=" + encoded(params.color) + "&n=true&eU=true";
+           "&tId=" + tenantId.value_or("") + "&vId=" + visitorId.value_or("") +
+           "&title=" + encoded(params.title) + "&message=" + encoded(params.message) +
+           "&hint=" + encoded(params.hint) + "&color=" + encoded(params.color) + "&n=true&eU=true";
 }
 
 bool ChatView::closeOnTap() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,8 +21,10 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
  public:
     static constexpr const char* className = "ChatView";
 
+    /// Once it has been closed, or gone with the screen below it, removed is called.
     ChatView(std::shared_ptr<View> parent, WebChatConfigurationDTO config,
-             std::optional<std::string> tenantId, std::optional<std::string> visitorId);
+             std::optional<std::string> tenantId, std::optional<std::string> visitorId,
+             std::function<void()> removed);
 
     /// Whether it is there to be seen, as a direct subview of this view.
     [[nodiscard]] bool isSubviewOf(const View& view) const;
@@ -55,6 +58,7 @@ class ChatView : public std::enable_shared_from_this<ChatView> {
     WebChatConfigurationDTO config;
     std::optional<std::string> tenantId;
     std::optional<std::string> visitorId;
+    const std::function<void()> mRemoved;
     std::shared_ptr<ChatViewController> controller;
     // Before the web view, which is in it.
     std::unique_ptr<CoverView> mCover;

@@ -126,7 +126,7 @@ void ChatViewController::store(const std::string& name, std::string payload) {
             const auto self = weak.lock();
             if (!self) return;
             --self->mInWork;
-            if (!path || self->mIsRetired) return;
+            if (!path) return;
             self->mWrittenBytes += size;
             self->show(*path);
         });
@@ -183,6 +183,7 @@ void ChatViewController::present(const Refusal& refusal) {
     mIsTelling = mNotice != nullptr;
 }
 
+/// Nothing once this is retired: the preview is another's.
 void ChatViewController::show(const std::string& path) {
     const auto controller = ViewUtils::topViewController();
     if (!controller) return;

@@ -44,6 +44,11 @@ bool MerovantaWebChat::isOpen() const {
     return webChat && webChat->isOpen();
 }
 
+std::unique_ptr<Observation> MerovantaWebChat::observe(std::function<void(bool isOpen)> observer) {
+    const auto webChat = resolveWebChat();
+    return webChat ? webChat->observe(std::move(observer)) : nullptr;
+}
+
 void MerovantaWebChat::setMobileDeviceToken(const std::string& token) {
     if (const auto webChat = resolveWebChat())
         ViewUtils::runOnMainQueue([webChat, token] { webChat->mobileDeviceToken = token; });

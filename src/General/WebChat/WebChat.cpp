@@ -38,6 +38,20 @@ struct WebChat::Opening {
     }
 };
 
+class WebChat::Handle final : public Observation {
+ public:
+    Handle(std::weak_ptr<WebChat> webChat, std::shared_ptr<Observer> observer)
+        : mWebChat(std::move(webChat)), mObserver(std::move(observer)) {}
+
+    ~Handle() override {
+        if (const auto webChat = mWebChat.lock()) std::erase(webChat->mObservers, mObserver);
+    }
+
+ private:
+    std::weak_ptr<WebChat> mWebChat;
+    std::shared_ptr<Observer> mObserver;
+};
+
 void WebChat::open(const std::string& id, Outcome outcome) {
     ViewUtils::runOnMainQueue(
         [weak = weak_from_this(), id, opening = ownedByMainThread(Opening{.outcome = std::move(outcome)})] {
@@ -45,16 +59,16 @@ void WebChat::open(const std::string& id, Outcome outcome) {
         });
 }
 
-void WebChat::openNow(const std::string& id, std::shared_ptr<Opening> opening) {
+void WebChat::openNow(const std::string& id, const std::shared_ptr<Opening>& opening) {
     communication->registerStatus();
     opening->closings = mClosings;
     opening->parent = ViewUtils::rootView();
     if (!opening->parent) return opening->end("Cannot find view of controller");
     if (chatOn(*opening->parent)) return opening->end();
-    fetchConfiguration(id, std::move(opening));
+    fetchConfiguration(id, opening);
 }
 
-void WebChat::fetchConfiguration(const std::string& id, std::shared_ptr<Opening> opening) {
+void WebChat::fetchConfiguration(const std::string& id, const std::shared_ptr<Opening>& opening) {
     const auto report = [opening](const StringError& error) {
         Log::error("Get WebChat configuration failed: " + error.errorDescription());
         ViewUtils::runOnMainQueue([opening, text = error.errorDescription()] { opening->end(text); });
@@ -79,9 +93,13 @@ void WebChat::show(const Opening& opening, WebChatConfigurationDTO configuration
     if (chatOn(*opening.parent)) return opening.end();
     std::erase_if(mChatViews, [](const auto& chat) { return chat->isGone(); });
     const auto chatView = std::make_shared<ChatView>(opening.parent, std::move(configuration),
-                                                     applicationConfig->config.tenantId, visitorId());
+                                                     applicationConfig->config.tenantId, visitorId(),
+                                                     [weak = weak_from_this()] {
+                                                         if (const auto self = weak.lock()) self->tellSoon();
+                                                     });
     mChatViews.push_back(chatView);
     chatView->show();
+    tellSoon();
     opening.end(chatView->isGone() ? std::optional<std::string>("Cannot show the web view") : std::nullopt);
 }
 
@@ -99,6 +117,30 @@ bool WebChat::isOpen() const {
     assertMainThread();
     return std::any_of(mChatViews.begin(), mChatViews.end(),
                        [](const auto& chat) { return !chat->isGone(); });
+}
+
+std::unique_ptr<Observation> WebChat::observe(Observer observer) {
+    assertMainThread();
+    auto shared = std::make_shared<Observer>(std::move(observer));
+    mObservers.push_back(shared);
+    return std::make_unique<Handle>(weak_from_this(), std::move(shared));
+}
+
+void WebChat::tellSoon() {
+    ViewUtils::runOnMainQueue([weak = weak_from_this()] {
+        if (const auto self = weak.lock()) self->tell();
+    });
+}
+
+void WebChat::tell() {
+    const bool isOpenNow = isOpen();
+    if (std::exchange(mHasToldOfOpen, isOpenNow) == isOpenNow) return;
+    // A copy: observers come and go inside the calls.
+    const auto observers = mObservers;
+    for (const auto& observer : observers) {
+        const bool isThere = std::find(mObservers.begin(), mObservers.end(), observer) != mObservers.end();
+        if (isThere && *observer) (*observer)(isOpenNow);
+    }
 }
 
 std::shared_ptr<ChatView> WebChat::chatOn(const View& screen) const {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <Merovanta/Observation.h>
 #include <Merovanta/Outcome.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,6 +34,10 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
     /// Whether a chat lies over any screen.
     [[nodiscard]] bool isOpen() const;
 
+    /// Calls the observer with isOpen() when that has changed, in a turn of its own, until the handle is
+    /// destroyed. Never null.
+    [[nodiscard]] std::unique_ptr<Observation> observe(std::function<void(bool isOpen)> observer);
+
     /// Another visitor uses the application from now on: no chat shows any more documents before it is opened
     /// anew.
     void visitorChanged();
@@ -48,11 +54,15 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
  private:
     /// One call that is on its way.
     struct Opening;
+    class Handle;
+    using Observer = std::function<void(bool isOpen)>;
 
-    void openNow(const std::string& id, std::shared_ptr<Opening> opening);
-    void fetchConfiguration(const std::string& id, std::shared_ptr<Opening> opening);
+    void openNow(const std::string& id, const std::shared_ptr<Opening>& opening);
+    void fetchConfiguration(const std::string& id, const std::shared_ptr<Opening>& opening);
     void show(const Opening& opening, WebChatConfigurationDTO configuration);
     [[nodiscard]] std::string visitorId() const;
+    void tellSoon();
+    void tell();
 
     /// The chat that is open on this screen; null if none is.
     [[nodiscard]] std::shared_ptr<ChatView> chatOn(const View& screen) const;
@@ -64,6 +74,8 @@ class WebChat : public std::enable_shared_from_this<WebChat> {
     std::vector<std::shared_ptr<ChatView>> mChatViews;
     // Counts the closings: what they have overtaken is not opened any more.
     unsigned mClosings = 0;
+    std::vector<std::shared_ptr<Observer>> mObservers;
+    bool mHasToldOfOpen = false;
 };
 
 }  // namespace merovanta

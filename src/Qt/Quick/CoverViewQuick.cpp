@@ -48,6 +48,7 @@ bool CoverViewQuick::lay(QQuickItem& parent, const QString& className) {
     connect(parent.window(), &QQuickWindow::activeFocusItemChanged, this, &CoverViewQuick::holdFocus,
             Qt::QueuedConnection);
     connect(mItem, SIGNAL(dismissed()), this, SLOT(dismissed()), Qt::QueuedConnection);
+    connect(mItem, &QObject::destroyed, this, &CoverViewQuick::dismissed, Qt::QueuedConnection);
     return true;
 }
 

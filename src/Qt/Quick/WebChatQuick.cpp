@@ -6,7 +6,9 @@
 
 namespace merovanta::quick {
 
-WebChatQuick::WebChatQuick(QObject* parent) : QObject(parent) {}
+WebChatQuick::WebChatQuick(QObject* parent)
+    : QObject(parent),
+      mObservation(Merovanta::webChat().observe([this](bool /*isOpen*/) { emit isOpenChanged(); })) {}
 
 void WebChatQuick::open(const QString& id, const QJSValue& outcome) {
     bool isRefused = false;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <Merovanta/Observation.h>
+
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 #include <QtCore/QString>
 #include <QtQml/QJSValue>
+#include <memory>
 
 namespace merovanta::quick {
 
@@ -11,6 +14,7 @@ namespace merovanta::quick {
 class WebChatQuick final : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged FINAL)
     Q_PROPERTY(bool attachmentsAllowed READ attachmentsAllowed WRITE setAttachmentsAllowed NOTIFY
                    attachmentsAllowedChanged FINAL)
 
@@ -20,14 +24,18 @@ class WebChatQuick final : public QObject {
     /// The outcome is a function that is called once, with the reason why not, or with undefined.
     Q_INVOKABLE void open(const QString& id, const QJSValue& outcome = {});
     Q_INVOKABLE void close();
-    [[nodiscard]] Q_INVOKABLE bool isOpen() const;
+    [[nodiscard]] bool isOpen() const;
     Q_INVOKABLE void setMobileDeviceToken(const QString& token);
     [[nodiscard]] bool attachmentsAllowed() const;
     void setAttachmentsAllowed(bool areAllowed);
 
  Q_SIGNALS:
+    void isOpenChanged();
     /// Through this object.
     void attachmentsAllowedChanged();
+
+ private:
+    std::unique_ptr<Observation> mObservation;
 };
 
 }  // namespace merovanta::quick

@@ -60,7 +60,7 @@ void ConsentDialog::present() {
     // Without words for it, nobody can consent to anything.
     const bool isWorded =
         !isBlank(accept.value_or("")) && !isBlank(title.value_or("") + message.value_or(""));
-    if (isWorded && controller && isSharing()) {
+    if (isWorded && controller) {
         mQuestion->alert =
             platform::current().alerts().present(*controller,
                                                  {.title = title.value_or(""),
