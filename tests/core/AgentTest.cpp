@@ -16,6 +16,14 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
+/// The picture with a text packed beside its pixels.
+std::string withText(std::string picture, const std::string& text) {
+    std::string chunk;
+    for (int shift = 24; shift >= 0; shift -= 8)
+        chunk += static_cast<char>(text.size() >> shift);
+    return picture.insert(33, chunk + "zTXt" + text + "sum!");
+}
+
 class AgentTest : public LibraryTest {
  protected:
     AgentTest() {
@@ -94,7 +102,10 @@ TEST_F(AgentTest, ADrawingThatIsNoneIsIgnored) {
 }
 
 TEST_F(AgentTest, AFloodOfDrawingsIsBounded) {
-    const std::string large = base64(png(5120, 2880, 0xFF000000));
+    const std::string picture = png(5120, 2880, 0xFF000000);
+    const std::string large = base64(withText(picture, std::string(12 << 20, 'x')));
+    draw(base64(withText(picture, std::string(24 << 20, 'x'))));
+    EXPECT_EQ(drawings(), 0) << "however it is packed, no drawing is that large";
     for (int i = 0; i < 3; ++i)
         draw(large);
     EXPECT_EQ(drawings(), 2);
@@ -231,15 +242,18 @@ TEST_F(AgentTest, AnAnswerCountsOnlyForTheSessionThatWasAsked) {
     platform->alerts().answer(true);
     advance(0s);
     EXPECT_EQ(config().panoptraConfig->optIn, true) << "back from the background it is the same session";
+    say({{"co", {{"opt", true}}}});
+    advance(1s);
+    ASSERT_THAT(platform->alerts().presented, SizeIs(4));
+    platform->alerts().answer(true);
+    Merovanta::user().tag({.id = "another"});
+    advance(0s);
+    EXPECT_EQ(config().panoptraConfig->optIn, false) << "another visitor was asked";
 }
 
 TEST_F(AgentTest, WhatIsPackedBesideThePixelsIsNotUnpacked) {
     // A text chunk with a wrong checksum would fail the picture if it were looked at.
-    std::string picture = png(3, 3, 0xFF0000FF);
-    const std::string content("k\0\0garbage", 10);
-    std::string chunk("\0\0\0\x0AzTXt", 8);
-    chunk += content + "sum!";
-    picture.insert(33, chunk);
+    std::string picture = withText(png(3, 3, 0xFF0000FF), std::string("k\0\0garbage", 10));
     EXPECT_TRUE(PngDecoder::decode(picture).has_value());
     picture[33] = '\x7F';  // a length beyond the end
     EXPECT_FALSE(PngDecoder::decode(picture).has_value());
@@ -278,6 +292,7 @@ TEST_F(AgentTest, ARefusalHoldsUntilTheVisitorStartsAnew) {
     ask();
     EXPECT_THAT(asked, SizeIs(1));
     say({{"a", "c"}, {"co", {{"s", true}, {"opt", true}}}});
+    ask();
     EXPECT_THAT(asked, SizeIs(1)) << "a start by the agent is none by the visitor";
     advance(2s);
     ask();

@@ -150,6 +150,18 @@ TEST_F(SessionStateTest, AnotherVisitorTakesTheSessionsPlace) {
     EXPECT_NE(Merovanta::panoptra().status().shareId, code);
     Merovanta::user().clear();
     EXPECT_THAT(news(), ElementsAre("ended by host, host"));
+
+    // Named inside a notification, and the place cannot be taken.
+    const auto namer = Merovanta::panoptra().observe([this](const SessionStatus& status) {
+        if (status.state != SessionState::sharing) return;
+        refuseInit(HttpSessionInMemory::failure("lost"));
+        Merovanta::user().tag({.id = "4712"});
+    });
+    startSession();
+    advance(1s);
+    EXPECT_THAT(news(),
+                ElementsAre("starting, host", "sharing, host", "startCallback", "ended by restart, host",
+                            "starting, host", "ended by failure: lost, host"));
 }
 
 TEST_F(SessionStateTest, TheBackgroundSuspends) {

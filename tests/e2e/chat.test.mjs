@@ -84,16 +84,14 @@ test('a shared document is shown, and kept for the visitor alone', async () => {
   assert.ok(await agent.chatIsOpen());
 });
 
-test('a tap in the top fifth closes the chat, one below does not', async () => {
+test('a tap in the top fifth closes the chat, an open one goes on as who is identified, the widget opens it', async () => {
   app.say(`tapAt 195 ${0.21 * 844}`);
   await app.longestStall();
   assert.ok(await shareOf(agent.page, await app.picture(), TOP, HEAD) > 0.9);
   app.say(`tapAt 195 ${0.19 * 844}`);
   await eventually('the chat being closed', async () => !await agent.chatIsOpen());
   await app.place('openChat');
-});
 
-test('an open chat goes on as the visitor who is identified', async () => {
   await opens(() => app.tap('openChat'));
   await opens(async () => app.say('identify'));
   assert.match(service.out.findLast((line) => line.startsWith('GET /api/in/wc/ws')), /vId=margaret\.hollis /);
@@ -103,9 +101,7 @@ test('an open chat goes on as the visitor who is identified', async () => {
   assert.equal(await agent.message('My card is lost').count(), 0);
   app.say('tapAt 195 20');
   await eventually('the chat being closed', async () => !await agent.chatIsOpen());
-});
 
-test('the widget opens the chat', async () => {
   await app.tap('getHelp');
   await opens(() => app.tap('chatButton'));
   await eventually('the chat being open', () => agent.chatIsOpen());

@@ -97,32 +97,28 @@ TEST(CoverView, LetsNothingThroughWhileItIsThere) {
 TEST(CoverView, IsBehindTheWidgetAndLaterPopups) {
     Host host;
     const auto root = host.scene.root();
-    for (const bool isAsking : {false, true}) {
+    const auto ask = [&](bool isAsking) {
         host.scene.window().setProperty("isAsking", isAsking);
-        QTest::qWait(20);
-        const auto widget = WidgetViewFactoryQuick().create(*root, {});
-        const auto cover = CoverViewFactoryQuick().create(*root, "ChatView", {});
-        const auto isOrdered = [&](const std::vector<std::string>& expected) {
-            return merovanta::test::eventually([&] {
-                std::vector<std::string> names;
-                for (const auto& view : root->subviews()) {
-                    const auto name = view->className();
-                    if (std::find(expected.begin(), expected.end(), name) != expected.end())
-                        names.push_back(name);
-                }
-                return names == expected;
-            });
-        };
-        if (isAsking) {
-            EXPECT_TRUE(isOrdered({"QQuickOverlay", "ChatView", "DefaultUIView"}));
-            host.scene.window().setProperty("isAsking", false);
-            QTest::qWait(500);
-            host.scene.window().setProperty("isAsking", true);
-            EXPECT_TRUE(isOrdered({"ChatView", "QQuickOverlay", "DefaultUIView"}));
-        } else {
-            EXPECT_TRUE(isOrdered({"ChatView", "DefaultUIView"}));
-        }
-    }
+        QTest::qWait(500);
+    };
+    ask(true);
+    const auto widget = WidgetViewFactoryQuick().create(*root, {});
+    const auto cover = CoverViewFactoryQuick().create(*root, "ChatView", {});
+    const auto isOrdered = [&](const std::vector<std::string>& expected) {
+        return merovanta::test::eventually([&] {
+            std::vector<std::string> names;
+            for (const auto& view : root->subviews()) {
+                const auto name = view->className();
+                if (std::find(expected.begin(), expected.end(), name) != expected.end())
+                    names.push_back(name);
+            }
+            return names == expected;
+        });
+    };
+    EXPECT_TRUE(isOrdered({"QQuickOverlay", "ChatView", "DefaultUIView"}));
+    ask(false);
+    ask(true);
+    EXPECT_TRUE(isOrdered({"ChatView", "QQuickOverlay", "DefaultUIView"}));
 }
 
 }  // namespace

@@ -76,16 +76,11 @@ TEST(ScreenCapture, JudgesOnceWhileTheTreeStandsStill) {
     EXPECT_TRUE(eventually([&] { return scene.item("secret")->x() == 200; }));
 }
 
-TEST(ScreenCapture, DeliversNothingForUnknownViews) {
-    Scene scene(quadrants);
-    const auto root = scene.root();
-    EXPECT_FALSE(takePicture(ViewUtils::viewWithTag(root, 7), secrets())) << "no window's content";
-}
-
 TEST(ScreenCapture, EndsWhenTheWindowHides) {
     Scene scene(quadrants);
     const auto root = scene.root();
     ASSERT_TRUE(takePicture(root, secrets()));
+    EXPECT_FALSE(takePicture(ViewUtils::viewWithTag(root, 7), secrets())) << "no window's content";
     const auto isReadBack = QGuiApplication::platformName() == u"xcb";
 
     const auto outcome = merovanta::test::beginPicture(root, secrets());
@@ -99,22 +94,12 @@ TEST(ScreenCapture, EndsWhenTheWindowHides) {
     EXPECT_TRUE(eventually([&] { return takePicture(root, secrets()).has_value(); })) << "shown again";
 }
 
-TEST(ScreenCapture, KeepsUpWithAWindowThatIsResized) {
-    Scene scene(quadrants);
-    const auto tally =
-        film(scene, 60, [&](int attempt) { scene.window().resize(300 + attempt, 400 + (attempt % 7) * 10); });
-    EXPECT_EQ(tally.leaked, 0);
-    EXPECT_GT(tally.delivered, 0);
-}
-
 /// How many areas the next picture covers.
 std::size_t countMasks(Scene& scene) {
     QTest::qWait(50);
     const auto frame = takePicture(scene.root(), secrets());
     return frame ? frame->masks.size() : 0;
 }
-
-constexpr int attempts = 200;
 
 TEST(ScreenCaptureMasks, LeaveNothingBehindWhenAnItemMovesBelowAnOpaqueOne) {
     Scene scene(R"(Window {
@@ -161,10 +146,6 @@ TEST(ScreenCaptureMasks, FollowWhatMovesInsideALayer) {
     const auto* const layer = "layer.enabled: true; width: 300; height: 400;";
     for (const auto* const scenery :
          {"Item { %1 SecretField { objectName: 'secret'; y: 40 } }",
-          "Item { %1 layer.sourceRect: Qt.rect(-90, -90, 600, 600); SecretField { objectName: 'secret'; y: "
-          "40 } }",
-          "Item { %1 layer.textureMirroring: ShaderEffectSource.NoMirroring; SecretField { objectName: "
-          "'secret'; y: 40 } }",
           "Item { %1 Item { %1 Item { %1 SecretField { objectName: 'secret'; y: 40 } } } }",
           "Item { id: source; visible: false; width: 300; height: 400; SecretField { objectName: 'secret'; "
           "y: 40 } } "
@@ -200,9 +181,9 @@ TEST(ScreenCaptureMasks, FollowWhatAnimatorsMove) {
           "Item { id: moved; %2 SecretField { x: 10; y: 10 } %1 }",
           "Item { %2 Item { %2 id: moved; scale: 0.7; SecretField { x: 10; y: 10 } %1 } }"}) {
         Scene scene(QString("Window {" + QString(scenery) + "}").replace("%1", mover).replace("%2", layer));
-        const auto tally = film(scene, attempts / 2);
+        const auto tally = film(scene, 100);
         EXPECT_EQ(tally.leaked, 0) << scenery;
-        EXPECT_EQ(tally.delivered, attempts / 2) << scenery;
+        EXPECT_EQ(tally.delivered, 100) << scenery;
         EXPECT_GT(tally.masked, 0) << scenery;
     }
 }

@@ -30,12 +30,9 @@ TEST(Views, AreCalledByTheirPlainClassNames) {
     Scene scene(tree);
     const auto root = scene.root();
     const auto name = [&](long tag) { return ViewUtils::viewWithTag(root, tag)->className(); };
-    EXPECT_EQ(name(1), "QQuickItem");
-    EXPECT_EQ(name(3), "QQuickRectangle");
-    EXPECT_EQ(name(4), "Badge");
-    EXPECT_EQ(name(5), "LoginPage");
-    EXPECT_EQ(name(6), "TextField");
-    EXPECT_EQ(name(8), "LoginPage");
+    EXPECT_THAT((std::vector{name(1), name(3), name(4), name(5), name(6), name(8)}),
+                testing::ElementsAre("QQuickItem", "QQuickRectangle", "Badge", "LoginPage", "TextField",
+                                     "LoginPage"));
     EXPECT_EQ(scene.controller()->className(), "Main");
 
     const auto is = [&](long tag, std::string_view kind) {

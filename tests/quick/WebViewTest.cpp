@@ -66,6 +66,16 @@ struct Browser {
     bool hears(std::size_t count) {
         return eventually([&] { return messages.size() >= count; }, patience);
     }
+    /// Clicks until the condition holds: the page takes clicks only once it has been painted.
+    template <typename Condition>
+    bool clickUntil(QPoint place, Condition condition) {
+        return eventually(
+            [&] {
+                QTest::mouseClick(&scene.window(), Qt::LeftButton, {}, place);
+                return eventually(condition, 500);
+            },
+            patience);
+    }
     /// Whether a picture of the window is to be had.
     bool isCaptured() {
         std::optional<bool> result;
@@ -298,13 +308,7 @@ TEST(WebView, AsksBeforeAnythingElseIsOpened) {
     const auto windows = QGuiApplication::topLevelWindows().size();
     for (const int y : {25, 125, 225}) {
         const auto before = browser.asked.size();
-        // The page takes clicks only once it has been painted.
-        EXPECT_TRUE(eventually(
-            [&] {
-                QTest::mouseClick(&browser.scene.window(), Qt::LeftButton, {}, {50, y});
-                return eventually([&] { return browser.asked.size() > before; }, 500);
-            },
-            patience));
+        EXPECT_TRUE(browser.clickUntil({50, y}, [&] { return browser.asked.size() > before; }));
     }
     EXPECT_EQ(browser.asked.front(), browser.server.url("/blank"));
     EXPECT_THAT(browser.asked, testing::Contains(browser.server.url("/opened")));
@@ -323,27 +327,15 @@ TEST(WebView, GivesThePageNoFileButWhatTheVisitorChooses) {
         <input type="file" onchange="for (const file of this.files) file.text().then(text =>
             webkit.messageHandlers.jsError.postMessage(file.name + ' ' + text))">)html");
     browser.load();
-    QQuickWindow& window = browser.scene.window();
-    const auto press = [&] { QTest::mouseClick(&window, Qt::LeftButton, {}, {100, 100}); };
     const auto chooser = [&] {
         return merovanta::quick::ViewQuick::itemOf(*browser.webView->view())
             ->findChild<QObject*>("fileChooser");
     };
-    ASSERT_TRUE(eventually(
-        [&] {
-            press();
-            return eventually([&] { return browser.choices > 0; }, 500);
-        },
-        patience));
+    ASSERT_TRUE(browser.clickUntil({100, 100}, [&] { return browser.choices > 0; }));
     EXPECT_FALSE(eventually([&] { return chooser() != nullptr; }, 300)) << "not unless the host allows it";
 
     browser.allowsFiles = true;
-    ASSERT_TRUE(eventually(
-        [&] {
-            press();
-            return eventually([&] { return chooser() != nullptr; }, 500);
-        },
-        patience));
+    ASSERT_TRUE(browser.clickUntil({100, 100}, [&] { return chooser() != nullptr; }));
     QTest::qWait(300);
     merovanta::quick::TapPlayerQuick agent;
     EXPECT_FALSE(agent.tap(*browser.scene.root(), {100, 100})) << "the choice is the visitor's alone";
@@ -360,17 +352,25 @@ TEST(WebView, GivesThePageNoFileButWhatTheVisitorChooses) {
     EXPECT_EQ(browser.messages.front(), "page jsError letter ü.txt Dear bank");
     EXPECT_TRUE(eventually([&] { return chooser() == nullptr && browser.isCaptured(); }));
 
-    ASSERT_TRUE(eventually(
-        [&] {
-            press();
-            return eventually([&] { return chooser() != nullptr; }, 500);
-        },
-        patience));
+    ASSERT_TRUE(browser.clickUntil({100, 100}, [&] { return chooser() != nullptr; }));
     const QPointer<QObject> left(chooser());
     browser.webView.reset();
     EXPECT_EQ(left, nullptr) << "goes with the chat";
     EXPECT_FALSE(browser.isCaptured()) << "what was captured before may still show it";
     EXPECT_TRUE(eventually([&] { return browser.isCaptured(); }));
+}
+
+TEST(WebView, GivesNoFileToAnotherPage) {
+    PageServer elsewhere;
+    elsewhere.set("/chat.html", {R"html(<style>input { position: fixed; inset: 0; height: 300px }</style>
+        <input type="file" onclick="fetch('/clicked')">)html"});
+    Browser browser("<script>location = '" + QByteArray::fromStdString(elsewhere.url("/chat.html")) +
+                    "'</script>");
+    browser.policy = WebView::Policy::allow;
+    browser.allowsFiles = true;
+    browser.load();
+    EXPECT_TRUE(browser.clickUntil({100, 100}, [&] { return !elsewhere.request("/clicked").isEmpty(); }));
+    EXPECT_FALSE(eventually([&] { return browser.choices > 0; }, 300));
 }
 
 TEST(WebView, TellsWhyAPageIsNotShown) {
