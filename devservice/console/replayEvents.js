@@ -11,8 +11,10 @@ const FILTERS = [
   ['Notes', (kind) => kind === 'note'],
 ];
 // So many rows stand in the page, around the current one.
-const BEFORE = 100;
-const AFTER = 200;
+const BEFORE = 40;
+const AFTER = 80;
+// From the last of them on, the next are put there.
+const NEAR_END = 20;
 
 /** What happened in a recording, to be read and gone to. */
 export class ReplayEvents {
@@ -82,8 +84,9 @@ export class ReplayEvents {
   }
 
   #show() {
-    const beyond = this.#current < this.#first || this.#current >= this.#first + BEFORE + AFTER - 50;
-    if (beyond && this.#listed.length > BEFORE + AFTER - 50) this.#fill();
+    const end = this.#first + BEFORE + AFTER;
+    const beyond = this.#current < this.#first || (this.#current >= end - NEAR_END && end < this.#listed.length);
+    if (beyond) this.#fill();
     this.#list.querySelector('[aria-current]')?.removeAttribute('aria-current');
     const button = this.#list.children[this.#current - this.#first]?.querySelector('button');
     if (!button) return;

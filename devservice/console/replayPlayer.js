@@ -122,7 +122,7 @@ export class ReplayPlayer {
 
   #show() {
     const { position, duration, playing, speed, skipsIdle, pictures } = this.#clock;
-    this.#screen.show(this.#clock.picture, pictures.length);
+    this.#screen.show(this.#clock.picture, playing ? pictures.length : 0);
     this.#screen.mark(this.#events, upTo(this.#eventTimes, position), position);
     this.#screen.label(`Recorded screen at ${span(position)}`);
     this.#scrubber.update(position);

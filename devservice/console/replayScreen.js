@@ -31,7 +31,10 @@ export class ReplayScreen {
     return this.#frame;
   }
 
-  /** Shows a picture, 0 for none. While one is being loaded only the last of those asked for is kept. */
+  /**
+   * Shows a picture, 0 for none. While one is being loaded only the last of those asked for is kept. Those that follow,
+   * up to `last`, are loaded ahead.
+   */
   async show(number, last) {
     this.#wanted = number;
     if (this.#busy) return;
