@@ -9,7 +9,7 @@ export const recordingTitle = (recording) => `${recording.code || 'No code'} · 
 
 export const startText = ({ startedAt }) => new Date(startedAt).toLocaleString(undefined, { dateStyle: 'medium', timeStyle: 'short' });
 
-const NUMBERS = [['notes', 'note', 'notes'], ['chats', 'chat message', 'chat messages'], ['acts', "agent's act", "agent's acts"]];
+const NUMBERS = [['notes', 'note', 'notes'], ['chats', 'chat message', 'chat messages'], ['acts', 'act of an agent', 'acts of agents']];
 
 /** A recording in the list, as a link to its player. */
 export function recordingRow(recording, now) {
