@@ -243,7 +243,9 @@ struct Chat {
         Item { objectName: "screen"; x: 50; y: 120; width: 250; height: 280
             OpacityAnimator on opacity { id: fade; from: 0.4; to: 1; duration: 300; running: false }
             YAnimator on y { id: slide; from: 400; to: 120; duration: 300; running: false } }
-        function animate() { fade.restart(); slide.restart() }
+        ShaderEffectSource { id: copy; x: 290; width: 9; height: 9; hideSource: true }
+        function show(item) { copy.sourceItem = item }
+        function animate(fades) { (fades ? fade : slide).restart() }
     })"};
     std::unique_ptr<CoverView> cover =
         quick::CoverViewFactoryQuick().create(quick::ViewQuick(scene.item("screen")), "ChatView", {});
@@ -282,6 +284,12 @@ TEST(MaskedBehindTheChat, IsOnlyWhatTheChatDoesNotHide) {
     screen.setScale(0.5);
     EXPECT_EQ(chat.black(), beside + partly + 5 * 32);
     screen.setScale(1);
+    const auto showElsewhere = [&](QQuickItem* item) {
+        QMetaObject::invokeMethod(&chat.scene.window(), "show", Q_ARG(QVariant, QVariant::fromValue(item)));
+    };
+    showElsewhere(&screen);
+    EXPECT_EQ(chat.black(), whole);
+    showElsewhere(nullptr);
     screen.setClip(true);
     EXPECT_EQ(chat.black(), beside + 152 * 32);
     screen.property("layer").value<QObject*>()->setProperty("enabled", true);
@@ -295,7 +303,8 @@ TEST(MaskedBehindTheChat, IsOnlyWhatTheChatDoesNotHide) {
 TEST(MaskedBehindTheChat, IsCoveredWhileAnimatorsMoveTheChat) {
     Chat chat;
     const auto tally = film(chat.scene, 60, [&](int attempt) {
-        if (attempt % 30 == 0) QMetaObject::invokeMethod(&chat.scene.window(), "animate");
+        if (attempt % 30 != 0) return;
+        QMetaObject::invokeMethod(&chat.scene.window(), "animate", Q_ARG(QVariant, attempt > 0));
     });
     EXPECT_EQ(tally.leaked, 0);
     EXPECT_EQ(tally.delivered, 60);

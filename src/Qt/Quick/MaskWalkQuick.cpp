@@ -179,7 +179,7 @@ void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, co
     if (!verdict.isNamed && !hasContents) return;
     const auto painted = paintedArea(item, type, mIsSoftware);
     mGeometry.addArea(step.frozen, painted, !isShown);
-    const QRectF rect = pixelsOf(*step.sight, painted);
+    const QRectF rect = pixelsOf(step.sight, painted);
     if (!isShown || rect.isEmpty()) return;
     const bool isRedundant = contains(step.covered, rect);
     addArea(rect, verdict.kind, verdict, {isRedundant, mGrounds.count()});
@@ -187,7 +187,7 @@ void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, co
 }
 
 void MaskWalkQuick::exempt(const QQuickItem& item) {
-    const SightQuick& sight = *placed().sight;
+    const SightQuick& sight = placed().sight;
     if (!keepsUpright(sight.matrix)) return;
     const auto place = mapped(sight.matrix, QRectF(QPointF(), item.size()).normalized());
     if (!place) return;
@@ -226,7 +226,7 @@ void MaskWalkQuick::addGround(const QQuickItem& item) {
             mGeometry.addOpaque(*node);
         if (!isItem && !step.item->clip()) continue;
         const QRectF area = isItem ? QRectF(QPointF(), item.size()) : step.item->clipRect();
-        const auto within = pixelsWithin(*step.sight, area, QSizeF(mWindow.size()) * mWindowSight.scale);
+        const auto within = pixelsWithin(step.sight, area, QSizeF(mWindow.size()) * mWindowSight.scale);
         hidden &= within.value_or(QRectF());
     }
     if (isSolid && !hidden.isEmpty()) mGrounds.add(hidden);
@@ -234,7 +234,7 @@ void MaskWalkQuick::addGround(const QQuickItem& item) {
 
 MaskWalkQuick::Step& MaskWalkQuick::placed() {
     std::size_t first = mSteps.size();
-    while (first > 0 && !mSteps[first - 1].sight)
+    while (first > 0 && !mSteps[first - 1].isPlaced)
         --first;
     for (; first < mSteps.size(); ++first)
         placeStep(first);
@@ -248,7 +248,8 @@ void MaskWalkQuick::placeStep(std::size_t index) {
     // The software renderer knows no depth, and neither does a layer's picture of what is in it.
     step.isOnPlane = outer != nullptr && (mIsSoftware || layerOf(*outer->item) != nullptr);
     if (item.clip()) step.clip = item.clipRect();
-    mSteps[index].sight = sightIn(outer == nullptr ? mWindowSight : *outer->sight, step);
+    mSteps[index].isPlaced = true;
+    mSteps[index].sight = sightIn(outer == nullptr ? mWindowSight : outer->sight, step);
     mSteps[index].frozen =
         mGeometry.add(item, step, outer == nullptr ? std::nullopt : std::optional(outer->frozen));
 }
@@ -308,7 +309,7 @@ void MaskWalkQuick::addEffect(QQuickItem& item, std::vector<QQuickItem*> sources
                   .grounds = mGrounds.count(),
                   .isPainted = isPainted};
     effect.painted = paintedArea(item, mClasses.of(*item.metaObject()), mIsSoftware);
-    effect.area = pixelsOf(*step.sight, effect.painted);
+    effect.area = pixelsOf(step.sight, effect.painted);
     mEffects.push_back(std::move(effect));
 }
 

@@ -43,7 +43,8 @@ class MaskWalkQuick {
     struct Step {
         QQuickItem* item = nullptr;
         /// Computed when it is first needed, and then put into the frozen geometry under this number.
-        std::optional<SightQuick> sight;
+        bool isPlaced = false;
+        SightQuick sight;
         std::size_t frozen = 0;
         /// Whether something private is in it, or it is private itself.
         bool isPrivate = false;

@@ -61,7 +61,7 @@ std::optional<QRectF> boundsOf(const QSGGeometry& geometry) {
 
 /// Collects where nodes paint.
 struct NodeBounds {
-    bool isSoftware;
+    bool isSoftware = false;
     QRectF area;
     bool isKnown = true;
 
