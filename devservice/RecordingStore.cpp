@@ -1,7 +1,9 @@
 #include "RecordingStore.h"
 
+#include <cerrno>
 #include <charconv>
 #include <fstream>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -46,20 +48,28 @@ std::optional<std::int64_t> recordingOf(const std::filesystem::path& file) {
     return id;
 }
 
+// What visitors showed is nobody else's business. The log beside the index takes over its permissions.
+std::optional<std::string> makeFiles(const std::filesystem::path& directory) {
+    using std::filesystem::perms;
+    const auto pictures = directory / "pictures";
+    const auto index = directory / "index.sqlite";
+    std::error_code error;
+    std::filesystem::create_directories(pictures, error);
+    if (error) return "cannot make " + pictures.string() + ": " + error.message();
+    if (!std::ofstream(index, std::ios::app))
+        return "cannot write to " + index.string() + ": " + std::generic_category().message(errno);
+    std::filesystem::permissions(pictures, perms::owner_all, error);
+    std::filesystem::permissions(index, perms::owner_read | perms::owner_write, error);
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<std::string> RecordingStore::open(const std::filesystem::path& directory,
                                                 const Limits& limits) {
     directory_ = directory;
     limits_ = limits;
-    std::error_code error;
-    std::filesystem::create_directories(directory / "pictures", error);
-    if (error) return "cannot make " + (directory / "pictures").string() + ": " + error.message();
-    // What visitors showed is nobody else's business. The log beside the index takes over its permissions.
-    using std::filesystem::perms;
-    std::filesystem::permissions(directory / "pictures", perms::owner_all, error);
-    std::ofstream(directory / "index.sqlite", std::ios::app).close();
-    std::filesystem::permissions(directory / "index.sqlite", perms::owner_read | perms::owner_write, error);
+    if (auto problem = makeFiles(directory)) return problem;
     index_.open(directory / "index.sqlite");
     index_.begin();
     makeTables();
