@@ -65,7 +65,7 @@ void ConsentDialog::present() {
             platform::current().alerts().present(*controller,
                                                  {.title = title.value_or(""),
                                                   .message = message.value_or(""),
-                                                  .accept = *accept,
+                                                  .accept = accept.value_or(""),
                                                   .decline = decline},
                                                  [this](bool accepted) { answered(accepted); });
     }
