@@ -138,7 +138,10 @@ export class Network {
     return this.#listen(this.port);
   }
 
-  /** The device goes on under another address: what was open is never heard of again, on either side. */
+  /**
+   * The device goes on under another address, or a router forgets it: what was open is never heard of again, on either
+   * side.
+   */
   changeAddress() {
     for (const { lines } of this.#connections) {
       lines.up.die();

@@ -282,6 +282,14 @@ export class App extends Process {
     });
   }
 
+  /** What a visible item says; null without one. */
+  async text(name) {
+    const asked = this.out.length;
+    this.say(`read ${name}`);
+    const answer = await this.line(new RegExp(`^${name} (reads |is not there$)`), undefined, asked);
+    return answer.startsWith(`${name} reads `) ? answer.slice(name.length + 7) : null;
+  }
+
   /** The visitor's own touch. */
   async tap(name) {
     await this.place(name);

@@ -8,6 +8,12 @@ void HttpSessionInMemory::execute(HttpRequest request, Completion completion) {
     HttpReply answer = server ? server(request) : failure("No route to host");
     if (answer.data && answer.data->size() > maximumReplyBytes) answer = failure("Reply is too large");
     const auto duration = latencyOf ? latencyOf(request) : latency;
+    if (replying) {
+        completion = [announce = replying, request, completion = std::move(completion)](HttpReply reply) {
+            announce(request);
+            completion(std::move(reply));
+        };
+    }
     requests.push_back(std::move(request));
     mTime->schedule(
         duration, [answer = std::move(answer), completion = std::move(completion)] { completion(answer); },

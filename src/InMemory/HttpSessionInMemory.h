@@ -27,6 +27,9 @@ class HttpSessionInMemory : public HttpSession {
     /// If set, how long this request takes in place of that; called after the server.
     std::function<std::chrono::milliseconds(const HttpRequest&)> latencyOf;
 
+    /// If set, called just before a reply is handed over.
+    std::function<void(const HttpRequest&)> replying;
+
     /// All requests so far.
     std::vector<HttpRequest> requests;
 

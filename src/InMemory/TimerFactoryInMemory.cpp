@@ -27,10 +27,11 @@ class TimerFactoryInMemory::TimerInMemory : public Timer {
         bool isPending = false;
 
         void setPending(bool pending) {
-            auto& count = (*counts)[{interval, repeats}];
-            if (pending && !isPending) ++count;
-            if (!pending && isPending) --count;
+            if (pending == isPending) return;
             isPending = pending;
+            const auto count = counts->try_emplace({interval, repeats}).first;
+            pending ? ++count->second : --count->second;
+            if (count->second == 0) counts->erase(count);
         }
     };
 
@@ -56,6 +57,13 @@ std::unique_ptr<Timer> TimerFactoryInMemory::schedule(Interval interval, bool re
 std::size_t TimerFactoryInMemory::pending(Interval interval, bool repeats) const {
     const auto count = mCounts->find({interval, repeats});
     return count == mCounts->end() ? 0 : count->second;
+}
+
+std::size_t TimerFactoryInMemory::repeating() const {
+    std::size_t sum = 0;
+    for (const auto& [kind, count] : *mCounts)
+        sum += kind.second ? count : 0;
+    return sum;
 }
 
 }  // namespace merovanta::inmemory

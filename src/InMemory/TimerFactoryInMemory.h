@@ -19,6 +19,9 @@ class TimerFactoryInMemory : public TimerFactory {
     /// How many timers of this kind wait.
     [[nodiscard]] std::size_t pending(Interval interval, bool repeats) const;
 
+    /// How many repeating timers there are, whatever their intervals.
+    [[nodiscard]] std::size_t repeating() const;
+
  private:
     using Counts = std::map<std::pair<Interval, bool>, std::size_t>;
 

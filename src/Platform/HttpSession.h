@@ -20,6 +20,9 @@ struct HttpRequest {
     std::string body;
     /// Longest time without any progress.
     std::chrono::seconds timeout{60};
+    /// Neither this request nor any after it runs on a connection that is open by now: those may be dead
+    /// without anybody knowing.
+    bool onNewConnection = false;
 };
 
 struct HttpResponse {

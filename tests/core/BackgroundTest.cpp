@@ -1,11 +1,8 @@
 #include <gmock/gmock.h>
 
-#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Panoptra.h"
 #include "support/LibraryTest.h"
-#include "support/MemoryMeter.h"
-#include "support/Png.h"
 
 namespace merovanta::testing {
 namespace {
@@ -136,38 +133,6 @@ TEST_F(BackgroundTest, StopLeavesThePendingCloseAlone) {
     EXPECT_EQ(count("DELETE", "api/ix/m"), 2);
     advance(1s);
     EXPECT_EQ(timers(), 0);
-}
-
-TEST_F(BackgroundTest, ADayLeavesNoMemoryBehind) {
-    const std::string drawing = base64(png(39, 84, 0x80FF0000));
-    const auto minute = [&](int number) {
-        // The agent closes it now and then.
-        if (!Injection::resolve<Panoptra>()->isRunning()) startSession();
-        paint(0xFF000000U + static_cast<std::uint32_t>(number % 200));
-        platform->tapRecognizers().tap({10, 20});
-        platform->app.root->className = number % 2 == 0 ? "HomePage" : "AccountPage";
-        service.agentMessages = {{{"x", number},
-                                  {"y", 7},
-                                  {"co", {{"b", true}, {"opt", number % 7 == 0}, {"s", number % 50 == 0}}}},
-                                 {{"d", {{"u", drawing}}}, {"a", number % 100 == 99 ? "c" : "-"}}};
-        Merovanta::panoptra().tag("minute " + std::to_string(number));
-        if (number % 7 == 0) platform->alerts().answer(number % 2 == 0);
-        if (number % 3 == 0) stayInBackground(5s);
-        advance(1min);
-        platform->httpSession().requests.clear();
-    };
-    Injection::resolve<CoBrowsing>()->startPolling();
-    startSession();
-    minute(0);
-    const std::int64_t memory = bytesInUse();
-    for (int number = 1; number < 24 * 60; ++number)
-        minute(number);
-    EXPECT_LE(bytesInUse(), memory + memory / 100);
-    EXPECT_EQ(timers(), timersOfASession);
-    Merovanta::panoptra().stop();
-    advance(1s);
-    EXPECT_EQ(timers(), 0);
-    EXPECT_EQ(platform->tapRecognizers().attached(), 0);
 }
 
 }  // namespace

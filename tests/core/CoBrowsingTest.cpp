@@ -238,6 +238,35 @@ TEST_F(CoBrowsingTest, AWidgetOfAFailedStartNeverWaitsForARestart) {
     EXPECT_EQ(text(), "Sorry");
 }
 
+TEST_F(CoBrowsingTest, TheWidgetSaysWhatBecomesOfTheSession) {
+    start();
+    const auto well = service.override;
+    const auto beCutOff = [this] {
+        service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("lost"); };
+        advance(2s);
+    };
+    beCutOff();
+    expectError("[ERROR] XhrMessageSender: Request failed");
+    EXPECT_EQ(text(), "One moment");
+    service.override = well;
+    advance(3s);
+    EXPECT_EQ(text(), Merovanta::panoptra().shareId());
+    platform->app.resignActive();
+    advance(6s);
+    platform->app.becomeActive();
+    advance(0s);
+    EXPECT_EQ(text(), "One moment");
+    advance(1s);
+    EXPECT_EQ(text(), Merovanta::panoptra().shareId());
+    platform->app.becomeActive();  // it is opened anew all the same
+    beCutOff();
+    expectError("[ERROR] Panoptra: Cannot restart session after close: lost");
+    EXPECT_EQ(text(), "Sorry");
+    Merovanta::coBrowsing().stop();
+    advance(1s);
+    EXPECT_EQ(widget(), nullptr);
+}
+
 TEST_F(CoBrowsingTest, ANewVisitorRestartsTheSessionUnderTheSameWidget) {
     start();
     const std::string code = text();

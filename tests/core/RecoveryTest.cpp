@@ -1,15 +1,16 @@
 #include <gmock/gmock.h>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Panoptra/Injection.h"
-#include "General/Panoptra/Panoptra.h"
 #include "support/LibraryTest.h"
 #include "support/MemoryMeter.h"
+#include "support/Png.h"
 
 namespace merovanta::testing {
 namespace {
 
 using inmemory::HttpSessionInMemory;
-using State = Session::State;
+using State = SessionState;
 using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -23,11 +24,6 @@ constexpr std::size_t timersOfASession = 4;
 
 class RecoveryTest : public LibraryTest {
  protected:
-    RecoveryTest() {
-        Injection::resolve<Panoptra>()->observeState(
-            [this](const Session::Change& change) { states.push_back(change.state); });
-    }
-
     /// Nothing reaches the service any more: refused at once, or without any answer.
     void cut(bool isSilent = false) {
         service.override = [](const HttpRequest&) {
@@ -43,17 +39,11 @@ class RecoveryTest : public LibraryTest {
 
     [[nodiscard]] std::vector<HttpRequest> checks() const { return service.requests("GET", "api/ic/h"); }
 
-    [[nodiscard]] std::vector<std::string> tags() const {
-        std::vector<std::string> tags;
-        for (const auto& message : service.messages()) {
-            if (message.has_tag()) tags.push_back(message.tag());
-        }
-        return tags;
-    }
-
     void requestsFail(std::size_t times) { expectError("[ERROR] XhrMessageSender: Request failed", times); }
 
     std::vector<State> states;
+    std::unique_ptr<Observation> observation = Merovanta::panoptra().observe(
+        [this](const SessionStatus& status) { states.push_back(status.state); });
 };
 
 TEST_F(RecoveryTest, ADroppedRequestIsRecoveredFromUnderTheSameIdsAndLosesNothing) {
@@ -72,7 +62,7 @@ TEST_F(RecoveryTest, ADroppedRequestIsRecoveredFromUnderTheSameIdsAndLosesNothin
     EXPECT_THAT(states, ElementsAre(State::reconnecting, State::sharing));
     advance(1s);
     EXPECT_THAT(checks(), SizeIs(1));
-    EXPECT_THAT(tags(), ElementsAre("in the dropped request", "in the dropped request"));
+    EXPECT_THAT(service.tags(), ElementsAre("in the dropped request", "in the dropped request"));
     EXPECT_THAT(service.screenshots(), SizeIs(2)) << "one whole picture";
     EXPECT_EQ(config().visitConfig->visitId, visit.visitId);
     const auto gets = service.requests("GET", "api/ix/m");
@@ -97,18 +87,11 @@ TEST_F(RecoveryTest, AnOutageIsWaitedOutAndWhatTheVisitorDidMeanwhileArrives) {
     platform->app.root->className = "AccountPage";
     EXPECT_EQ(platform->screenCapture().captures, captures) << "nobody would see them";
     EXPECT_EQ(timers(), 1) << "that of the health check";
-    const auto before = service.messages().size();
     restore();
     advance(3s);
     EXPECT_EQ(states.back(), State::sharing);
-    EXPECT_THAT(tags(), SizeIs(20));
-    std::vector<float> taps;
-    const auto messages = service.messages();
-    for (std::size_t i = before; i < messages.size(); ++i) {
-        for (const auto& click : messages[i].clickevent())
-            taps.push_back(click.x());
-    }
-    EXPECT_THAT(taps, SizeIs(20));
+    EXPECT_THAT(service.tags(), SizeIs(20));
+    EXPECT_THAT(service.taps(), SizeIs(20));
     EXPECT_THAT(service.screenshots(), SizeIs(2));
     EXPECT_THAT(service.pageChanges(), ElementsAre("AccountPage"));
     EXPECT_EQ(timers(), timersOfASession);
@@ -153,24 +136,58 @@ TEST_F(RecoveryTest, ANetworkThatSwallowsEverythingIsNoticedAndItsReturnToo) {
     restore();
     advance(3s);
     EXPECT_EQ(states.back(), State::sharing);
-    EXPECT_THAT(tags(), Contains("swallowed"));
+    EXPECT_THAT(service.tags(), Contains("swallowed"));
     advance(60s);  // the answers to what was given up make no difference
     EXPECT_EQ(states.back(), State::sharing);
     EXPECT_EQ(timers(), timersOfASession);
 }
 
-TEST_F(RecoveryTest, ASlowNetworkIsLeftToItself) {
+TEST_F(RecoveryTest, ARequestThatHangsWhileTheServiceIsWellIsGivenUpAndMadeAgain) {
     startSession();
-    platform->httpSession().latency = 20s;
+    const auto checked = checks().size();
     states.clear();
-    Merovanta::panoptra().tag("slow");
-    advance(150ms);
-    platform->httpSession().latency = 20ms;  // the rest is well
-    advance(19s);
+    Merovanta::panoptra().tag("swallowed");
+    platform->httpSession().latencyOf = [](const HttpRequest& request) { return request.timeout; };
+    advance(100ms);
+    platform->httpSession().latencyOf = {};
+    advance(1400ms);
     EXPECT_THAT(states, IsEmpty());
-    advance(2s);
-    EXPECT_THAT(tags(), ElementsAre("slow"));
-    EXPECT_THAT(service.requests("GET", "api/ix/m"), SizeIs(1));
+    advance(300ms);
+    EXPECT_THAT(states, ElementsAre(State::reconnecting, State::sharing));
+    EXPECT_THAT(checks(), SizeIs(checked + 1));
+    advance(1s);
+    EXPECT_THAT(service.tags(), ElementsAre("swallowed", "swallowed")) << "it may not have come through";
+    states.clear();
+    advance(2min);
+    EXPECT_THAT(states, IsEmpty()) << "whatever becomes of the request that was given up";
+    EXPECT_EQ(timers(), timersOfASession);
+}
+
+TEST_F(RecoveryTest, ASlowNetworkIsGivenTheTimeItTakes) {
+    startSession();
+    const auto posts = [this] { return service.requests("POST", "api/ix/m").size(); };
+    platform->httpSession().latencyOf = [](const HttpRequest& request) {
+        const bool isRound = request.method == "POST" && FakeService::path(request) == "api/ix/m";
+        return isRound ? 20s : 20ms;
+    };
+    const auto before = posts();
+    Merovanta::panoptra().tag("slow");
+    advance(50s);
+    EXPECT_LE(posts() - before, 6) << "each time it is waited for twice as long";
+    EXPECT_EQ(states.back(), State::sharing);
+    // Known by then, also after some that were quick.
+    states.clear();
+    const auto gets = service.requests("GET", "api/ix/m").size();
+    advance(5min);
+    EXPECT_THAT(states, IsEmpty());
+    platform->httpSession().latencyOf = [quick = 0](const HttpRequest& request) mutable {
+        const bool isRound = request.method == "POST" && FakeService::path(request) == "api/ix/m";
+        return isRound && ++quick % 6 == 0 ? 20s : 20ms;
+    };
+    advance(5min);
+    EXPECT_THAT(service.requests("GET", "api/ix/m"), SizeIs(gets));
+    platform->httpSession().latencyOf = {};
+    advance(1min);
     EXPECT_EQ(timers(), timersOfASession);
 }
 
@@ -223,18 +240,31 @@ TEST_F(RecoveryTest, AnApplicationThatIsAwayWhenItStartsIsTreatedAsOneThatGoes) 
     Merovanta::panoptra().stop();
 
     // Away in the middle of a start that takes long: closed as soon as it is over.
-    platform->httpSession().latency = 4s;
+    platform->httpSession().latency = 6s;
     Merovanta::panoptra().start();
     platform->app.resignActive();
     advance(6s);
     EXPECT_EQ(states.back(), State::suspended);
     platform->httpSession().latency = 20ms;
-    advance(5s);
+    advance(6s);
     EXPECT_EQ(timers(), 0);
     platform->app.becomeActive();
     advance(1s);
     EXPECT_EQ(states.back(), State::sharing);
     EXPECT_EQ(timers(), timersOfASession);
+    Merovanta::panoptra().stop();
+
+    // A host that ends it as soon as it hears that it has begun.
+    const auto deletes = [this] { return service.requests("DELETE", "api/ix/m").size(); };
+    platform->httpSession().latency = 6s;
+    Merovanta::panoptra().start([](const auto&) { Merovanta::panoptra().stop(); });
+    platform->app.resignActive();
+    advance(5500ms);
+    const auto before = deletes();
+    advance(20s);
+    EXPECT_EQ(deletes(), before + 1);
+    EXPECT_EQ(states.back(), State::ended);
+    EXPECT_EQ(timers(), 0);
 }
 
 TEST_F(RecoveryTest, AStreamThatIsReplacedIsClosedBefore) {
@@ -256,33 +286,52 @@ TEST_F(RecoveryTest, AStreamThatIsReplacedIsClosedBefore) {
 }
 
 TEST_F(RecoveryTest, ADayWithAnOutageAnHourLeavesOneOfEachAndNoMemoryBehind) {
-    const auto hour = [this](int number) {
-        paint(0xFF000000U + static_cast<std::uint32_t>(number));
-        advance(30min);
-        cut(number % 2 == 0);
-        platform->tapRecognizers().tap({1, 1});
-        Merovanta::panoptra().tag("hour " + std::to_string(number));
-        advance(40s);
+    const std::string drawing = base64(png(39, 84, 0x80FF0000));
+    const auto minute = [&](int number) {
+        // The agent closes it now and then.
+        if (!Merovanta::panoptra().status().isRunning()) startSession();
+        const bool isOutage = number % 60 == 31;
+        if (isOutage) cut(number % 120 == 31);
+        const std::string tag = "minute " + std::to_string(number);
+        paint(0xFF000000U + static_cast<std::uint32_t>(number % 200));
+        platform->tapRecognizers().tap({10, 20});
+        platform->app.root->className = number % 2 == 0 ? "HomePage" : "AccountPage";
+        service.agentMessages = {{{"x", number},
+                                  {"y", 7},
+                                  {"co", {{"b", true}, {"opt", number % 7 == 0}, {"s", number % 50 == 0}}}},
+                                 {{"d", {{"u", drawing}}}, {"a", number % 100 == 99 ? "c" : "-"}}};
+        Merovanta::panoptra().tag(tag);
+        if (number % 7 == 0) platform->alerts().answer(number % 2 == 0);
+        if (number % 3 == 0) {
+            platform->app.resignActive();
+            advance(5s);
+            platform->app.becomeActive();
+        }
+        if (isOutage) advance(40s);
         restore();
-        advance(30min - 40s);
-        EXPECT_EQ(states.back(), State::sharing);
-        EXPECT_THAT(tags(), Contains("hour " + std::to_string(number)));
+        advance(1min);
+        if (isOutage) {
+            EXPECT_EQ(states.back(), State::sharing);
+            EXPECT_THAT(service.tags(), Contains(tag));
+        }
         platform->httpSession().requests.clear();
-        platform->httpSession().requests.shrink_to_fit();
         states.clear();
-        states.shrink_to_fit();
     };
+    Injection::resolve<CoBrowsing>()->startPolling();
     startSession();
-    hour(0);
+    for (int number = 0; number < 60; ++number)
+        minute(number);
     const std::int64_t memory = bytesInUse();
-    for (int number = 1; number < 24; ++number)
-        hour(number);
+    for (int number = 60; number < 24 * 60; ++number)
+        minute(number);
     EXPECT_LE(bytesInUse(), memory + memory / 100);
-    requestsFail(log.lines("[ERROR] XhrMessageSender: Request failed").size());
+    for (const char* error : {"[ERROR] XhrMessageSender: Request failed", "[ERROR] XhrRunner: Poll failed: No route to host"})
+        expectError(error, log.lines(error).size());
     EXPECT_EQ(timers(), timersOfASession);
     Merovanta::panoptra().stop();
     advance(1s);
     EXPECT_EQ(timers(), 0);
+    EXPECT_EQ(platform->tapRecognizers().attached(), 0);
 }
 
 }  // namespace

@@ -1,25 +1,19 @@
 #include <gmock/gmock.h>
 
-#include "General/Panoptra/Injection.h"
-#include "General/Panoptra/Panoptra.h"
 #include "support/LibraryTest.h"
 
 namespace merovanta::testing {
 namespace {
 
 using inmemory::WebSocketPeerInMemory;
-using State = Session::State;
+using State = SessionState;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 class TransportChoiceTest : public LibraryTest {
  protected:
-    TransportChoiceTest() {
-        Merovanta::panoptra().preferWebSocket(true);
-        Injection::resolve<Panoptra>()->observeState(
-            [this](const Session::Change& change) { states.push_back(change.state); });
-    }
+    TransportChoiceTest() { Merovanta::panoptra().preferWebSocket(true); }
 
     void accept() {
         peer().accept();
@@ -42,6 +36,8 @@ class TransportChoiceTest : public LibraryTest {
     }
 
     std::vector<State> states;
+    std::unique_ptr<Observation> observation = Merovanta::panoptra().observe(
+        [this](const SessionStatus& status) { states.push_back(status.state); });
 };
 
 TEST_F(TransportChoiceTest, ASessionOfAHostThatPrefersItUsesTheWebSocket) {

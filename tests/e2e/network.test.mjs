@@ -24,17 +24,19 @@ class Visit {
   things = { pictures: 0, pages: 0, taps: 0, tags: 0 };
   looks = {};
 
-  static async begin(t, conditions, transport) {
+  /** The session is the visitor's call for help: the widget is there. */
+  static async begin(t, conditions, ...options) {
     const visit = new Visit();
     visit.service = await Service.start(t, ...MASKS);
     visit.services = [visit.service];
     visit.network = await Network.start(t, visit.service.host);
-    const options = transport ? ['--transport', transport] : [];
-    visit.app = App.start(t, visit.network.host,
+    visit.app = App.open(t, visit.network.host,
       ['--control', '--exit-after', String(LONGEST_RUN_SECONDS), ...options], 'phone');
-    await visit.tap('demoButton');
+    for (const button of ['demoButton', 'tabProfile', 'getHelp']) await visit.app.tap(button);
+    visit.code = (await visit.service.visitor()).shareId;
     await visit.tap(TABS.CardsPage);
     await visit.pageIs('CardsPage');
+    await visit.tells(`Screen shared · ${visit.code}`, visit.code);
     // How the resting pages look, as long as the network is a good one.
     for (const look of ['on', 'off']) {
       await visit.tap('freezeToggle');
@@ -140,14 +142,21 @@ class Visit {
     return Number(readFileSync(`/proc/${this.app.child.pid}/statm`, 'utf8').split(' ')[1]) * 4096 / 2 ** 20;
   }
 
-  /** Until something that happens from now on has come through, in milliseconds. */
+  /** Until what happens now has come through, in milliseconds. */
   async untilLive() {
     const begun = performance.now();
-    const known = this.events().length;
-    await eventually('a sign of life', () => this.events().length > known, 60);
+    const last = `thing ${this.things.tags}`;
+    this.tag();
+    await eventually('a sign of life', () => this.events('tag').some(({ tag }) => tag === last), 90);
     const milliseconds = performance.now() - begun;
     await this.pictureIs(this.isOn ? 'on' : 'off');
     return Math.round(milliseconds);
+  }
+
+  /** What the app says of the library's state, and the widget. */
+  async tells(app, widget) {
+    for (const [name, text] of [['sharingPill', app], ['shareId', widget]])
+      await eventually(`${name} with "${text}"`, async () => await this.app.text(name) === text, WITHIN_SECONDS);
   }
 }
 
@@ -158,18 +167,20 @@ const NETWORKS = {
   'a round trip of 100 ms and a loss of 2 %': { roundTrip: 100, loss: 0.02 },
 };
 
-/** While `outage` lasts, the visitor goes on; afterwards all of it is there. */
-async function endure(t, visit, begin, end) {
+/** While the outage lasts, the visitor goes on, and knows; afterwards all of it is there. */
+async function endure(t, visit, { begin, end, seconds = OUTAGE_SECONDS }) {
   const before = visit.memory();
   await visit.goOn(2);
-  await begin(visit);
-  const over = performance.now() + OUTAGE_SECONDS * 1000;
+  await begin?.();
+  const over = performance.now() + seconds * 1000;
+  if (seconds >= OUTAGE_SECONDS) await visit.tells('Reconnecting…', 'CONNECTING');
   while (performance.now() < over) {
     await visit.toggle();
     await pause(500);
   }
-  await end(visit);
+  await end();
   const live = await visit.untilLive();
+  await visit.tells(`Screen shared · ${visit.code}`, visit.code);
   const lost = await visit.goOn(3);
   const missing = await visit.missing();
   t.diagnostic(`live again after ${live} ms; lost: ${JSON.stringify({ lost, ...missing })}; `
@@ -195,24 +206,42 @@ describe('nothing is lost', () => {
 
   test('while nothing comes through', async (t) => {
     const visit = await Visit.begin(t, { roundTrip: 100 });
-    await endure(t, visit, () => visit.network.cut(), () => visit.network.mend());
+    await endure(t, visit, { begin: () => visit.network.cut(), end: () => visit.network.mend() });
   });
 
   test('while there is no network', async (t) => {
     const visit = await Visit.begin(t, { roundTrip: 100 });
-    await endure(t, visit, () => visit.network.unplug(), () => visit.network.plugIn());
+    await endure(t, visit, { begin: () => visit.network.unplug(), end: () => visit.network.plugIn() });
   });
 
   test('while the service restarts', async (t) => {
     const visit = await Visit.begin(t, { roundTrip: 100 });
-    await endure(t, visit, () => visit.stopService(), () => visit.startService(t));
+    await endure(t, visit, { begin: () => visit.stopService(), end: () => visit.startService(t) });
   });
 
   test('under another address', async (t) => {
     const visit = await Visit.begin(t, { roundTrip: 100 });
-    await endure(t, visit, () => {
+    const begin = () => {
       visit.network.changeAddress();
       visit.network.cut();
-    }, () => visit.network.mend());
+    };
+    await endure(t, visit, { begin, end: () => visit.network.mend() });
   });
+
+  // What is open hangs, and whatever is opened anew comes through.
+  test('under another address at once', async (t) => {
+    const visit = await Visit.begin(t, { roundTrip: 100 });
+    await endure(t, visit, { end: () => visit.network.changeAddress(), seconds: 0 });
+  });
+});
+
+test('a WebSocket that is dead is noticed', async (t) => {
+  const visit = await Visit.begin(t, { roundTrip: 100 }, '--transport', 'websocket');
+  await visit.goOn(2);
+  visit.network.changeAddress();
+  const begun = performance.now();
+  await visit.tells('Reconnecting…', 'CONNECTING');
+  await visit.untilLive();
+  await visit.tells(`Screen shared · ${visit.code}`, visit.code);
+  t.diagnostic(`live again after ${Math.round(performance.now() - begun)} ms`);
 });

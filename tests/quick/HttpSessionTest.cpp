@@ -41,10 +41,18 @@ void expectError(const HttpReply& reply, const std::string& text) {
 
 TEST(HttpSession, SendsEmptyHeadersAndKeepsNoCookies) {
     RogueServer server("HTTP/1.1 204 No Content\r\nSet-Cookie: a=b; Path=/\r\n\r\n", keepOpen);
-    for (int round = 0; round < 2; ++round) {
-        const auto reply = execute({.method = "DELETE", .url = server.url(), .headers = {{"X-QD-SSID", ""}}});
-        EXPECT_FALSE(reply.error);
-    }
+    const auto exchange = [&](bool onNewConnection) {
+        EXPECT_FALSE(execute({.method = "DELETE",
+                              .url = server.url(),
+                              .headers = {{"X-QD-SSID", ""}},
+                              .onNewConnection = onNewConnection})
+                         .error);
+        return server.connections();
+    };
+    EXPECT_EQ(exchange(false), 1);
+    EXPECT_EQ(exchange(false), 1);
+    EXPECT_EQ(exchange(true), 2) << "what is open may be dead";
+    EXPECT_EQ(exchange(false), 2);
     EXPECT_THAT(server.received().toStdString(), HasSubstr("\r\nX-QD-SSID:"));
     EXPECT_THAT(server.received().toLower().toStdString(), Not(HasSubstr("cookie:")));
 }

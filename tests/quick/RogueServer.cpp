@@ -9,6 +9,7 @@ RogueServer::RogueServer(QByteArray answer, Afterwards afterwards, int repetitio
     if (!mServer.listen(QHostAddress::LocalHost)) qFatal("Cannot listen");
     QObject::connect(&mServer, &QTcpServer::newConnection, &mServer, [this] {
         while (QTcpSocket* const socket = mServer.nextPendingConnection()) {
+            ++mConnections;
             QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
                 mReceived += socket->readAll();
                 if (mReceived.contains("\r\n\r\n")) this->answer(*socket);

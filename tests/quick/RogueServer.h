@@ -17,6 +17,8 @@ class RogueServer {
     [[nodiscard]] std::string url() const;
     /// All that was received.
     [[nodiscard]] const QByteArray& received() const { return mReceived; }
+    /// How many there have been.
+    [[nodiscard]] int connections() const { return mConnections; }
 
  private:
     void answer(QTcpSocket& socket);
@@ -26,6 +28,7 @@ class RogueServer {
     /// How many more times the body's last mebibyte is sent.
     int mRepetitions;
     QByteArray mReceived;
+    int mConnections = 0;
     QTcpServer mServer;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Merovanta.h>
+
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -65,6 +67,7 @@ class World {
     void answer(bool accepted);
     void webSocketActs(unsigned kind);
     void acceptWebSocket();
+    void replying(const HttpRequest& request);
     void interrupt(unsigned kind, int turns);
 
     [[nodiscard]] static Endpoint endpointOf(const HttpRequest& request);
@@ -73,12 +76,14 @@ class World {
     [[nodiscard]] Milliseconds latencyOf(const HttpRequest& request) const;
     void checkStreamRequest(const HttpRequest& request);
     void checkRound(const HttpRequest& request, Stream& stream, const std::string& id);
+    void checkTag(const std::string& tag, bool isOfTheStream);
     void checkMessages(const std::string& body, const std::string& id);
     void opened(const std::string& id);
     void closed(const std::string& id);
     void agentTapped();
 
-    void stateChanged(const Session::Change& change);
+    void stateChanged(const SessionStatus& status);
+    [[nodiscard]] static SessionState state() { return Merovanta::panoptra().status().state; }
     void checkTimers();
     void checkWidget();
     void checkWebSockets();
@@ -111,8 +116,12 @@ class World {
     int mVisitors = 0;
     std::chrono::nanoseconds mAwaySince{};
     int mTags = 0;
+    // Those that have not reached the service, of the stream that is open.
+    std::deque<std::string> mMissing;
 
-    std::optional<Session::State> mState;
+    // What the host was told last.
+    SessionState mTold = SessionState::idle;
+    std::unique_ptr<Observation> mObservation;
     // How often each start has been completed.
     std::deque<int> mCompletions;
 

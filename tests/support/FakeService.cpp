@@ -64,6 +64,21 @@ std::vector<std::string> FakeService::pageChanges() const {
     return pages;
 }
 
+std::vector<std::string> FakeService::tags() const {
+    std::vector<std::string> tags;
+    for (const auto& message : messages()) {
+        if (message.has_tag()) tags.push_back(message.tag());
+    }
+    return tags;
+}
+
+std::vector<ProtoClickEvent> FakeService::taps() const {
+    std::vector<ProtoClickEvent> taps;
+    for (const auto& message : messages())
+        taps.insert(taps.end(), message.clickevent().begin(), message.clickevent().end());
+    return taps;
+}
+
 std::string FakeService::path(const HttpRequest& request) {
     const auto host = request.url.find("://") + 3;
     const auto begin = request.url.find('/', host) + 1;

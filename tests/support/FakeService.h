@@ -36,6 +36,8 @@ class FakeService {
     [[nodiscard]] std::vector<ProtoMessage> messages() const;
     [[nodiscard]] std::vector<std::string> screenshots() const;
     [[nodiscard]] std::vector<std::string> pageChanges() const;
+    [[nodiscard]] std::vector<std::string> tags() const;
+    [[nodiscard]] std::vector<ProtoClickEvent> taps() const;
 
     /// The path of a URL, without its leading slash.
     [[nodiscard]] static std::string path(const HttpRequest& request);

@@ -136,20 +136,21 @@ void CoBrowsing::sessionStopped() {
     isStarted = false;
 }
 
-void CoBrowsing::sessionRestarts() {
+void CoBrowsing::sessionReconnects() {
     // The widget of a start that failed says so until it is closed, whatever else runs.
     if (!mInvitation) return;
     mInvitation->isConnected = false;
     setText(textOr(connectingString, "CONNECTING"));
 }
 
-void CoBrowsing::sessionRestarted(bool isRunning) {
+void CoBrowsing::sessionReconnected() {
+    if (mInvitation) sessionStarted();
+}
+
+void CoBrowsing::sessionIsLost() {
     if (!mInvitation) return;
-    if (isRunning) {
-        sessionStarted();
-    } else {
-        sessionStopped();
-    }
+    mInvitation->isConnected = false;
+    setText(textOr(errorString, "ERROR"));
 }
 
 void CoBrowsing::setChatActivated(bool isActivated) {

@@ -45,10 +45,13 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     /// Takes the widget away: the session has been stopped.
     void sessionStopped();
 
-    /// The session is stopped and started anew under the same widget: shows that it connects, then the
-    /// outcome.
-    void sessionRestarts();
-    void sessionRestarted(bool isRunning);
+    /// The session connects anew under the same widget, after a restart, an outage or a return: shows that,
+    /// then the outcome.
+    void sessionReconnects();
+    void sessionReconnected();
+
+    /// The session could not be opened again, and waits to be stopped: shows so.
+    void sessionIsLost();
 
     /// Whether the service offers the chat, which the widget opens.
     void setChatActivated(bool isActivated);

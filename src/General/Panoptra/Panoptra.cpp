@@ -88,21 +88,28 @@ Session::Delegate Panoptra::delegate() {
 
 void Panoptra::sessionChanged(const Session& session, const Session::Change& change) {
     using Reason = Session::Reason;
-    const bool isStarted = change.state == Session::State::sharing && change.reason == Reason::asked;
     const bool isOver = change.reason == Reason::startFailed || change.reason == Reason::ignored;
     if (isOver && mSession.get() == &session) mSession.reset();
-    // Resolved at the moment of use: it is itself built from this controller.
-    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) {
-        if (session.isRestart() && (isStarted || isOver)) coBrowsing->sessionRestarted(isStarted);
-        if (change.reason == Reason::ignored) coBrowsing->sessionStopped();
-    }
+    tellWidget(session, change);
     if (change.state == Session::State::ended) {
         if (const auto agent = Injection::resolve<BidirectionalMessageHandler>()) agent->sessionEnded();
     }
     tellHost(session, change);
-    // Copied: it may be replaced inside.
-    const auto observer = mStateObserver;
-    if (observer) observer(change);
+}
+
+/// A first start has its own completion to tell the widget.
+void Panoptra::tellWidget(const Session& session, const Session::Change& change) {
+    using Reason = Session::Reason;
+    using State = Session::State;
+    // Resolved at the moment of use: it is itself built from this controller.
+    const auto coBrowsing = Injection::resolve<CoBrowsing>();
+    if (!coBrowsing) return;
+    const bool isFirst = change.reason == Reason::asked && !session.isRestart();
+    const bool hasFailed = change.reason == Reason::startFailed && session.isRestart();
+    if (change.reason == Reason::ignored || hasFailed) coBrowsing->sessionStopped();
+    if (change.reason == Reason::returnFailed) coBrowsing->sessionIsLost();
+    if (change.state == State::reconnecting) coBrowsing->sessionReconnects();
+    if (change.state == State::sharing && !isFirst) coBrowsing->sessionReconnected();
 }
 
 void Panoptra::tellHost(const Session& session, const Session::Change& change) {
@@ -170,7 +177,7 @@ void Panoptra::restart(Completion completion) {
     const bool force = mSession->isForced();
     end(SessionEnd::restart);
     networkManager->monitoringSender->logCoBrowsingStop(MonitoringSender::logged("stop"));
-    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->sessionRestarts();
+    if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->sessionReconnects();
     begin(std::nullopt, mStartedBy, {.force = force, .isRestart = true, .completion = std::move(completion)});
 }
 

@@ -27,7 +27,6 @@ namespace merovanta {
 class Panoptra : public std::enable_shared_from_this<Panoptra> {
  public:
     using Completion = Session::Completion;
-    using StateObserver = std::function<void(const Session::Change&)>;
 
     /// Why there is no session after a start that has not failed.
     static constexpr const char* notWanted = "The service leaves this visitor alone";
@@ -58,10 +57,6 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     /// The session that is started; null without one.
     [[nodiscard]] const std::shared_ptr<Session>& session() const { return mSession; }
 
-    /// Told of every state that a session enters, in the middle of what brings it about. It may stop and
-    /// start sessions; one observer at a time.
-    void observeState(StateObserver observer) { mStateObserver = std::move(observer); }
-
     /// Tells the host of every state that a session enters, when that is done.
     [[nodiscard]] const std::shared_ptr<SessionObservers>& observers() const { return mObservers; }
 
@@ -83,6 +78,7 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     void begin(const std::optional<std::string>& sessionId, SessionStarter by, Session::Order order);
     [[nodiscard]] Session::Delegate delegate();
     void sessionChanged(const Session& session, const Session::Change& change);
+    static void tellWidget(const Session& session, const Session::Change& change);
     void tellHost(const Session& session, const Session::Change& change);
     [[nodiscard]] SessionStatus statusOf(const Session::Change& change) const;
     void runStartCallback() const;
@@ -105,7 +101,6 @@ class Panoptra : public std::enable_shared_from_this<Panoptra> {
     std::unique_ptr<Timer> backgroundTimeoutTimer;
 
     std::shared_ptr<Session> mSession;
-    StateObserver mStateObserver;
     std::shared_ptr<SessionObservers> mObservers = std::make_shared<SessionObservers>();
     // Of the session that runs, or of the last one.
     SessionStarter mStartedBy = SessionStarter::host;

@@ -315,8 +315,7 @@ void Session::streamOpened() {
     mMustReconnect = false;
     mWasLostWhileStarting = false;
     if (const auto communication = Injection::resolve<Communication>()) communication->resumePolling();
-    // A return tells of its success itself.
-    if (mState != State::reconnecting || mInitialisation) return;
+    if (mState != State::reconnecting) return;
     Log::debug("Stream is open again", controller);
     resumeWatching();
     enter(State::sharing, Reason::networkBack);
@@ -350,9 +349,12 @@ void Session::checkHealth(int failuresBefore) {
         {.healthy = weakly(&Session::healthy), .unhealthy = weakly(&Session::unhealthy)}, failuresBefore);
 }
 
-/// A request that merely takes its time is left to it.
+/// A request that is still without an answer, while the service answers others, is taken for one on a
+/// connection that is dead.
 void Session::healthy() {
-    if (std::exchange(mMustReconnect, false)) mSender->reconnect();
+    if (!std::exchange(mMustReconnect, false) && !mSender->isSilent()) return;
+    interrupt();
+    mSender->reconnect();
 }
 
 void Session::unhealthy() {

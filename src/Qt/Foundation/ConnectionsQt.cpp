@@ -8,11 +8,13 @@
 
 namespace merovanta::qt {
 
-ConnectionsQt& ConnectionsQt::of(QObject& owner) {
+void ConnectionsQt::start(QObject& owner, const HttpRequest& request, HttpSession::Completion completion) {
     const auto all = owner.findChildren<ConnectionsQt*>(Qt::FindDirectChildrenOnly);
-    const auto usable =
+    auto usable =
         std::find_if(all.begin(), all.end(), [](const ConnectionsQt* each) { return !each->mIsRetired; });
-    return usable == all.end() ? *new ConnectionsQt(owner) : **usable;
+    if (usable != all.end() && request.onNewConnection) (*std::exchange(usable, all.end()))->retire();
+    auto& connections = usable == all.end() ? *new ConnectionsQt(owner) : **usable;
+    connections.start(request, std::move(completion));
 }
 
 ConnectionsQt::ConnectionsQt(QObject& owner) : QNetworkAccessManager(&owner) {
@@ -28,7 +30,17 @@ void ConnectionsQt::start(const HttpRequest& request, HttpSession::Completion co
 }
 
 void ConnectionsQt::exchangeEnded() {
-    if (--mExchanges == 0 && mIsRetired) deleteLater();
+    --mExchanges;
+    endIfUnused();
+}
+
+void ConnectionsQt::retire() {
+    mIsRetired = true;
+    endIfUnused();
+}
+
+void ConnectionsQt::endIfUnused() {
+    if (mExchanges == 0 && mIsRetired) deleteLater();
 }
 
 }  // namespace merovanta::qt

@@ -14,7 +14,7 @@ void HttpSessionQt::execute(HttpRequest request, Completion completion) {
         if (phase == ApplicationLifeQt::Phase::running) completion(std::move(reply));
     };
     mThread.post([request = std::move(request), complete = std::move(complete)](QObject& owner) {
-        ConnectionsQt::of(owner).start(request, complete);
+        ConnectionsQt::start(owner, request, complete);
     });
 }
 

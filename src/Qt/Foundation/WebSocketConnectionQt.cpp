@@ -13,6 +13,10 @@ namespace merovanta::qt {
 namespace {
 
 constexpr std::chrono::seconds closingTime{5};
+/// A connection that nothing has come over for three of these is dead, though nobody may ever say so: the
+/// device has changed its network, or a router has forgotten it.
+constexpr std::chrono::seconds pulseInterval{4};
+constexpr int mostUnanswered = 2;
 /// What may wait, either to be handled here or to be taken by the other side.
 constexpr std::size_t maximumWaitingBytes = 4 * WebSocket::maximumMessageBytes;
 /// An empty message takes memory, too.
@@ -29,10 +33,9 @@ WebSocketConnectionQt::WebSocketConnectionQt(QObject* parent, Events events)
     mTimer.setSingleShot(true);
     connect(&mTimer, &QTimer::timeout, this, [this] { end("The connection timed out"); });
 
-    connect(&mSocket, &QWebSocket::connected, this, [this] {
-        mTimer.stop();
-        mEvents.opened();
-    });
+    mPulse.setInterval(pulseInterval);
+    connect(&mPulse, &QTimer::timeout, this, &WebSocketConnectionQt::pulse);
+    connect(&mSocket, &QWebSocket::connected, this, &WebSocketConnectionQt::opened);
     connect(&mSocket, &QWebSocket::textMessageReceived, this,
             [this](const QString& text) { receive(text.toStdString(), mEvents.textReceived); });
     connect(&mSocket, &QWebSocket::binaryMessageReceived, this,
@@ -75,12 +78,32 @@ void WebSocketConnectionQt::acknowledge(std::size_t messageSize) {
     mUnacknowledged -= messageSize + messageOverhead;
 }
 
+void WebSocketConnectionQt::opened() {
+    mTimer.stop();
+    // Large messages take their time, in either direction.
+    const auto* const stream = mSocket.findChild<QAbstractSocket*>();
+    connect(stream, &QIODevice::readyRead, this, [this] { mUnanswered = 0; });
+    connect(stream, &QIODevice::bytesWritten, this, [this] {
+        if (mIsCongested) mUnanswered = 0;
+    });
+    mPulse.start();
+    mEvents.opened();
+}
+
+void WebSocketConnectionQt::pulse() {
+    if (mUnanswered == mostUnanswered) return end("The connection is dead");
+    ++mUnanswered;
+    mIsCongested = unsent() > 0;
+    mSocket.ping();
+}
+
 void WebSocketConnectionQt::closing() {
     // Comes a second time when the close frame is on its way. A connection that broke tells an error before
     // this, if it tells this at all; closeCode() is no help, it begins as 1000.
     if (mCloseCode) return;
     // Converted at once: codes such as 4000 lie outside of what the enumeration may hold in memory.
     mCloseCode = static_cast<int>(mSocket.closeCode());
+    mPulse.stop();
     mTimer.start(closingTime);
 }
 
@@ -108,6 +131,7 @@ void WebSocketConnectionQt::end(std::string description) {
     if (!ended) return;
     mSocket.disconnect(this);
     mTimer.stop();
+    mPulse.stop();
     if (mCloseCode) description = mSocket.closeReason().toStdString();
     ended({.code = mCloseCode, .description = std::move(description)});
     deleteLater();

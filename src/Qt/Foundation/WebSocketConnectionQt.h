@@ -37,6 +37,8 @@ class WebSocketConnectionQt final : public QObject {
 
  private:
     void closing();
+    void opened();
+    void pulse();
     void receive(std::string message, const std::function<void(std::string)>& event);
     /// Bytes that the network has not taken yet.
     [[nodiscard]] qint64 unsent() const;
@@ -46,6 +48,12 @@ class WebSocketConnectionQt final : public QObject {
     QWebSocket mSocket;
     /// Limits first the time that connecting takes, then that of closing.
     QTimer mTimer;
+    /// Asks the other side for a sign of life, as long as the connection is open.
+    QTimer mPulse;
+    /// Questions since the last sign.
+    int mUnanswered = 0;
+    /// The network had not taken everything when it was asked last.
+    bool mIsCongested = false;
     /// The size of the messages received and not yet acknowledged.
     std::size_t mUnacknowledged = 0;
     /// The code of the close frame, if one was received or sent.

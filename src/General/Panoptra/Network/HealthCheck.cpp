@@ -56,8 +56,9 @@ void HealthCheck::check() {
                 if (self && !current.expired()) self->checked(status == self->successResponseCode);
             });
         },
-        // Given up by the network as well, so that checks without an answer do not pile up there.
-        {.timeout = std::chrono::seconds(static_cast<int>(answerTimeout))});
+        // Given up by the network as well, so that checks without an answer do not pile up there. What counts
+        // is whether the service can be reached now, not by what was open before.
+        {.timeout = std::chrono::seconds(static_cast<int>(answerTimeout)), .onNewConnection = true});
 }
 
 void HealthCheck::checked(bool passed) {

@@ -52,8 +52,10 @@ HttpRequest HttpUtil::buildRequest(const std::string& url, const Options& option
     const std::string session = options.sessionId.value_or(sessionId());
     // A last request of a session that is over takes the cookies of none.
     if (session == sessionId()) stickyCookie->enter(session);
-    HttpRequest request{
-        .url = std::move(*parsed), .headers = {{ssidHeadername, session}}, .timeout = options.timeout};
+    HttpRequest request{.url = std::move(*parsed),
+                        .headers = {{ssidHeadername, session}},
+                        .timeout = options.timeout,
+                        .onNewConnection = options.onNewConnection};
     auto cookies = stickyCookie->isOf(session) ? stickyCookie->headerFor(request.url) : std::string();
     if (!cookies.empty()) request.headers.emplace_back(cookieHeaderName, std::move(cookies));
     return request;

@@ -21,6 +21,7 @@ class HttpUtil {
         /// Whose request it is; without one, that of the visit.
         std::optional<std::string> sessionId;
         std::chrono::seconds timeout{60};
+        bool onNewConnection = false;
     };
 
     explicit HttpUtil(std::shared_ptr<ApplicationConfigWrapper> applicationConfig);

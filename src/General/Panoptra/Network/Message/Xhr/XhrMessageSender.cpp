@@ -1,5 +1,6 @@
 #include "General/Panoptra/Network/Message/Xhr/XhrMessageSender.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "General/Fatal.h"
@@ -13,9 +14,12 @@ namespace merovanta {
 
 namespace {
 
-// Seconds after which a request without an answer is worth a doubt. It goes on all the same: where the
-// network is merely slow, there is no better.
-constexpr double answerPatience = 3.0;
+// Seconds after which a request without an answer is worth a doubt.
+constexpr double shortestPatience = 1.5;
+constexpr double longestPatience = 60.0;
+// A slow network is known again by its answers: more time than they take, for a while after the last slow one.
+constexpr double patienceOverAnswer = 2.0;
+constexpr double patienceKept = 0.9;
 
 }  // namespace
 
@@ -34,12 +38,15 @@ void XhrMessageSender::connect(const std::string& pageUrl, std::function<void()>
     url = XhrSender::endpointUrl(pageUrl, streamConfig());
     rememberStream();
     stopped = false;
+    mPatience = shortestPatience;
     open();
 }
 
 void XhrMessageSender::reconnect() {
     assertMainThread();
-    if (!stopped) open();
+    if (stopped) return;
+    if (isSilent()) mPatience = std::min(2 * mPatience, longestPatience);
+    open();
 }
 
 void XhrMessageSender::open() {
@@ -64,7 +71,7 @@ void XhrMessageSender::opened(bool failed) {
         requestFailed();
         return;
     }
-    mRequest.reset();
+    endRequest();
     mIsOpen = true;
     currentInterval = queueSendingInterval;
     sendWaiting();
@@ -142,7 +149,7 @@ void XhrMessageSender::roundFinished(bool failed, AgentReply agentReply) {
         return;
     }
     const bool wasSilent = isSilent();
-    mRequest.reset();
+    endRequest();
     setDelivered(true);
     // Only now, after the answer: what was queued while the request was under way goes too.
     queue.clear_messages();
@@ -163,10 +170,18 @@ void XhrMessageSender::requestFailed() {
 
 void XhrMessageSender::beginRequest() {
     mRequest = std::make_shared<Request>();
-    mRequest->patience = platform::current().timers().schedule(seconds(answerPatience), true, [this] {
+    mRequest->begun = platform::current().clock().sinceEpoch();
+    mRequest->patience = platform::current().timers().schedule(seconds(mPatience), true, [this] {
         mRequest->isOverdue = true;
         notify(&StreamObserver::silent);
     });
+}
+
+void XhrMessageSender::endRequest() {
+    const std::chrono::duration<double> took = platform::current().clock().sinceEpoch() - mRequest->begun;
+    mPatience = std::clamp(std::max(patienceOverAnswer * took.count(), patienceKept * mPatience),
+                           shortestPatience, longestPatience);
+    mRequest.reset();
 }
 
 HttpUtil::Options XhrMessageSender::requestOptions() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -51,6 +52,7 @@ class XhrMessageSender : public MessageSender {
     /// The GET or the POST under way. The answer to one that was given up finds it gone.
     struct Request {
         std::unique_ptr<Timer> patience;
+        std::chrono::milliseconds begun{};
         bool isOverdue = false;
     };
 
@@ -61,6 +63,8 @@ class XhrMessageSender : public MessageSender {
     void roundFinished(bool failed, AgentReply agentReply);
     void scheduleNextRound();
     void beginRequest();
+    /// It was answered.
+    void endRequest();
     void requestFailed();
     [[nodiscard]] HttpUtil::Options requestOptions() const;
 
@@ -78,6 +82,8 @@ class XhrMessageSender : public MessageSender {
     bool mIsOpen = false;
     std::unique_ptr<Timer> mRoundTimer;
     std::shared_ptr<Request> mRequest;
+    // Seconds that a request may be without an answer before it is doubted: grows with those that are given up.
+    double mPatience = 0;
 };
 
 }  // namespace merovanta
