@@ -112,6 +112,7 @@ void CoBrowsing::startFailed() {
 }
 
 void CoBrowsing::sessionStarted() {
+    mInvitation->hasSession = true;
     mInvitation->isConnected = true;
     const auto& session = applicationConfig->config.panoptraConfig;
     setText(session ? session->shareId.value_or("") : "");
@@ -138,17 +139,17 @@ void CoBrowsing::sessionStopped() {
 
 void CoBrowsing::sessionReconnects() {
     // The widget of a start that failed says so until it is closed, whatever else runs.
-    if (!mInvitation) return;
+    if (!hasSession()) return;
     mInvitation->isConnected = false;
     setText(textOr(connectingString, "CONNECTING"));
 }
 
 void CoBrowsing::sessionReconnected() {
-    if (mInvitation) sessionStarted();
+    if (hasSession()) sessionStarted();
 }
 
 void CoBrowsing::sessionIsLost() {
-    if (!mInvitation) return;
+    if (!hasSession()) return;
     mInvitation->isConnected = false;
     setText(textOr(errorString, "ERROR"));
 }

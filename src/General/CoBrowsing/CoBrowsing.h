@@ -66,12 +66,15 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
         SessionStarter by;
         /// Called once; gone when it has been, or is for the session to call.
         Completion completion;
+        /// Its session has begun; before that, the one that runs is another.
+        bool hasSession = false;
         /// The widget shows the share code of a session that runs.
         bool isConnected = false;
     };
 
     void showWidget();
     [[nodiscard]] std::optional<StringError> createWidget();
+    [[nodiscard]] bool hasSession() const { return mInvitation && mInvitation->hasSession; }
     void startSession();
     void startFailed();
     void sessionStarted();
