@@ -325,7 +325,8 @@ TEST_F(RecoveryTest, ADayWithAnOutageAnHourLeavesOneOfEachAndNoMemoryBehind) {
     for (int number = 60; number < 24 * 60; ++number)
         minute(number);
     EXPECT_LE(bytesInUse(), memory + memory / 100);
-    for (const char* error : {"[ERROR] XhrMessageSender: Request failed", "[ERROR] XhrRunner: Poll failed: No route to host"})
+    for (const char* error :
+         {"[ERROR] XhrMessageSender: Request failed", "[ERROR] XhrRunner: Poll failed: No route to host"})
         expectError(error, log.lines(error).size());
     EXPECT_EQ(timers(), timersOfASession);
     Merovanta::panoptra().stop();

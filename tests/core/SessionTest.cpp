@@ -244,8 +244,7 @@ TEST_F(SessionTest, AnIgnoredVisitorAndAReplyWithoutBodyLeaveNothing) {
     startSession();
     EXPECT_TRUE(log.contains("[WARNING] Panoptra: Config is nil"));
     advance(5s);
-    EXPECT_THAT(requestLines(),
-                ElementsAre("log ca", "POST api/in/im/c", "log ca", "POST api/in/im/c"));
+    EXPECT_THAT(requestLines(), ElementsAre("log ca", "POST api/in/im/c", "log ca", "POST api/in/im/c"));
     EXPECT_EQ(timers(), 0);
     service.override = {};
     service.initReply["x"] = false;

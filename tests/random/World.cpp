@@ -567,7 +567,8 @@ void World::checkWebSockets() {
 }
 
 void World::checkFacts() {
-    expect(mPanoptra->isRunning() || !Merovanta::panoptra().status().isRunning(), "a session that has ended runs");
+    expect(mPanoptra->isRunning() || !Merovanta::panoptra().status().isRunning(),
+           "a session that has ended runs");
     const bool isLongAway = !mIsActive && mPlatform->time->now() - mAwaySince > 5s;
     if (isLongAway) expect(state() != State::sharing, "it shares the screen of an application that is away");
     for (const int completions : mCompletions)

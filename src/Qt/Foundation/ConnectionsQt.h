@@ -6,9 +6,9 @@
 
 namespace merovanta::qt {
 
-/// The connections on which requests run, one after the other. Once a request has timed out, or one asks for a
-/// new connection, none of them is used any more: when the device has changed its network they may all be dead
-/// without anybody knowing, and each would have to time out by itself. Lives in the network thread.
+/// The connections on which requests run, one after the other. Once a request has timed out, or one asks for
+/// a new connection, none of them is used any more: when the device has changed its network they may all be
+/// dead without anybody knowing, and each would have to time out by itself. Lives in the network thread.
 class ConnectionsQt final : public QNetworkAccessManager {
     Q_OBJECT
 

@@ -17,7 +17,8 @@ namespace {
 // Seconds after which a request without an answer is worth a doubt.
 constexpr double shortestPatience = 1.5;
 constexpr double longestPatience = 60.0;
-// A slow network is known again by its answers: more time than they take, for a while after the last slow one.
+// A slow network is known again by its answers: more time than they take, for a while after the last slow
+// one.
 constexpr double patienceOverAnswer = 2.0;
 constexpr double patienceKept = 0.9;
 

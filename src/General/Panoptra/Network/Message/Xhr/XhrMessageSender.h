@@ -82,7 +82,8 @@ class XhrMessageSender : public MessageSender {
     bool mIsOpen = false;
     std::unique_ptr<Timer> mRoundTimer;
     std::shared_ptr<Request> mRequest;
-    // Seconds that a request may be without an answer before it is doubted: grows with those that are given up.
+    // Seconds that a request may be without an answer before it is doubted: grows with those that are given
+    // up.
     double mPatience = 0;
 };
 
