@@ -104,24 +104,6 @@ TEST_F(BackgroundTest, AFailedReturnLeavesTheSessionClosedUntilTheNextStart) {
     EXPECT_EQ(timers(), timersOfASession);
 }
 
-TEST_F(BackgroundTest, AReturnThatIsOvertakenOpensNothing) {
-    startSession();
-    platform->httpSession().latency = 7s;
-    stayInBackground(6s);
-    stayInBackground(6s);  // closed again while the service still answers
-    advance(2s);
-    EXPECT_THAT(log.lines("[DEBUG] Panoptra: WebSocket reconnect success"), IsEmpty());
-    platform->httpSession().latency = 20ms;
-    Merovanta::panoptra().stop();
-    const auto gets = count("GET", "api/ix/m");
-    advance(1min);
-    stayInBackground(6s);  // nothing runs that could be opened again
-    advance(1min);
-    EXPECT_EQ(count("GET", "api/ix/m"), gets);
-    EXPECT_THAT(inits(), SizeIs(3));
-    EXPECT_EQ(timers(), 0);
-}
-
 TEST_F(BackgroundTest, StopLeavesThePendingCloseAlone) {
     startSession();
     platform->app.resignActive();

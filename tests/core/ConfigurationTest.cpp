@@ -161,6 +161,9 @@ TEST_F(ConfigurationTest, TakesEffectOnceThereIsAnApplication) {
         platform->app.isMade = false;
         platform->app.vendorIdentifier.reset();
         Merovanta::initConfig("early", "token");
+        Merovanta::panoptra().start();
+        expectError(
+            "[ERROR] MerovantaPanoptra: Error when starting Panoptra: There is no application object yet");
         platform->app.isMade = true;
         platform->app.vendorIdentifier = "DEVICE";
     };

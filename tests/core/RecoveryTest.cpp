@@ -267,24 +267,6 @@ TEST_F(RecoveryTest, AnApplicationThatIsAwayWhenItStartsIsTreatedAsOneThatGoes) 
     EXPECT_EQ(timers(), 0);
 }
 
-TEST_F(RecoveryTest, AStreamThatIsReplacedIsClosedBefore) {
-    startSession();
-    const std::string visitId = *config().visitConfig->visitId;
-    platform->app.becomeActive();  // without having been away
-    advance(1s);
-    const auto deletes = service.requests("DELETE", "api/ix/m");
-    ASSERT_THAT(deletes, SizeIs(1));
-    EXPECT_NE(deletes[0].url.find("id=" + visitId), std::string::npos);
-    EXPECT_NE(*config().visitConfig->visitId, visitId);
-    EXPECT_EQ(timers(), timersOfASession);
-
-    const std::string second = *config().visitConfig->visitId;
-    Merovanta::user().tag({.email = "a@b.example"});
-    advance(1s);
-    EXPECT_NE(service.requests("DELETE", "api/ix/m").back().url.find("id=" + second), std::string::npos);
-    EXPECT_EQ(timers(), timersOfASession);
-}
-
 TEST_F(RecoveryTest, ADayWithAnOutageAnHourLeavesOneOfEachAndNoMemoryBehind) {
     const std::string drawing = base64(png(39, 84, 0x80FF0000));
     const auto minute = [&](int number) {

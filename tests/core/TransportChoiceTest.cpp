@@ -92,18 +92,6 @@ TEST_F(TransportChoiceTest, AVetoALateOpeningAndAnEarlyCloseLeaveItToPolling) {
     EXPECT_EQ(timers(), 0);
 }
 
-TEST_F(TransportChoiceTest, AStopWhileItOpensLeavesNothing) {
-    expectError(
-        "[ERROR] MerovantaPanoptra: Error when starting Panoptra: Panoptra was stopped while it started");
-    startSession();
-    Merovanta::panoptra().stop();
-    const auto pending = platform->webSockets().peers.back();
-    advance(10s);
-    EXPECT_EQ(pending->state, WebSocketPeerInMemory::State::idle);
-    EXPECT_FALSE(isPolling());
-    EXPECT_EQ(timers(), 0);
-}
-
 TEST_F(TransportChoiceTest, AConnectionThatIsLostReconnectsAndTheSessionSaysSo) {
     startSession();
     accept();

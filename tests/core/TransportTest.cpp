@@ -256,43 +256,6 @@ TEST_F(TransportTest, ADeleteCarriesTheVisitAndItsFailureIsOnlyLogged) {
     EXPECT_TRUE(log.contains("[WARNING] MessageSender: Failed to send delete: gone"));
 }
 
-TEST_F(TransportTest, AForcedStartIsRefusedWhileASessionRunsAndNoLongerHeardAfterwards) {
-    startSession();
-    service.agentMessages = {{{"co", {{"s", true}}}}};
-    advance(2s);
-    EXPECT_TRUE(log.contains(
-        "[WARNING] BidirectionalMessageHandler: Cannot start CoBrowsing: Panoptra is already started"));
-    service.agentMessages = {{{"co", {{"s", true}}}}};
-    Merovanta::panoptra().tag("last");
-    Merovanta::panoptra().stop();
-    advance(1s);
-    EXPECT_THAT(service.agentMessages, IsEmpty());
-    EXPECT_THAT(service.requests("POST", "api/in/im/c"), SizeIs(1));
-}
-
-TEST_F(TransportTest, NothingOfASessionIsSentUnderTheNextOnesName) {
-    startSession();
-    Merovanta::panoptra().tag("old");
-    platform->httpSession().latency = 470ms;  // the answer comes in the middle of the next session's start
-    advance(150ms);
-    platform->httpSession().latency = 20ms;
-    Merovanta::panoptra().tag("late");
-    Merovanta::panoptra().stop();
-    Merovanta::panoptra().tag("between");
-    Merovanta::panoptra().start("other", "secret");
-    advance(10s);
-    for (const auto& request : service.requests("POST", "api/ix/m")) {
-        ProtoMessageList list;
-        ASSERT_TRUE(list.ParseFromString(request.body));
-        const bool isOther = request.url.find("&tId=other&") != std::string::npos;
-        for (const auto& message : list.messages())
-            EXPECT_FALSE(isOther && message.has_tag());
-    }
-    // The first picture of the new session has come through.
-    EXPECT_THAT(service.screenshots(), SizeIs(2));
-    EXPECT_EQ(timers(), 4);
-}
-
 TEST_F(TransportTest, AFirstLaunchSendsEmptyTextsInPlaceOfNull) {
     config().visitConfig.emplace();
     config().panoptraConfig.reset();

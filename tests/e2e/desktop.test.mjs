@@ -19,7 +19,8 @@ test('a session lasts behind the browser, ends with minimising and comes back wi
   const app = App.start(t, service.host, ['--control', '--tour'], desktop);
   const pictures = () => service.events('screenshot');
   const window = await eventually('the window', () => desktop.window(TITLE).catch(() => null));
-  const inits = () => service.events('init').length;
+  const inits = () => service.events('init').map(({ body }) => JSON.parse(body));
+  const ended = () => service.requests().filter(({ method }) => method === 'DELETE').map(({ session }) => session);
   await eventually('a picture', () => pictures().length > 0);
 
   const agent = await AgentConsole.open(t, service.url, null, desktop);
@@ -37,7 +38,7 @@ test('a session lasts behind the browser, ends with minimising and comes back wi
   }
   t.diagnostic(`${TOGETHER_SECONDS} s behind the browser: the longest time without a picture was ${longest.toFixed(0)} ms`);
   assert.ok(longest < LONGEST_SILENCE_MS, `${longest} ms without a picture`);
-  assert.deepEqual([inits(), service.requests().filter(({ method }) => method === 'DELETE').length], [1, 0]);
+  assert.deepEqual([inits().length, ended().length], [1, 0]);
   assert.equal((await service.visitor()).state, 'live');
   assert.deepEqual(agent.problems, []);
 
@@ -53,7 +54,10 @@ test('a session lasts behind the browser, ends with minimising and comes back wi
   await desktop.manage('windowactivate', window);
   await app.line(/^\[DEBUG\] Panoptra: WebSocket reconnect success$/);
   await eventually('a picture of the restored app', () => pictures().length > known);
-  assert.equal(inits(), 2);
+  const [first, second] = inits();
+  assert.ok(second.sId !== first.sId && second.viId !== first.viId);
+  assert.deepEqual([first.init, second.init, second.vId], [false, true, first.vId]);
   app.say('quit');
   assert.equal(await app.exitCode(), 0);
+  assert.deepEqual(ended(), [first.sId, second.sId]);
 });

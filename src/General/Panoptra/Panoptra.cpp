@@ -44,6 +44,10 @@ void Panoptra::start(bool force, const std::optional<std::string>& sessionId, Se
         completion(StringError("Panoptra is already started"));
         return;
     }
+    if (!platform::current().application().exists()) {
+        completion(StringError("There is no application object yet"));
+        return;
+    }
     // A visitor who starts anew may be asked anew.
     const auto agent =
         by == SessionStarter::host ? Injection::resolve<BidirectionalMessageHandler>() : nullptr;

@@ -52,8 +52,8 @@ class Session : public std::enable_shared_from_this<Session> {
     };
 
     struct Change {
-        State state;
-        Reason reason;
+        State state = State::starting;
+        Reason reason = Reason::asked;
         /// What went wrong, if anything did.
         std::optional<StringError> error;
     };

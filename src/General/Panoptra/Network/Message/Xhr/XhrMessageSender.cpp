@@ -51,6 +51,7 @@ void XhrMessageSender::reconnect() {
 }
 
 void XhrMessageSender::open() {
+    if (!url) fatalError("A stream that was never connected");
     mRoundTimer.reset();
     mIsOpen = false;
     setDelivered(false);
