@@ -11,9 +11,6 @@ using inmemory::HttpSessionInMemory;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-// Round, ping, pictures, page check.
-constexpr std::size_t timersOfASession = 4;
-
 class BackgroundTest : public LibraryTest {
  protected:
     void stayInBackground(std::chrono::nanoseconds duration) {

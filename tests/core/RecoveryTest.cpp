@@ -19,9 +19,6 @@ using ::testing::IsEmpty;
 using ::testing::Le;
 using ::testing::SizeIs;
 
-// Round, ping, pictures, page check.
-constexpr std::size_t timersOfASession = 4;
-
 class RecoveryTest : public LibraryTest {
  protected:
     /// Nothing reaches the service any more: refused at once, or without any answer.

@@ -31,6 +31,9 @@ class LibraryTest : public ::testing::Test {
 
     void advance(std::chrono::nanoseconds duration) { platform->time->advance(duration); }
 
+    // Round, ping, pictures, page check.
+    static constexpr std::size_t timersOfASession = 4;
+
     /// The timers that are waiting, but for the one of the channels' polling, which ticks for ever.
     [[nodiscard]] std::size_t timers() const { return platform->time->pendingTimers() - 1; }
 
