@@ -34,9 +34,11 @@ class Visit {
       ['--control', '--exit-after', String(LONGEST_RUN_SECONDS), ...options], 'phone');
     for (const button of ['demoButton', 'tabProfile', 'getHelp']) await visit.app.tap(button);
     visit.code = (await visit.service.visitor()).shareId;
+    await visit.tells(`Screen shared · ${visit.code}`, visit.code);
+    // The page on which a session begins is no change; it is looked at once a second.
+    await pause(1500);
     await visit.tap(TABS.CardsPage);
     await visit.pageIs('CardsPage');
-    await visit.tells(`Screen shared · ${visit.code}`, visit.code);
     // How the resting pages look, as long as the network is a good one.
     for (const look of ['on', 'off']) {
       await visit.tap('freezeToggle');

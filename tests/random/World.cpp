@@ -226,11 +226,18 @@ void World::changeScreen(unsigned kind) {
     }
 }
 
-/// What the visitor and the host do carries the number of the stream that was opened last.
+/// What the visitor and the host do carries the number of the stream that was opened last; during a start, of
+/// the one to come.
+std::size_t World::streamNumber() const {
+    const auto stream = mStreams.find(mLastOpened);
+    const bool isOpen = stream != mStreams.end() && stream->second.isOpen;
+    return mIds.size() + (state() == State::starting && !isOpen ? 1 : 0);
+}
+
 void World::visitorActs(unsigned kind) {
     switch (kind % 4) {
         case 0:
-            mPlatform->tapRecognizers().tap({static_cast<double>(mIds.size()), 0});
+            mPlatform->tapRecognizers().tap({static_cast<double>(streamNumber()), 0});
             break;
         case 1:
             mRoot->className = mRoot->className == "HomePage" ? "AccountPage" : "HomePage";
@@ -245,7 +252,7 @@ void World::visitorActs(unsigned kind) {
 }
 
 void World::tag() {
-    const std::string text = std::to_string(mIds.size()) + " " + std::to_string(++mTags);
+    const std::string text = std::to_string(streamNumber()) + " " + std::to_string(++mTags);
     const auto stream = mStreams.find(mLastOpened);
     if (mPanoptra->isRunning() && stream != mStreams.end() && stream->second.isOpen) mMissing.push_back(text);
     Merovanta::panoptra().tag(text);
@@ -468,7 +475,9 @@ void World::checkRound(const HttpRequest& request, Stream& stream, const std::st
 void World::checkMessages(const std::string& body, const std::string& id) {
     ProtoMessageList list;
     expect(list.ParseFromString(body), "a round that is no list of messages");
-    const auto isOf = [&](std::size_t number) { return number > 0 && mIds.at(number - 1) == id; };
+    const auto isOf = [&](std::size_t number) {
+        return number > 0 && number <= mIds.size() && mIds[number - 1] == id;
+    };
     for (const auto& message : list.messages()) {
         if (message.has_tag()) checkTag(message.tag(), isOf(std::stoul(message.tag())));
         for (const auto& click : message.clickevent())

@@ -60,6 +60,7 @@ class World {
     void setInitReply(unsigned kind);
     void changeScreen(unsigned kind);
     void visitorActs(unsigned kind);
+    [[nodiscard]] std::size_t streamNumber() const;
     void tag();
     void agentSays(unsigned kind);
     void handOver(const std::vector<nlohmann::json>& messages);
