@@ -175,7 +175,7 @@ async function endure(t, visit, { begin, end, seconds = OUTAGE_SECONDS }) {
   await visit.goOn(2);
   await begin?.();
   const over = performance.now() + seconds * 1000;
-  if (seconds >= OUTAGE_SECONDS) await visit.tells('Reconnecting…', 'CONNECTING');
+  if (seconds >= OUTAGE_SECONDS) await visit.tells('Reconnecting…', 'Connecting…');
   while (performance.now() < over) {
     await visit.toggle();
     await pause(500);
@@ -242,7 +242,7 @@ test('a WebSocket that is dead is noticed', async (t) => {
   await visit.goOn(2);
   visit.network.changeAddress();
   const begun = performance.now();
-  await visit.tells('Reconnecting…', 'CONNECTING');
+  await visit.tells('Reconnecting…', 'Connecting…');
   await visit.untilLive();
   await visit.tells(`Screen shared · ${visit.code}`, visit.code);
   t.diagnostic(`live again after ${Math.round(performance.now() - begun)} ms`);
