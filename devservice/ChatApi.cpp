@@ -4,17 +4,18 @@
 #include <variant>
 
 #include "Text.h"
+#include "Upgrade.h"
 
 namespace merovanta::devservice {
 
 void ChatApi::addRoutes(GuardedRoutes& routes) {
-    for (const char* folder : {"chat/", "shared/"}) {
-        for (const std::string_view name : PageAssets::names(folder)) {
-            const std::string path = "/cdn/chat/" + std::string(name.substr(name.find('/') + 1));
-            routes.add("GET", path, [this, name](const Request&) { return assets_.serve(name); });
-        }
-    }
-    routes.addWebSocket("/api/in/wc/ws", [this](Upgrade& upgrade) { return sockets_.open(upgrade); });
+    routes.add("GET", "/cdn/chat/*", [this](const Request& request) {
+        return assets_.serve("chat", request.wildcards.front(), request);
+    });
+    routes.addWebSocket("/api/in/wc/ws", [this](Upgrade& upgrade) -> std::optional<Response> {
+        if (!tenants_.allows(upgrade.request.target.value("tId"))) return Tenants::refusal();
+        return sockets_.open(upgrade);
+    });
     routes.add("GET", "/api/in/wc/d/*",
                [this](const Request& request) { return document(request.wildcards.front()); });
     routes.add(
@@ -28,6 +29,7 @@ Response ChatApi::attach(const Request& request) {
     std::string key = request.target.value("key");
     if (tenantId.empty() || visitorId.empty() || key.empty() || key.size() > ChatMessage::kMaxKeyBytes)
         return Response::error(400, "the query names no tenant, no visitor or no key");
+    if (!tenants_.allows(tenantId)) return Tenants::refusal();
     auto made =
         SharedDocument::make(request.target.value("name"), request.contentType, "encoded", request.body);
     if (const auto* problem = std::get_if<std::string>(&made)) return Response::error(400, *problem);

@@ -5,6 +5,7 @@
 #include "DocumentStore.h"
 #include "GuardedRoutes.h"
 #include "PageAssets.h"
+#include "Tenants.h"
 
 namespace merovanta::devservice {
 
@@ -12,8 +13,8 @@ namespace merovanta::devservice {
 class ChatApi {
  public:
     ChatApi(ChatSockets& sockets, ContactRegistry& contacts, DocumentStore& documents,
-            const PageAssets& assets)
-        : sockets_(sockets), contacts_(contacts), documents_(documents), assets_(assets) {}
+            const PageAssets& assets, const Tenants& tenants)
+        : sockets_(sockets), contacts_(contacts), documents_(documents), assets_(assets), tenants_(tenants) {}
 
     void addRoutes(GuardedRoutes& routes);
 
@@ -26,6 +27,7 @@ class ChatApi {
     ContactRegistry& contacts_;
     DocumentStore& documents_;
     const PageAssets& assets_;
+    const Tenants& tenants_;
 };
 
 }  // namespace merovanta::devservice

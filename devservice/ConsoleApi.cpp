@@ -14,13 +14,9 @@ constexpr std::size_t kMaxMessageBytes = 4U << 20U;
 }  // namespace
 
 void ConsoleApi::addRoutes(GuardedRoutes& routes) {
-    for (const char* folder : {"console/", "shared/"}) {
-        for (const std::string_view name : PageAssets::names(folder)) {
-            const std::string file(name.substr(name.find('/') + 1));
-            routes.add("GET", file == "index.html" ? "/" : "/console/" + file,
-                       [this, name](const Request&) { return assets_.serve(name); });
-        }
-    }
+    routes.add("GET", "/console/*", [this](const Request& request) {
+        return assets_.serve("console", request.wildcards.front(), request);
+    });
     routes.add("GET", "/console/api/settings",
                [this](const Request&) { return Response::json(initReply_.settings()); });
     routes.add("PUT", "/console/api/settings",

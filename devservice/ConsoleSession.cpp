@@ -91,7 +91,9 @@ void ConsoleSession::onMessage(const std::string& text) {
     if (message.is_discarded()) return;
     const std::string type = textMember(message, "type");
     if (type == "watch") {
-        const Visitor* visitor = sources_.visitors.find(textMember(message, "visitor"));
+        const bool byNumber = message.contains("visitor");
+        const Visitor* visitor = byNumber ? sources_.visitors.find(textMember(message, "visitor"))
+                                          : sources_.visitors.findToShow(textMember(message, "session"));
         watch(visitor == nullptr ? 0 : visitor->number());
     } else if (type == "chat") {
         const Contact* contact = sources_.contacts.find(textMember(message, "contact"));

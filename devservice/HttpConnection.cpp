@@ -110,6 +110,10 @@ bool HttpConnection::parseHead(std::size_t bytes) {
     request_.host = headerText(message, "Host");
     request_.origin = headerText(message, "Origin");
     request_.contentType = headerText(message, "Content-Type");
+    request_.cookies = headerText(message, "Cookie");
+    request_.authorization = headerText(message, "Authorization");
+    request_.acceptEncoding = headerText(message, "Accept-Encoding");
+    request_.ifNoneMatch = headerText(message, "If-None-Match");
     request_.session = headerText(message, "X-QD-SSID");
     request_.encrypted = stream_.isEncrypted();
     ErrorCode ignored;

@@ -15,10 +15,16 @@ The Merovanta development service: the endpoints that the library calls, and an
 agent console at "/", in one process. For demos and end-to-end tests only; it
 has no accounts, and storage and encryption only when asked.
 
-  --host ADDRESS             listen on this address (127.0.0.1)
+  --host ADDRESS             listen on this address (127.0.0.1); on any that other
+                             machines reach, the console demands a token
   --port PORT                listen on this port (8480); 0 chooses a free one
   --tls-cert FILE            serve HTTPS and WSS only, with this certificate chain
   --tls-key FILE             and this key, both PEM
+  --auth                     demand the token on 127.0.0.1 too
+  --auth-file FILE           the token is the first line of FILE, of 16 to 256
+                             characters; otherwise the service makes one and
+                             prints it as part of the console's address
+  --tenants FILE             serve the apps of these tenants only: "ID TOKEN" a line
   --log-requests             print a line for each request
   --data DIR                 keep a recording of each session in DIR, for the console
   --keep-days DAYS           delete recordings this old (30)
@@ -53,6 +59,7 @@ status:CODE (503), empty, garbage or large:BYTES (17825792).
 
 When ready it prints one line on standard output:
   Merovanta development service: http://ADDRESS:PORT/
+followed by "?token=TOKEN" where it made one.
 )";
 
 std::optional<bool> boolean(std::string_view text) {
@@ -108,6 +115,8 @@ using Setter = std::function<bool(Options&, std::string_view)>;
 const std::map<std::string_view, Setter>& valueOptions() {
     static const std::map<std::string_view, Setter> table = {
         {"--host", [](Options& o, std::string_view v) { return set(o.host, v); }},
+        {"--auth-file", [](Options& o, std::string_view v) { return set(o.authFile, v); }},
+        {"--tenants", [](Options& o, std::string_view v) { return set(o.tenantsFile, v); }},
         {"--port", [](Options& o, std::string_view v) { return setNumber(o.port, v); }},
         {"--data", [](Options& o, std::string_view v) { return set(o.dataDirectory, v); }},
         {"--keep-days",
@@ -153,6 +162,10 @@ std::variant<Options, Options::Exit> Options::parse(int argc, const char* const*
         if (name == "--help") return Exit{0, std::string(kHelp)};
         if (name == "--log-requests") {
             options.logRequests = true;
+            continue;
+        }
+        if (name == "--auth") {
+            options.auth = true;
             continue;
         }
         std::optional<std::string_view> value;

@@ -22,6 +22,12 @@ struct Options {
     /// Where sessions are recorded to be looked at again; empty when they are not.
     std::filesystem::path dataDirectory;
     RecordingStore::Limits recordingLimits;
+    /// Whether the console demands a token on loopback too.
+    bool auth = false;
+    /// That token; empty for one of the service's own making.
+    std::filesystem::path authFile;
+    /// The tenants whose apps may come; empty for all.
+    std::filesystem::path tenantsFile;
     /// PEM files; both empty without encryption.
     std::filesystem::path tlsCertificate, tlsKey;
     InitReply initReply;

@@ -18,6 +18,11 @@ struct Request {
     std::string host;
     std::string origin;
     std::string contentType;
+    /// The header Cookie.
+    std::string cookies;
+    std::string authorization;
+    std::string acceptEncoding;
+    std::string ifNoneMatch;
     /// The header X-QD-SSID.
     std::string session;
     std::string remoteAddress;

@@ -3,11 +3,13 @@
 #include <boost/asio/ip/address.hpp>
 #include <chrono>
 #include <exception>
+#include <fstream>
 #include <iostream>
 #include <memory>
 #include <utility>
 
 #include "HttpConnection.h"
+#include "Secret.h"
 
 namespace merovanta::devservice {
 
@@ -29,8 +31,10 @@ Server::Server(Options options, std::ostream& log)
       streams_(visitors_, recorder_),
       sockets_(streams_),
       log_(log, options_.logRequests),
-      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_, contacts_),
-      chatApi_(chatSockets_, contacts_, documents_, assets_),
+      visitorApi_(visitors_, options_.initReply, recorder_, streams_, sockets_, presences_, contacts_,
+                  tenants_),
+      chatApi_(chatSockets_, contacts_, documents_, assets_, tenants_),
+      signInApi_(access_, assets_),
       consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_, assets_),
       contactApi_(contacts_, documents_),
       recordingApi_(recordings_, sessionRecorder_, visitors_),
@@ -44,11 +48,13 @@ Server::Server(Options options, std::ostream& log)
     hub_.attach({visitors_, presences_, contacts_, options_.initReply, options_.faults});
     options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
-    GuardedRoutes guarded(router_, OriginPolicy(options_.host));
-    chatApi_.addRoutes(guarded);
-    consoleApi_.addRoutes(guarded);
-    contactApi_.addRoutes(guarded);
-    recordingApi_.addRoutes(guarded);
+    GuardedRoutes ownPages(router_, OriginPolicy(options_.host));
+    chatApi_.addRoutes(ownPages);
+    signInApi_.addRoutes(ownPages);
+    GuardedRoutes console(router_, OriginPolicy(options_.host), access_, assets_);
+    consoleApi_.addRoutes(console);
+    contactApi_.addRoutes(console);
+    recordingApi_.addRoutes(console);
 }
 
 std::optional<std::string> Server::open() {
@@ -57,6 +63,9 @@ std::optional<std::string> Server::open() {
     }
     if (!options_.tlsCertificate.empty()) {
         if (auto problem = loadCertificate()) return problem;
+    }
+    if (!options_.tenantsFile.empty()) {
+        if (auto problem = tenants_.load(options_.tenantsFile)) return problem;
     }
     const std::string where = options_.host + " port " + std::to_string(options_.port);
     ErrorCode error;
@@ -70,6 +79,7 @@ std::optional<std::string> Server::open() {
     if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
     if (error) return "cannot listen on " + where + ": " + error.message();
     port_ = acceptor_.local_endpoint(error).port();
+    if (auto problem = guardConsole()) return problem;
     if (!options_.dataDirectory.empty()) {
         sessionRecorder_.open(options_.dataDirectory, options_.recordingLimits);
         settleRecordings();
@@ -92,10 +102,30 @@ std::optional<std::string> Server::loadCertificate() {
     return std::nullopt;
 }
 
+std::optional<std::string> Server::guardConsole() {
+    constexpr std::size_t leastBytes = 16, mostBytes = 256, madeBytes = 16;
+    ErrorCode error;
+    const bool isLocal = acceptor_.local_endpoint(error).address().is_loopback();
+    if (isLocal && !options_.auth && options_.authFile.empty()) return std::nullopt;
+    std::string token;
+    if (options_.authFile.empty()) {
+        token = madeToken_ = randomHex(madeBytes);
+    } else {
+        std::ifstream file(options_.authFile);
+        if (!std::getline(file, token)) return "cannot read " + options_.authFile.string();
+        if (token.size() < leastBytes || token.size() > mostBytes)
+            return "the token in " + options_.authFile.string() + " must have 16 to 256 characters";
+    }
+    access_.demand(std::move(token));
+    if (!isLocal && !tls_) std::cerr << "merovanta-devservice: what other machines get is not encrypted\n";
+    return std::nullopt;
+}
+
 std::string Server::url() const {
     const bool bracketed = options_.host.find(':') != std::string::npos;
     const std::string host = bracketed ? "[" + options_.host + "]" : options_.host;
-    return (tls_ ? "https://" : "http://") + host + ":" + std::to_string(port_) + "/";
+    return (tls_ ? "https://" : "http://") + host + ":" + std::to_string(port_) + "/" +
+           (madeToken_.empty() ? "" : "?token=" + madeToken_);
 }
 
 void Server::run() {

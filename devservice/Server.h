@@ -12,6 +12,7 @@
 #include "ChatApi.h"
 #include "ChatSockets.h"
 #include "ConnectionSlots.h"
+#include "ConsoleAccess.h"
 #include "ConsoleApi.h"
 #include "ConsoleHub.h"
 #include "ContactApi.h"
@@ -26,6 +27,8 @@
 #include "RequestLog.h"
 #include "Router.h"
 #include "SessionRecorder.h"
+#include "SignInApi.h"
+#include "Tenants.h"
 #include "VisitorApi.h"
 #include "VisitorAudience.h"
 #include "VisitorRegistry.h"
@@ -59,6 +62,8 @@ class Server {
 
  private:
     std::optional<std::string> loadCertificate();
+    /// Decides whether the console demands a token, and which.
+    std::optional<std::string> guardConsole();
     void accept();
     void retryAccept();
     void tick();
@@ -76,12 +81,17 @@ class Server {
     ChatSockets chatSockets_;
     DocumentStore documents_;
     PageAssets assets_;
+    ConsoleAccess access_;
+    /// The token that the service made, for its address.
+    std::string madeToken_;
+    Tenants tenants_;
     VisitorStreams streams_;
     VisitorSockets sockets_;
     RequestLog log_;
     Router router_;
     VisitorApi visitorApi_;
     ChatApi chatApi_;
+    SignInApi signInApi_;
     ConsoleApi consoleApi_;
     ContactApi contactApi_;
     RecordingApi recordingApi_;

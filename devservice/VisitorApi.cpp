@@ -8,6 +8,7 @@
 #include "InterfaceTexts.h"
 #include "JsonBody.h"
 #include "Text.h"
+#include "Upgrade.h"
 
 namespace merovanta::devservice {
 namespace {
@@ -39,20 +40,30 @@ void VisitorApi::addRoutes(Router& router) {
     const auto to = [this](Response (VisitorApi::*member)(const Request&)) {
         return [this, member](const Request& request) { return (this->*member)(request); };
     };
+    // Where the query names the tenant.
+    const auto ofTenant = [this](auto handler) {
+        return [this, handler](const Request& request) {
+            return tenants_.allows(request.target.value("tId")) ? handler(request) : Tenants::refusal();
+        };
+    };
     router.add("POST", "/api/in/im/c", to(&VisitorApi::initialise));
-    router.add("GET", "/api/ix/m", to(&VisitorApi::openStream));
-    router.add("POST", "/api/ix/m", to(&VisitorApi::receiveEvents), kMaxEventBytes);
-    router.add("DELETE", "/api/ix/m", to(&VisitorApi::closeStream));
+    router.add("GET", "/api/ix/m", ofTenant(to(&VisitorApi::openStream)));
+    router.add("POST", "/api/ix/m", ofTenant(to(&VisitorApi::receiveEvents)), kMaxEventBytes);
+    router.add("DELETE", "/api/ix/m", ofTenant(to(&VisitorApi::closeStream)));
     router.add("POST", "/api/in/io/l", to(&VisitorApi::logActivity));
-    router.add("POST", "/api/in/co", to(&VisitorApi::pollChannels));
+    router.add("POST", "/api/in/co", ofTenant(to(&VisitorApi::pollChannels)));
     router.add("GET", "/api/in/i18n", [](const Request& request) {
         return Response::json(interfaceTexts(request.target.value("lang")));
     });
-    router.add("POST", "/rest/v1/customerstatus/tag/byVisitor/**", to(&VisitorApi::identify));
+    router.add("POST", "/rest/v1/customerstatus/tag/byVisitor/**", ofTenant(to(&VisitorApi::identify)));
     router.add("GET", "/api/in/wc/c/**", [](const Request& request) {
         return Response::json(chatConfiguration(request.wildcards.front()));
     });
-    router.addWebSocket("/api/in/imws", [this](Upgrade& upgrade) { return sockets_.open(upgrade); });
+    router.addWebSocket("/api/in/imws", [this](Upgrade& upgrade) -> std::optional<Response> {
+        const Target& target = upgrade.request.target;
+        if (!tenants_.allows(target.value("tId"), target.value("t"))) return Tenants::refusal();
+        return sockets_.open(upgrade);
+    });
     router.add("GET", "/api/ic/h", [](const Request&) { return Response::json(json::object()); });
 }
 
@@ -61,6 +72,7 @@ Response VisitorApi::initialise(const Request& request) {
     if (body.is_discarded()) return Response::error(400, "the body is no JSON object");
     const Moment now = currentMoment();
     const InitRecord record = InitRecord::parse(body);
+    if (!tenants_.allows(record.tenantId)) return Tenants::refusal();
     Visitor& visitor = visitors_.obtain(record.tenantId, record.sessionId, now);
     visitor.initialised(record, now);
     visitors_.hasBegun(visitor);
@@ -106,6 +118,7 @@ Response VisitorApi::logActivity(const Request& request) {
     const json none = json::object();
     const json& ids = meta != body.end() && meta->is_object() ? *meta : none;
     const std::string sessionId = textMember(ids, "sId");
+    if (!tenants_.allows(textMember(ids, "tId"))) return Tenants::refusal();
     if (sessionId.empty()) return Response::json(none);
     // The first report of a session may come before its initialisation.
     const Moment now = currentMoment();

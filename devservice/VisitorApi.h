@@ -5,6 +5,7 @@
 #include "PresenceRegistry.h"
 #include "Recorder.h"
 #include "Router.h"
+#include "Tenants.h"
 #include "VisitorRegistry.h"
 #include "VisitorSockets.h"
 #include "VisitorStreams.h"
@@ -16,14 +17,15 @@ class VisitorApi {
  public:
     VisitorApi(VisitorRegistry& visitors, const InitReply& initReply, Recorder& recorder,
                VisitorStreams& streams, VisitorSockets& sockets, PresenceRegistry& presences,
-               ContactRegistry& contacts)
+               ContactRegistry& contacts, const Tenants& tenants)
         : visitors_(visitors),
           initReply_(initReply),
           recorder_(recorder),
           streams_(streams),
           sockets_(sockets),
           presences_(presences),
-          contacts_(contacts) {}
+          contacts_(contacts),
+          tenants_(tenants) {}
 
     void addRoutes(Router& router);
 
@@ -43,6 +45,7 @@ class VisitorApi {
     VisitorSockets& sockets_;
     PresenceRegistry& presences_;
     ContactRegistry& contacts_;
+    const Tenants& tenants_;
 };
 
 }  // namespace merovanta::devservice

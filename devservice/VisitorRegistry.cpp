@@ -48,6 +48,16 @@ Visitor* VisitorRegistry::find(std::string_view number) {
     return found == visitors_.end() ? nullptr : found->second.get();
 }
 
+const Visitor* VisitorRegistry::findToShow(std::string_view sessionId) const {
+    const Visitor* latest = nullptr;
+    for (const auto& [number, visitor] : visitors_) {
+        if (visitor->sessionId() == sessionId) return visitor.get();
+        const bool isBetter = latest == nullptr || latest->state() == Visitor::State::Ended;
+        if (visitor->state() != Visitor::State::Ended || isBetter) latest = visitor.get();
+    }
+    return latest;
+}
+
 void VisitorRegistry::hasBegun(const Visitor& visitor) {
     for (const auto& [number, other] : visitors_) {
         const bool same = !visitor.visitorId().empty() && other->tenantId() == visitor.tenantId() &&

@@ -28,6 +28,10 @@ class VisitorRegistry {
     /// The visitor with this number in decimal, or null.
     Visitor* find(std::string_view number);
 
+    /// The visitor of a session, or, when there is none, the latest, of those that have not ended if there
+    /// are any; null when there is nobody.
+    const Visitor* findToShow(std::string_view sessionId) const;
+
     /// A session begins: the visitor's former ones that were left for the background are over.
     void hasBegun(const Visitor& visitor);
 

@@ -3,12 +3,26 @@
 const FIRST_PAUSE_MS = 500;
 const LONGEST_PAUSE_MS = 5000;
 
+function connect() {
+  const socket = new WebSocket(`${location.protocol === 'https:' ? 'wss' : 'ws'}://${location.host}/console/ws`);
+  socket.binaryType = 'arraybuffer';
+  return { socket, messages: [] };
+}
+
+/** A page whose browser is not signed in any more becomes the page to sign in on. */
+async function reloadIfSignedOut() {
+  const reply = await fetch('/console/api/visitors').catch(() => null);
+  if (reply?.status === 401) location.reload();
+}
+
 export class Connection {
   #socket = null;
   #pause = FIRST_PAUSE_MS;
   #watched = null;
   #chat = null;
   #handlers;
+  // Whose timeline and pictures come without being asked for anew.
+  #watchedEarly = null;
 
   /** handlers: onState(text), onMessage(object), onFrame({visitor, number, at, jpeg}) */
   constructor(handlers) {
@@ -17,9 +31,7 @@ export class Connection {
 
   open() {
     this.#handlers.onState('connecting');
-    const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
-    const socket = new WebSocket(`${scheme}://${location.host}/console/ws`);
-    socket.binaryType = 'arraybuffer';
+    const { socket, messages } = this.#takeEarly() ?? connect();
     socket.onopen = () => {
       this.#pause = FIRST_PAUSE_MS;
       this.#handlers.onState('connected');
@@ -28,17 +40,31 @@ export class Connection {
     };
     socket.onmessage = (event) => this.#receive(event.data);
     socket.onclose = () => {
+      reloadIfSignedOut();
       this.#handlers.onState('disconnected');
       setTimeout(() => this.open(), this.#pause);
       this.#pause = Math.min(this.#pause * 2, LONGEST_PAUSE_MS);
     };
     this.#socket = socket;
+    if (socket.readyState === WebSocket.OPEN) socket.onopen();
+    for (const message of messages) this.#receive(message);
+  }
+
+  /** What was opened before this script came, if it still lives. */
+  #takeEarly() {
+    const { early } = window;
+    window.early = undefined;
+    if (!early || early.socket.readyState > WebSocket.OPEN) return undefined;
+    const told = early.messages.filter((data) => typeof data === 'string').map((text) => JSON.parse(text));
+    this.#watchedEarly = told.find(({ type }) => type === 'timeline')?.visitor ?? null;
+    return early;
   }
 
   /** Asks for the timeline and pictures of a visitor. */
   watch(visitor) {
     this.#watched = visitor;
-    this.#sendWatch();
+    if (this.#watchedEarly !== visitor) this.#sendWatch();
+    this.#watchedEarly = null;
   }
 
   /** Asks for the messages of a contact's chat. */

@@ -1,10 +1,5 @@
 // Makes a recording into one HTML file that plays anywhere, without the service and without a network.
 
-// In the order in which one needs the other.
-const SCRIPTS = ['dom', 'format', 'agentMessages', 'timelineWording', 'screenGeometry', 'replayClock', 'replayScreen',
-  'replayScrubber', 'replayEvents', 'replayPlayer', 'replayOffline'];
-const STYLES = ['console', 'control', 'replay'];
-
 /** More than this no browser opens well. */
 export const MOST_BYTES = 200_000_000;
 
@@ -13,7 +8,7 @@ export const MOST_BYTES = 200_000_000;
  * `onProgress` is told the fraction that is done. Gives back a Blob; rejects when `signal` aborts or a picture fails.
  */
 export async function exportFile(recording, load, onProgress, signal) {
-  const [scripts, styles] = await Promise.all([sources(SCRIPTS, 'js', signal), sources(STYLES, 'css', signal)]);
+  const [script, style] = await Promise.all([source('js', signal), source('css', signal)]);
   const pictures = [];
   let bytes = 0;
   for (let number = 1; number <= recording.pictures.length; number += 1) {
@@ -24,7 +19,7 @@ export async function exportFile(recording, load, onProgress, signal) {
     pictures.push(`<script type="text/plain" class="picture">${line}</script>\n`);
     onProgress(number / recording.pictures.length);
   }
-  return new Blob([page(recording, withoutImports(scripts), styles), ...pictures, '</body>\n</html>\n'],
+  return new Blob([page(recording, script, style), ...pictures, '</body>\n</html>\n'],
     { type: 'text/html' });
 }
 
@@ -45,17 +40,14 @@ export function stretch(recording, from, to) {
   };
 }
 
-async function sources(names, type, signal) {
-  const texts = await Promise.all(names.map(async (name) => {
-    const reply = await fetch(`/console/${name}.${type}`, { signal });
-    if (!reply.ok) throw new Error('the service does not give the player');
-    return reply.text();
-  }));
-  return texts.join('\n');
+/** The player with all that it needs, as the build bundles it. */
+async function source(type, signal) {
+  const reply = await fetch(`/console/replayOffline.${type}`, { signal });
+  if (!reply.ok) throw new Error('the service does not give the player');
+  const text = await reply.text();
+  if (/^(?:@?import )/m.test(text)) throw new Error('pages that are read from a directory make no exports');
+  return text;
 }
-
-// Standing in one module, the scripts see each other without.
-const withoutImports = (scripts) => scripts.replace(/^import [^;]+;\n/gm, '');
 
 async function encoded(blob) {
   const bytes = new Uint8Array(await blob.arrayBuffer());

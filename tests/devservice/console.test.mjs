@@ -5,6 +5,7 @@ import { before, test } from 'node:test';
 
 import { FakeVisitor, event } from './fakeVisitor.mjs';
 import { AgentConsole } from '../../automation/agentConsole.mjs';
+import { deviceSize } from '../../devservice/console/screenGeometry.js';
 import { Service, wholeFile } from '../../automation/support.mjs';
 
 const file = wholeFile();
@@ -194,13 +195,10 @@ async function drag(on, from, to) {
   await on.mouse.up();
 }
 
-test('device pixels follow from the picture and the announced points', async () => {
-  const sizes = await page.evaluate(async () => {
-    const { deviceSize } = await import('/console/screenGeometry.js');
-    const size = (pw, ph, w, h) => Object.values(deviceSize({ width: pw, height: ph }, { width: w, height: h }));
-    // Exact, rounded down, turned, of another screen than announced, and not announced.
-    return [size(390, 844, 390, 844), size(333, 600, 500, 900), size(844, 390, 390, 844), size(300, 200, 800, 800), size(10, 20, 0, 0)];
-  });
+test('device pixels follow from the picture and the announced points', () => {
+  const size = (pw, ph, w, h) => Object.values(deviceSize({ width: pw, height: ph }, { width: w, height: h }));
+  // Exact, rounded down, turned, of another screen than announced, and not announced.
+  const sizes = [size(390, 844, 390, 844), size(333, 600, 500, 900), size(844, 390, 390, 844), size(300, 200, 800, 800), size(10, 20, 0, 0)];
   assert.deepEqual(sizes, [[1170, 2532], [1000, 1800], [2532, 1170], [900, 600], [30, 60]]);
 });
 
