@@ -8,7 +8,7 @@ import { onePage } from './pdf.mjs';
 import { lowestStretch } from './pixels.mjs';
 import { App, MASKS, Service, eventually, temporaryDirectory } from './support.mjs';
 
-const VIEWPORTS = { desktop: { width: 1280, height: 860 }, phone: { width: 390, height: 844 } };
+const VIEWPORTS = { desktop: { width: 1280, height: 860 }, small: { width: 1024, height: 600 }, phone: { width: 390, height: 844 } };
 // The app's, as on most screens today.
 const SCALE = 2;
 const ACCEPT_BLUE = [0x1f, 0x5b, 0xd1];
@@ -22,15 +22,16 @@ const target = process.argv[2];
 const closing = [];
 const run = { after: (step) => closing.push(step) };
 
-/** The console at both widths, and the app's own window. */
+/** The console at three sizes, and the app's own window. */
 async function take(agent, app, name, phoneTop = 'body') {
   app.say(`picture ${join(target, `app-${name}.png`)}`);
   await app.line(new RegExp(`^saved .*app-${name}.png$`));
-  await agent.page.locator('#toast').waitFor({ state: 'hidden' });
   await takeConsole(agent, name, phoneTop);
 }
 
 async function takeConsole(agent, name, phoneTop = 'body') {
+  await agent.page.locator('#toast').waitFor({ state: 'hidden' });
+  for (const close of await agent.page.locator('.notice-close').all()) await close.click();
   for (const [device, viewport] of Object.entries(VIEWPORTS)) {
     await agent.page.setViewportSize(viewport);
     const top = device === 'phone' ? phoneTop : 'body';
@@ -38,6 +39,50 @@ async function takeConsole(agent, name, phoneTop = 'body') {
     await agent.page.screenshot({ path: join(target, `console-${name}-${device}.png`) });
   }
   await agent.page.setViewportSize(VIEWPORTS.desktop);
+}
+
+/** What the console shows of an app that is not to be seen live, and of other agents. */
+async function takeStates(agent, app, service) {
+  const { page } = agent;
+  const says = (text) => page.getByText(text).first().waitFor();
+  const colleague = await (await page.context().browser().newContext({ viewport: VIEWPORTS.desktop })).newPage();
+  await colleague.goto(page.url());
+  for (const [on, name] of [[page, 'Ada Keller'], [colleague, 'Bo Lind']]) {
+    await on.locator('#agent').click();
+    await on.locator('#agent-name').fill(name);
+    await on.getByRole('button', { name: 'Save' }).click();
+  }
+  await page.getByRole('button', { name: 'Faster polling' }).click();
+  await colleague.getByRole('button', { name: 'Ask to take over' }).click();
+  await says(/^Bo Lind asks to take over/);
+  await takeConsole(agent, 'agents');
+  await page.getByRole('button', { name: 'Keep acting' }).click();
+  await colleague.close();
+
+  await service.setFaults({ '*': { kind: 'drop' } });
+  await says(/No word from the app for/);
+  await takeConsole(agent, 'silent');
+  await service.setFaults({});
+  await page.locator('#state-pill').getByText('Live').waitFor();
+  app.say('hide');
+  await says(/^In the background since/);
+  await takeConsole(agent, 'background');
+  app.say('show');
+  await page.locator('#state-pill').getByText('Live').waitFor();
+  app.say('stop');
+  await says(/^Session ended at .* by the visitor/);
+  await takeConsole(agent, 'ended');
+
+}
+
+async function takeSignIn({ page }) {
+  const closed = await Service.start(run, '--auth');
+  await page.goto(new URL('/', closed.url).href);
+  await page.getByLabel('Token').waitFor();
+  for (const [device, viewport] of Object.entries(VIEWPORTS)) {
+    await page.setViewportSize(viewport);
+    await page.screenshot({ path: join(target, `console-sign-in-${device}.png`) });
+  }
 }
 
 try {
@@ -93,6 +138,10 @@ try {
   await agent.rests();
   await take(agent, app, 'document');
 
+  await app.tap('closePreview');
+  await agent.page.getByRole('tab', { name: 'Timeline' }).click();
+  await takeStates(agent, app, service);
+
   await agent.page.goto(`${service.url}console/recordings.html`);
   await agent.page.getByLabel('Search').fill('transfer');
   await agent.page.locator('#found').filter({ hasText: '1 recording' }).waitFor();
@@ -104,6 +153,7 @@ try {
   await agent.page.locator('.replay-entry').filter({ hasText: 'Tap at' }).last().getByRole('button').click();
   await agent.page.locator('.replay-tap').first().waitFor();
   await takeConsole(agent, 'replay');
+  await takeSignIn(agent);
 } finally {
   for (const step of closing) await step();
 }

@@ -38,8 +38,11 @@ Response ChatApi::attach(const Request& request) {
         {}, boundedText(document.name, 512), document.contentType, document.content.size()};
     const std::string url = shown.url = "/api/in/wc/d/" + documents_.add(std::move(document));
     Contact& contact = contacts_.obtain(tenantId, visitorId, currentMoment());
-    contacts_.addMessage(
-        contact, {.at = currentMoment(), .text = {}, .key = std::move(key), .document = std::move(shown)});
+    contacts_.addMessage(contact, {.at = currentMoment(),
+                                   .agent = {},
+                                   .text = {},
+                                   .key = std::move(key),
+                                   .document = std::move(shown)});
     return Response::json({{"url", url}}, 201);
 }
 

@@ -52,6 +52,13 @@ bool ChatHistory::readUpTo(std::uint64_t sequence) {
     return true;
 }
 
+bool ChatHistory::seenUpTo(std::uint64_t sequence) {
+    const std::uint64_t next = std::min(sequence, lastSequence_);
+    if (next <= seenUpTo_) return false;
+    seenUpTo_ = next;
+    return true;
+}
+
 nlohmann::json ChatHistory::messagesAfter(std::uint64_t sequence) const {
     nlohmann::json result = nlohmann::json::array();
     for (const ChatMessage& message : messages_) {

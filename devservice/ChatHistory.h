@@ -30,6 +30,10 @@ class ChatHistory {
     std::size_t unread() const;
     /// The agent has read everything up to a sequence number; false when it had before.
     bool readUpTo(std::uint64_t sequence);
+    std::uint64_t agentReadUpTo() const { return readUpTo_; }
+    /// The same of the visitor.
+    bool seenUpTo(std::uint64_t sequence);
+    std::uint64_t visitorSawUpTo() const { return seenUpTo_; }
 
     /// Sequence number of the newest message, 0 when there is none.
     std::uint64_t lastSequence() const { return lastSequence_; }
@@ -44,7 +48,7 @@ class ChatHistory {
     std::deque<ChatMessage> messages_;
     std::size_t bytes_ = 0;
     std::uint64_t lastSequence_ = 0;
-    std::uint64_t readUpTo_ = 0;
+    std::uint64_t readUpTo_ = 0, seenUpTo_ = 0;
 };
 
 }  // namespace merovanta::devservice

@@ -10,6 +10,7 @@ nlohmann::json ChatMessage::toJson() const {
                            {"from", author == Author::Agent ? "agent" : "visitor"},
                            {"text", text}};
     if (!key.empty()) json["key"] = key;
+    if (!agent.id.empty()) json["agent"] = agent.toJson();
     if (document) {
         json["document"] = {{"url", document->url},
                             {"name", document->name},

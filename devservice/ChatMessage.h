@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "AgentIdentity.h"
 #include "Moment.h"
 
 namespace merovanta::devservice {
@@ -27,6 +28,8 @@ struct ChatMessage {
     std::uint64_t sequence = 0;
     Moment at{};
     Author author = Author::Visitor;
+    /// Who of the agents, if it was one.
+    AgentIdentity agent;
     std::string text;
     /// By which the visitor's page knows its own message again; empty for the agent's.
     std::string key;

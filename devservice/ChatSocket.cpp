@@ -46,7 +46,7 @@ void ChatSocket::start(beast::http::request<beast::http::string_body> handshake)
 }
 
 void ChatSocket::contactChanged(const Contact& contact) {
-    if (contact.number == contact_ && contact.chat.lastSequence() != sent_) scheduleSend();
+    if (contact.number == contact_) scheduleSend();
 }
 
 void ChatSocket::read() {
@@ -62,14 +62,24 @@ void ChatSocket::read() {
 void ChatSocket::receive(const std::string& text) {
     const json message = parseObject(text);
     Contact* contact = contacts_.find(std::to_string(contact_));
-    if (message.is_discarded() || textMember(message, "type") != "message" || contact == nullptr) return;
+    if (message.is_discarded() || contact == nullptr) return;
+    const std::string type = textMember(message, "type");
+    if (type == "typing") return contacts_.visitorTypes(*contact, currentMoment());
+    if (type == "seen") {
+        const json upTo = message.value("upTo", json());
+        return upTo.is_number_unsigned() ? contacts_.seenUpTo(*contact, upTo.get<std::uint64_t>()) : void();
+    }
+    if (type != "message") return;
     std::string key = textMember(message, "key");
     std::string words = textMember(message, "text");
     if (key.empty() || key.size() > ChatMessage::kMaxKeyBytes) return;
     if (const auto problem = ChatHistory::problemOf(words)) return refuse(key, *problem);
     contact->lastSeen = currentMoment();
-    contacts_.addMessage(
-        *contact, {.at = contact->lastSeen, .text = std::move(words), .key = std::move(key), .document = {}});
+    contacts_.addMessage(*contact, {.at = contact->lastSeen,
+                                    .agent = {},
+                                    .text = std::move(words),
+                                    .key = std::move(key),
+                                    .document = {}});
 }
 
 void ChatSocket::refuse(const std::string& key, const std::string& reason) {
@@ -102,12 +112,27 @@ bool ChatSocket::prepare() {
         return true;
     }
     const Contact* contact = contacts_.find(std::to_string(contact_));
+    if (contact == nullptr) return false;
     const bool reset = std::exchange(reset_, false);
-    if (contact == nullptr || (!reset && contact->chat.lastSequence() == sent_)) return false;
+    if (!reset && contact->chat.lastSequence() == sent_) {
+        json state = stateOf(*contact);
+        if (state == stateSent_) return false;
+        text_ = toText(state);
+        stateSent_ = std::move(state);
+        return true;
+    }
     text_ =
         toText({{"type", "messages"}, {"reset", reset}, {"messages", contact->chat.messagesAfter(sent_)}});
     sent_ = contact->chat.lastSequence();
     return true;
+}
+
+json ChatSocket::stateOf(const Contact& contact) const {
+    return {{"type", "state"},
+            {"typingUntil", contact.agentTypesUntil.time_since_epoch().count()},
+            {"agent", contact.typingAgent},
+            {"seenUpTo", contact.chat.agentReadUpTo()},
+            {"now", currentMoment().time_since_epoch().count()}};
 }
 
 void ChatSocket::closed() {

@@ -39,6 +39,8 @@ class ChatSocket : public std::enable_shared_from_this<ChatSocket> {
     void sendNext();
     /// Makes the next message in `text_`; false when there is nothing to say.
     bool prepare();
+    /// What the page shows of the agents: who types, and how far they have read.
+    nlohmann::json stateOf(const Contact& contact) const;
     void closed();
 
     boost::beast::websocket::stream<ClientStream> socket_;
@@ -55,6 +57,7 @@ class ChatSocket : public std::enable_shared_from_this<ChatSocket> {
     bool sendScheduled_ = false;
     bool sending_ = false;
     std::string text_;
+    nlohmann::json stateSent_;
 };
 
 }  // namespace merovanta::devservice

@@ -78,7 +78,7 @@ void ConsoleApi::addPresenceRoutes(GuardedRoutes& routes) {
         Presence* presence = presences_.find(request.wildcards.front());
         if (presence == nullptr) return Response::error(404, "the visitor has left");
         if (!presence->listens) return Response::error(409, "the visitor's app takes no invitations");
-        presences_.invite(*presence, currentMoment());
+        presences_.invite(*presence, agents_.identityOf(request), currentMoment());
         return Response::json({{"queued", true}}, 202);
     });
 }
@@ -95,7 +95,14 @@ Response ConsoleApi::queueMessage(Visitor& visitor, const Request& request) {
     if (message.is_discarded())
         return Response::error(400, "the body is no JSON object, or nested too deeply");
     if (visitor.state() != Visitor::State::Live) return Response::error(409, "the visitor is not streaming");
-    const auto number = visitor.queueAgentMessage(message, currentMoment());
+    const AgentIdentity agent = agents_.identityOf(request);
+    if (!agent.id.empty() && !controls_.claim(visitor.number(), agent.id, currentMoment())) {
+        const auto* holder = agents_.find(controls_.holder(visitor.number()));
+        return Response::error(
+            423, (holder == nullptr ? "another agent" : holder->name) + " acts for this visitor");
+    }
+    const bool noted = request.target.value("again") != "true";
+    const auto number = visitor.queueAgentMessage(message, agent, currentMoment(), noted);
     if (!number) return Response::error(429, "too many messages are waiting for this visitor");
     if (const auto socket = sockets_.find(visitor)) socket->sendNext();
     return Response::json({{"queued", true}, {"number", *number}}, 202);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "AgentRegistry.h"
 #include "ConsoleHub.h"
+#include "Controls.h"
 #include "Faults.h"
 #include "GuardedRoutes.h"
 #include "InitReply.h"
@@ -15,14 +17,17 @@ namespace merovanta::devservice {
 class ConsoleApi {
  public:
     ConsoleApi(VisitorRegistry& visitors, PresenceRegistry& presences, const VisitorSockets& sockets,
-               InitReply& initReply, Faults& faults, ConsoleHub& hub, const PageAssets& assets)
+               InitReply& initReply, Faults& faults, ConsoleHub& hub, const PageAssets& assets,
+               AgentRegistry& agents, Controls& controls)
         : visitors_(visitors),
           presences_(presences),
           sockets_(sockets),
           initReply_(initReply),
           faults_(faults),
           hub_(hub),
-          assets_(assets) {}
+          assets_(assets),
+          agents_(agents),
+          controls_(controls) {}
 
     void addRoutes(GuardedRoutes& routes);
 
@@ -42,6 +47,8 @@ class ConsoleApi {
     Faults& faults_;
     ConsoleHub& hub_;
     const PageAssets& assets_;
+    AgentRegistry& agents_;
+    Controls& controls_;
 };
 
 }  // namespace merovanta::devservice

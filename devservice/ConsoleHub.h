@@ -18,7 +18,7 @@ struct Upgrade;
 /// The open console pages: opens their WebSockets and tells each what has changed.
 class ConsoleHub : public VisitorObserver {
  public:
-    static constexpr std::size_t kMaxSessions = 16;
+    static constexpr std::size_t kMaxSessions = 32;
 
     /// To be called once before the first session; the registries themselves report to the hub.
     void attach(const ConsoleSources& sources) { sources_ = std::make_unique<ConsoleSources>(sources); }
@@ -30,6 +30,11 @@ class ConsoleHub : public VisitorObserver {
     void settingsChanged();
     /// Sends the whole list with fresh figures; to be called about once a second.
     void visitorsChanged();
+    /// Who the agents are, what they look at, or who acts.
+    void agentsChanged();
+    /// The agents whose pages are open, with the visitors they watch, and who acts for whom.
+    nlohmann::json agents() const;
+    bool watches(const std::string& agent, std::uint32_t visitor) const;
     /// Who somebody is, or a chat.
     void contactsChanged();
 
@@ -38,7 +43,7 @@ class ConsoleHub : public VisitorObserver {
     void visitorRemoved(const Visitor& visitor) override;
 
  private:
-    void forEach(const std::function<void(ConsoleSession&)>& action);
+    void forEach(const std::function<void(ConsoleSession&)>& action) const;
 
     std::unique_ptr<ConsoleSources> sources_;
     std::vector<std::weak_ptr<ConsoleSession>> sessions_;

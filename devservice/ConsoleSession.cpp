@@ -6,6 +6,7 @@
 #include <boost/beast/websocket/rfc6455.hpp>
 #include <utility>
 
+#include "ConsoleHub.h"
 #include "JsonBody.h"
 #include "SocketTimeouts.h"
 #include "Text.h"
@@ -19,6 +20,7 @@ using nlohmann::json;
 namespace {
 
 constexpr std::size_t kMaxIncomingBytes = 4096;
+constexpr int kCompressionLevel = 3;
 
 void putBigEndian(unsigned char* target, std::uint32_t value) {
     for (unsigned i = 0; i < 4; ++i)
@@ -31,16 +33,26 @@ json nowMilliseconds() {
 
 }  // namespace
 
-ConsoleSession::ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, ConsoleSources sources)
-    : socket_(std::move(stream)), slot_(std::move(slot)), sources_(sources) {}
+ConsoleSession::ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, ConsoleSources sources,
+                               ConsoleHub& hub, std::string agent)
+    : socket_(std::move(stream)),
+      slot_(std::move(slot)),
+      sources_(sources),
+      hub_(hub),
+      agent_(std::move(agent)) {}
 
 void ConsoleSession::start(beast::http::request<beast::http::string_body> handshake) {
     handshake_ = std::move(handshake);
     socket_.set_option(socketTimeouts());
     socket_.read_message_max(kMaxIncomingBytes);
+    beast::websocket::permessage_deflate compression;
+    compression.server_enable = true;
+    compression.compLevel = kCompressionLevel;
+    socket_.set_option(compression);
     socket_.async_accept(handshake_, [self = shared_from_this()](ErrorCode error) {
         if (error) return;
         self->accepted_ = true;
+        self->hub_.agentsChanged();
         self->read();
         self->scheduleSend();
     });
@@ -61,6 +73,11 @@ void ConsoleSession::contactsChanged() {
     scheduleSend();
 }
 
+void ConsoleSession::agentsChanged() {
+    agentsDirty_ = true;
+    scheduleSend();
+}
+
 void ConsoleSession::visitorChanged(std::uint32_t number) {
     dirtyVisitors_.insert(number);
     scheduleSend();
@@ -78,7 +95,11 @@ void ConsoleSession::visitorRemoved(std::uint32_t number) {
 
 void ConsoleSession::read() {
     socket_.async_read(incoming_, [self = shared_from_this()](ErrorCode error, std::size_t) {
-        if (error) return;
+        if (error) {
+            self->closed_ = true;
+            self->hub_.agentsChanged();
+            return;
+        }
         const std::string text = beast::buffers_to_string(self->incoming_.data());
         self->incoming_.consume(self->incoming_.size());
         self->onMessage(text);
@@ -106,7 +127,7 @@ void ConsoleSession::watch(std::uint32_t number) {
     timelineReset_ = true;
     timelineSent_ = 0;
     frameSent_ = 0;
-    scheduleSend();
+    hub_.agentsChanged();
 }
 
 void ConsoleSession::watchChat(std::uint32_t number) {
@@ -117,7 +138,7 @@ void ConsoleSession::watchChat(std::uint32_t number) {
 }
 
 void ConsoleSession::scheduleSend() {
-    if (!accepted_ || sending_ || std::exchange(sendScheduled_, true)) return;
+    if (!isOpen() || sending_ || std::exchange(sendScheduled_, true)) return;
     asio::post(socket_.get_executor(), [self = shared_from_this()] {
         self->sendScheduled_ = false;
         self->sendNext();
@@ -130,10 +151,13 @@ void ConsoleSession::sendNext() {
     if (prepareText()) {
         sending_ = true;
         socket_.text(true);
+        socket_.compress(true);
         socket_.async_write(asio::buffer(text_), sent);
     } else if (prepareFrame()) {
         sending_ = true;
         socket_.binary(true);
+        // Pictures are packed already.
+        socket_.compress(false);
         const std::array<asio::const_buffer, 2> parts{asio::buffer(frameHeader_), asio::buffer(frame_->jpeg)};
         socket_.async_write(parts, sent);
     }
@@ -159,6 +183,10 @@ bool ConsoleSession::prepareText() {
         }
     } else if (std::exchange(contactsDirty_, false)) {
         message = {{"type", "contacts"}, {"contacts", sources_.contacts.toJson()}};
+    } else if (std::exchange(agentsDirty_, false)) {
+        message = hub_.agents();
+        message["type"] = "agents";
+        message["you"] = agent_;
     } else {
         return prepareTimeline() || prepareChat();
     }

@@ -16,21 +16,31 @@
 
 namespace merovanta::devservice {
 
+class ConsoleHub;
+
 /// One console page's WebSocket (the protocol is in README.md). Nothing is queued for a slow page: the
 /// session only remembers what has changed, and when the socket is ready for the next message it is made from
 /// the current state.
 class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
  public:
-    ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, ConsoleSources sources);
+    /// `agent` is the id of whose page it is, empty for a program's; the hub outlives the session.
+    ConsoleSession(ClientStream stream, std::shared_ptr<void> slot, ConsoleSources sources, ConsoleHub& hub,
+                   std::string agent);
 
     void start(boost::beast::http::request<boost::beast::http::string_body> handshake);
 
     void settingsChanged();
     void visitorsChanged();
     void contactsChanged();
+    void agentsChanged();
     void visitorChanged(std::uint32_t number);
     void frameArrived(std::uint32_t number);
     void visitorRemoved(std::uint32_t number);
+
+    bool isOpen() const { return accepted_ && !closed_; }
+    const std::string& agent() const { return agent_; }
+    /// The visitor on view, 0 for none.
+    std::uint32_t watched() const { return watched_; }
 
  private:
     using ErrorCode = boost::beast::error_code;
@@ -54,6 +64,8 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     boost::beast::websocket::stream<ClientStream> socket_;
     std::shared_ptr<void> slot_;
     ConsoleSources sources_;
+    ConsoleHub& hub_;
+    std::string agent_;
     boost::beast::http::request<boost::beast::http::string_body> handshake_;
     boost::beast::flat_buffer incoming_;
 
@@ -65,11 +77,13 @@ class ConsoleSession : public std::enable_shared_from_this<ConsoleSession> {
     std::uint64_t timelineSent_ = 0;
     std::uint64_t frameSent_ = 0;
     bool contactsDirty_ = true;
+    bool agentsDirty_ = true;
     std::uint32_t watchedChat_ = 0;
     bool chatReset_ = false;
     std::uint64_t chatSent_ = 0;
 
     bool accepted_ = false;
+    bool closed_ = false;
     bool sendScheduled_ = false;
     bool sending_ = false;
     std::string text_;

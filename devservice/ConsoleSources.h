@@ -1,6 +1,8 @@
 #pragma once
 
+#include "AgentRegistry.h"
 #include "ContactRegistry.h"
+#include "Controls.h"
 #include "Faults.h"
 #include "InitReply.h"
 #include "PresenceRegistry.h"
@@ -15,6 +17,8 @@ struct ConsoleSources {
     const ContactRegistry& contacts;
     const InitReply& initReply;
     const Faults& faults;
+    AgentRegistry& agents;
+    Controls& controls;
 };
 
 }  // namespace merovanta::devservice

@@ -30,6 +30,8 @@ json Contact::toJson() const {
             {"continuedAs", continuedAs == 0 ? json() : json(std::to_string(continuedAs))},
             {"chatOpen", chatPages > 0},
             {"unread", chat.unread()},
+            {"seenUpTo", chat.visitorSawUpTo()},
+            {"typingUntil", visitorTypesUntil.time_since_epoch().count()},
             {"lastMessage", lastLine(chat.last())},
             {"firstSeenAt", firstSeen.time_since_epoch().count()}};
 }

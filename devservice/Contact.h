@@ -24,6 +24,10 @@ struct Contact {
     /// How many chat pages are open.
     std::size_t chatPages = 0;
     ChatHistory chat;
+    /// Until when they count as typing, if they do.
+    Moment visitorTypesUntil{}, agentTypesUntil{};
+    /// Which agent types; empty when it has no name.
+    std::string typingAgent;
     Moment firstSeen{}, lastSeen{};
 
     /// Everything but the messages.

@@ -31,6 +31,7 @@ void ContactApi::addRoutes(GuardedRoutes& routes) {
     });
     addForContact("POST", "/messages", to(&ContactApi::say));
     addForContact("POST", "/documents", to(&ContactApi::share), SharedDocument::kMaxBytes);
+    addForContact("POST", "/typing", to(&ContactApi::types));
     addForContact("POST", "/read", to(&ContactApi::markRead));
 }
 
@@ -39,7 +40,7 @@ Response ContactApi::say(Contact& contact, const Request& request) {
     if (body.is_discarded()) return Response::error(400, "the body is no JSON object");
     std::string text = textMember(body, "text");
     if (const auto problem = ChatHistory::problemOf(text)) return Response::error(400, *problem);
-    return add(contact, {.text = std::move(text), .key = {}, .document = {}});
+    return add(contact, request, {.agent = {}, .text = std::move(text), .key = {}, .document = {}});
 }
 
 Response ContactApi::share(Contact& contact, const Request& request) {
@@ -50,12 +51,18 @@ Response ContactApi::share(Contact& contact, const Request& request) {
     ChatMessage::Document shown{
         {}, boundedText(document.name, 512), document.contentType, document.content.size()};
     shown.url = "/api/in/wc/d/" + documents_.add(std::move(document));
-    return add(contact, {.text = {}, .key = {}, .document = std::move(shown)});
+    return add(contact, request, {.agent = {}, .text = {}, .key = {}, .document = std::move(shown)});
 }
 
-Response ContactApi::add(Contact& contact, ChatMessage message) {
+Response ContactApi::types(Contact& contact, const Request& request) {
+    contacts_.agentTypes(contact, agents_.identityOf(request).name, currentMoment());
+    return {204, {}, {}, {}};
+}
+
+Response ContactApi::add(Contact& contact, const Request& request, ChatMessage message) {
     message.at = currentMoment();
     message.author = ChatMessage::Author::Agent;
+    message.agent = agents_.identityOf(request);
     contacts_.addMessage(contact, std::move(message));
     return Response::json(contact.chat.last()->toJson(), 201);
 }

@@ -8,7 +8,16 @@
 namespace merovanta::devservice {
 namespace {
 constexpr std::size_t kMaxIdentifierBytes = 128;
+constexpr std::chrono::seconds kTypingTime{6};
+// Nobody is told more often that somebody types.
+constexpr std::chrono::seconds kTypingPause{2};
+
+bool extendTyping(Moment& until, Moment now) {
+    if (until - now > kTypingTime - kTypingPause) return false;
+    until = now + kTypingTime;
+    return true;
 }
+}  // namespace
 
 Contact& ContactRegistry::obtain(const std::string& tenantId, const std::string& visitorId, Moment now) {
     const std::string tenant = boundedText(tenantId, kMaxIdentifierBytes);
@@ -84,7 +93,24 @@ void ContactRegistry::readUpTo(Contact& contact, std::uint64_t sequence) {
     if (contact.chat.readUpTo(sequence)) changed_(contact);
 }
 
+void ContactRegistry::seenUpTo(Contact& contact, std::uint64_t sequence) {
+    if (contact.chat.seenUpTo(sequence)) changed_(contact);
+}
+
+void ContactRegistry::visitorTypes(Contact& contact, Moment now) {
+    if (extendTyping(contact.visitorTypesUntil, now)) changed_(contact);
+}
+
+void ContactRegistry::agentTypes(Contact& contact, const std::string& name, Moment now) {
+    contact.typingAgent = name;
+    if (extendTyping(contact.agentTypesUntil, now)) changed_(contact);
+}
+
 void ContactRegistry::addMessage(Contact& contact, ChatMessage message) {
+    // Who has said it does not type any more.
+    Moment& typing =
+        message.author == ChatMessage::Author::Agent ? contact.agentTypesUntil : contact.visitorTypesUntil;
+    typing = {};
     if (contact.chat.add(std::move(message))) changed_(contact);
 }
 

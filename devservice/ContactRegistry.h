@@ -41,6 +41,10 @@ class ContactRegistry {
     void pageOpened(Contact& contact);
     void pageClosed(Contact& contact);
     void readUpTo(Contact& contact, std::uint64_t sequence);
+    void seenUpTo(Contact& contact, std::uint64_t sequence);
+    /// They count as typing for a few seconds.
+    void visitorTypes(Contact& contact, Moment now);
+    void agentTypes(Contact& contact, const std::string& name, Moment now);
     /// Adds the message unless it was sent before.
     void addMessage(Contact& contact, ChatMessage message);
 

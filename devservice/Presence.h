@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "AgentIdentity.h"
 #include "ChannelPoll.h"
 #include "Moment.h"
 
@@ -23,6 +24,7 @@ struct Presence {
     Invitation invitation = Invitation::None;
     /// When the invitation began to wait or was delivered.
     Moment invitedAt{};
+    AgentIdentity invitedBy;
     Moment firstSeen{}, lastSeen{};
 
     nlohmann::json toJson() const;

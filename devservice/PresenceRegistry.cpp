@@ -33,18 +33,21 @@ nlohmann::json PresenceRegistry::poll(const std::string& tenantId, const std::st
     return messages;
 }
 
-void PresenceRegistry::invite(Presence& presence, Moment now) {
+void PresenceRegistry::invite(Presence& presence, const AgentIdentity& agent, Moment now) {
     presence.invitation = Presence::Invitation::Waiting;
     presence.invitedAt = now;
+    presence.invitedBy = agent;
     changed_();
 }
 
-bool PresenceRegistry::takeDelivered(const std::string& tenantId, const std::string& visitorId, Moment now) {
+std::optional<AgentIdentity> PresenceRegistry::takeDelivered(const std::string& tenantId,
+                                                             const std::string& visitorId, Moment now) {
     Presence* presence = find(bounded(tenantId), bounded(visitorId));
-    if (presence == nullptr || presence->invitation != Presence::Invitation::Delivered) return false;
+    if (presence == nullptr || presence->invitation != Presence::Invitation::Delivered) return std::nullopt;
     presence->invitation = Presence::Invitation::None;
     changed_();
-    return now - presence->invitedAt <= kInvitationHolds;
+    if (now - presence->invitedAt > kInvitationHolds) return std::nullopt;
+    return presence->invitedBy;
 }
 
 Presence* PresenceRegistry::find(std::string_view number) {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <list>
 #include <nlohmann/json_fwd.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,10 +32,11 @@ class PresenceRegistry {
 
     /// Lets the next poll that asks for it be answered with an invitation, one however often it is invited
     /// before.
-    void invite(Presence& presence, Moment now);
+    void invite(Presence& presence, const AgentIdentity& agent, Moment now);
 
-    /// A session of the visitor starts: whether it follows a delivered invitation, told once.
-    bool takeDelivered(const std::string& tenantId, const std::string& visitorId, Moment now);
+    /// A session of the visitor starts: who invited, if it follows a delivered invitation; told once.
+    std::optional<AgentIdentity> takeDelivered(const std::string& tenantId, const std::string& visitorId,
+                                               Moment now);
 
     /// The one with this number in decimal, or null.
     Presence* find(std::string_view number);

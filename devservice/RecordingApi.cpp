@@ -136,7 +136,7 @@ Response RecordingApi::switchRecording(const Request& request) {
     const json body = parseObject(request.body);
     const json on = body.is_discarded() ? json() : body.value("on", json());
     if (!on.is_boolean()) return Response::error(400, "\"on\" must be true or false");
-    recorder_.switchOff(*visitor, !on.get<bool>(), currentMoment());
+    recorder_.switchOff(*visitor, !on.get<bool>(), agents_.identityOf(request), currentMoment());
     return settled(Response::json(visitor->summary(currentMoment())["recording"]), request);
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "AgentRegistry.h"
 #include "GuardedRoutes.h"
 #include "RecordingCatalog.h"
 #include "SessionRecorder.h"
@@ -13,8 +14,9 @@ namespace merovanta::devservice {
 /// The part of the control API that is about recorded sessions.
 class RecordingApi {
  public:
-    RecordingApi(RecordingStore& store, SessionRecorder& recorder, VisitorRegistry& visitors)
-        : store_(store), catalog_(store), recorder_(recorder), visitors_(visitors) {}
+    RecordingApi(RecordingStore& store, SessionRecorder& recorder, VisitorRegistry& visitors,
+                 AgentRegistry& agents)
+        : store_(store), catalog_(store), recorder_(recorder), visitors_(visitors), agents_(agents) {}
 
     void addRoutes(GuardedRoutes& routes);
 
@@ -40,6 +42,7 @@ class RecordingApi {
     RecordingCatalog catalog_;
     SessionRecorder& recorder_;
     VisitorRegistry& visitors_;
+    AgentRegistry& agents_;
 };
 
 }  // namespace merovanta::devservice

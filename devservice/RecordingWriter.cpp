@@ -116,7 +116,8 @@ void RecordingWriter::addEvent(std::string_view kind, std::string_view text, con
 void RecordingWriter::note(std::string_view kind, const std::string& text, const nlohmann::json& detail) {
     if (kind == "chat") ++chats_;
     if (kind == "agent") ++acts_;
-    const std::string agent = detail.is_object() ? textMember(detail, "agent") : std::string();
+    const auto who = detail.is_object() ? detail.value("agent", nlohmann::json()) : nlohmann::json();
+    const std::string agent = who.is_object() ? textMember(who, "name") : std::string();
     const bool page = (kind == "page" || kind == "init" || kind == "connect") && pages_.add(text);
     const bool tag = kind == "tag" && tags_.add(text);
     const bool known = !agents_.add(agent);

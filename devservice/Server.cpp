@@ -28,6 +28,8 @@ Server::Server(Options options, std::ostream& log)
       sessionRecorder_(recordings_, visitors_, contacts_, std::cerr),
       chatSockets_(contacts_),
       assets_(options_.pagesDirectory),
+      agents_(access_, [this] { hub_.agentsChanged(); }),
+      controls_([this] { hub_.agentsChanged(); }),
       streams_(visitors_, recorder_),
       sockets_(streams_),
       log_(log, options_.logRequests),
@@ -35,9 +37,11 @@ Server::Server(Options options, std::ostream& log)
                   tenants_),
       chatApi_(chatSockets_, contacts_, documents_, assets_, tenants_),
       signInApi_(access_, assets_),
-      consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_, assets_),
-      contactApi_(contacts_, documents_),
-      recordingApi_(recordings_, sessionRecorder_, visitors_),
+      consoleApi_(visitors_, presences_, sockets_, options_.initReply, options_.faults, hub_, assets_,
+                  agents_, controls_),
+      contactApi_(contacts_, documents_, agents_),
+      agentApi_(agents_, controls_, visitors_, hub_),
+      recordingApi_(recordings_, sessionRecorder_, visitors_, agents_),
       slots_(kMaxConnections),
       acceptor_(context_),
       tickTimer_(context_),
@@ -45,7 +49,7 @@ Server::Server(Options options, std::ostream& log)
       acceptTimer_(context_) {
     audience_.add(hub_);
     audience_.add(sessionRecorder_);
-    hub_.attach({visitors_, presences_, contacts_, options_.initReply, options_.faults});
+    hub_.attach({visitors_, presences_, contacts_, options_.initReply, options_.faults, agents_, controls_});
     options_.faults.observe([this] { hub_.settingsChanged(); });
     visitorApi_.addRoutes(router_);
     GuardedRoutes ownPages(router_, OriginPolicy(options_.host));
@@ -55,6 +59,7 @@ Server::Server(Options options, std::ostream& log)
     consoleApi_.addRoutes(console);
     contactApi_.addRoutes(console);
     recordingApi_.addRoutes(console);
+    agentApi_.addRoutes(console);
 }
 
 std::optional<std::string> Server::open() {
@@ -182,6 +187,9 @@ void Server::tick() {
         if (error) return;
         presences_.expire(currentMoment());
         visitors_.expire(currentMoment());
+        controls_.expire(currentMoment(), [this](const std::string& agent, std::uint32_t visitor) {
+            return hub_.watches(agent, visitor);
+        });
         hub_.visitorsChanged();
         tick();
     });

@@ -9,6 +9,8 @@
 #include <ostream>
 #include <string>
 
+#include "AgentApi.h"
+#include "AgentRegistry.h"
 #include "ChatApi.h"
 #include "ChatSockets.h"
 #include "ConnectionSlots.h"
@@ -17,6 +19,7 @@
 #include "ConsoleHub.h"
 #include "ContactApi.h"
 #include "ContactRegistry.h"
+#include "Controls.h"
 #include "DocumentStore.h"
 #include "Options.h"
 #include "PageAssets.h"
@@ -40,7 +43,7 @@ namespace merovanta::devservice {
 /// The whole service. One thread runs it; only `stop` may be called from another.
 class Server {
  public:
-    static constexpr std::size_t kMaxConnections = 128;
+    static constexpr std::size_t kMaxConnections = 384;
 
     /// Request lines go to `log`, which must outlive the server.
     Server(Options options, std::ostream& log);
@@ -84,6 +87,8 @@ class Server {
     ConsoleAccess access_;
     /// The token that the service made, for its address.
     std::string madeToken_;
+    AgentRegistry agents_;
+    Controls controls_;
     Tenants tenants_;
     VisitorStreams streams_;
     VisitorSockets sockets_;
@@ -94,6 +99,7 @@ class Server {
     SignInApi signInApi_;
     ConsoleApi consoleApi_;
     ContactApi contactApi_;
+    AgentApi agentApi_;
     RecordingApi recordingApi_;
     ConnectionSlots slots_;
     std::optional<boost::asio::ssl::context> tls_;

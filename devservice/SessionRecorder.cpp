@@ -37,16 +37,16 @@ void SessionRecorder::open(const std::filesystem::path& directory, const Recordi
     if (auto problem = store_.open(directory, limits)) pause(std::move(*problem));
 }
 
-void SessionRecorder::switchOff(Visitor& visitor, bool off, Moment now) {
+void SessionRecorder::switchOff(Visitor& visitor, bool off, const AgentIdentity& agent, Moment now) {
     Session& session = sessions_[visitor.number()];
     if (off == session.off) return;
     // The switching itself is recorded, before the recording stops and after it goes on.
-    if (off) visitor.agentActed("Switched the recording off", now);
+    if (off) visitor.agentActed("Switched the recording off", agent, now);
     session.off = off;
     if (!off) {
         session.timelineSeen = visitor.timeline().lastSequence();
         session.since = now;
-        visitor.agentActed("Switched the recording on", now);
+        visitor.agentActed("Switched the recording on", agent, now);
     }
     tell(session, visitor);
 }

@@ -40,7 +40,7 @@ class SessionRecorder : public VisitorObserver {
     const std::optional<std::string>& problem() const { return problem_; }
 
     /// Switches the recording of one session off or on.
-    void switchOff(Visitor& visitor, bool off, Moment now);
+    void switchOff(Visitor& visitor, bool off, const AgentIdentity& agent, Moment now);
     /// Has nothing more to do with this recording, which is about to be deleted; if its session goes on it is
     /// recorded no more.
     void letGo(std::int64_t recording);

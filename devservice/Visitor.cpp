@@ -188,13 +188,14 @@ void Visitor::identify(const std::string& visitorId, const std::string& visitId,
     take(shareId_, shareId);
 }
 
-void Visitor::agentActed(const std::string& text, Moment now) {
-    add("agent", text, now);
+void Visitor::agentActed(const std::string& text, const AgentIdentity& agent, Moment now) {
+    add("agent", text, now, std::nullopt, {{"agent", agent.toJson()}});
 }
 
-std::optional<std::uint64_t> Visitor::queueAgentMessage(const json& message, Moment now) {
+std::optional<std::uint64_t> Visitor::queueAgentMessage(const json& message, const AgentIdentity& agent,
+                                                        Moment now, bool noted) {
     const auto number = agentMessages_.queue(message, now);
-    if (number) add("agent", toText(withoutPicture(message)), now);
+    if (number && noted) agentActed(toText(withoutPicture(message)), agent, now);
     return number;
 }
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "AgentIdentity.h"
 #include "AgentMessages.h"
 #include "EndReason.h"
 #include "Frame.h"
@@ -65,9 +66,11 @@ class Visitor {
     void identify(const std::string& visitorId, const std::string& visitId, const std::string& shareId);
 
     /// Notes what the agent did for this visitor, apart from messages.
-    void agentActed(const std::string& text, Moment now);
-    /// Queues an agent's message. Returns its number, or nothing when too many wait.
-    std::optional<std::uint64_t> queueAgentMessage(const nlohmann::json& message, Moment now);
+    void agentActed(const std::string& text, const AgentIdentity& agent, Moment now);
+    /// Queues an agent's message. Returns its number, or nothing when too many wait. One that goes on with
+    /// what an earlier one began need not be noted in the timeline again.
+    std::optional<std::uint64_t> queueAgentMessage(const nlohmann::json& message, const AgentIdentity& agent,
+                                                   Moment now, bool noted = true);
     /// The oldest queued message as JSON text, removed from the queue; nothing when none waits.
     std::optional<std::string> takeAgentMessage();
 

@@ -77,8 +77,8 @@ Response VisitorApi::initialise(const Request& request) {
     visitor.initialised(record, now);
     visitors_.hasBegun(visitor);
     if (!record.visitorId.empty()) contacts_.seen(record.tenantId, record.visitorId, record.sessionId, now);
-    if (presences_.takeDelivered(record.tenantId, record.visitorId, now)) {
-        visitor.agentActed("Invited to co-browse", now);
+    if (const auto agent = presences_.takeDelivered(record.tenantId, record.visitorId, now)) {
+        visitor.agentActed("Invited to co-browse", *agent, now);
     }
     VisitorStreams::checkSessionHeader(visitor, request, record.sessionId, now);
     recorder_.record(visitor, "init", request.body, now);

@@ -7,6 +7,8 @@ import { MessageList } from './messageList.js';
 
 const STATES = { connected: 'Connected', lost: 'Connection lost. Trying again…', unknown: 'This chat cannot be opened.' };
 
+const TYPING_PAUSE_MS = 3000;
+
 const field = byId('text');
 const list = new MessageList(byId('messages'), byId('talk'), 'visitor');
 
@@ -34,7 +36,13 @@ function fitField() {
 }
 
 function startWriting(connection) {
-  field.addEventListener('input', fitField);
+  let told = 0;
+  field.addEventListener('input', () => {
+    fitField();
+    if (field.value === '' || Date.now() - told < TYPING_PAUSE_MS) return;
+    told = Date.now();
+    connection.typing();
+  });
   field.addEventListener('keydown', (event) => {
     if (event.key !== 'Enter' || event.shiftKey || event.isComposing) return;
     event.preventDefault();
@@ -58,13 +66,30 @@ function startAttaching(connection) {
   });
 }
 
+let typingTimer = 0;
+
+function showAgents({ typing, agent, seenUpTo }) {
+  list.seenUpTo(seenUpTo);
+  clearTimeout(typingTimer);
+  byId('typing').textContent = typing > 0 ? `${agent || 'Somebody'} is typing…` : '';
+  if (typing > 0) typingTimer = setTimeout(() => { byId('typing').textContent = ''; }, typing);
+}
+
 function start(parameters) {
   dress(parameters);
+  let last = 0;
+  const tellSeen = () => !document.hidden && last > 0 && connection.seen(last);
   const connection = new ChatConnection(parameters, {
     onState: showState,
-    onMessages: (messages, reset) => list.add(messages, reset),
+    onMessages: (messages, reset) => {
+      list.add(messages, reset);
+      last = messages.at(-1)?.seq ?? last;
+      tellSeen();
+    },
+    onAgents: showAgents,
     onRefused: (key, reason) => list.refuse(key, reason),
   });
+  document.addEventListener('visibilitychange', tellSeen);
   startWriting(connection);
   startAttaching(connection);
   connection.open();

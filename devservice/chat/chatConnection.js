@@ -15,7 +15,7 @@ export class ChatConnection {
   #pause = FIRST_PAUSE_MS;
   #unconfirmed = new Map();
 
-  /** handlers: onState(text), onMessages(messages, reset), onRefused(key, reason) */
+  /** handlers: onState(text), onMessages(messages, reset), onRefused(key, reason), onAgents({typing, agent, seenUpTo}) */
   constructor({ tenantId, visitorId }, handlers) {
     this.#visitor = `tId=${encodeURIComponent(tenantId)}&vId=${encodeURIComponent(visitorId)}`;
     const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
@@ -47,6 +47,16 @@ export class ChatConnection {
     return key;
   }
 
+  /** The visitor is writing. */
+  typing() {
+    this.#say({ type: 'typing' });
+  }
+
+  /** The visitor has seen everything up to a message. */
+  seen(upTo) {
+    this.#say({ type: 'seen', upTo });
+  }
+
   /** Sends a file at once; returns its key. */
   attach(file) {
     const key = newKey();
@@ -66,14 +76,21 @@ export class ChatConnection {
   }
 
   #transmit(key, text) {
-    if (this.#socket?.readyState !== WebSocket.OPEN) return;
-    this.#socket.send(JSON.stringify({ type: 'message', key, text }));
+    this.#say({ type: 'message', key, text });
+  }
+
+  #say(message) {
+    if (this.#socket?.readyState === WebSocket.OPEN) this.#socket.send(JSON.stringify(message));
   }
 
   #receive(message) {
     if (message.type === 'messages') {
       for (const { key } of message.messages) this.#unconfirmed.delete(key);
       this.#handlers.onMessages(message.messages, message.reset);
+    }
+    if (message.type === 'state') {
+      const { typingUntil, now, agent, seenUpTo } = message;
+      this.#handlers.onAgents({ typing: Math.max(0, typingUntil - now), agent, seenUpTo });
     }
     if (message.type === 'refused') {
       this.#unconfirmed.delete(message.key);

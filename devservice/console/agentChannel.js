@@ -14,25 +14,29 @@ export class AgentChannel {
     return this.#selected();
   }
 
-  /** Resolves to whether the service took the message; `quietly` leaves success to what it shows elsewhere. */
-  send({ message, label }, { quietly = false, visitor = this.visitor } = {}) {
-    if (!visitor) return Promise.resolve(false);
+  /**
+   * Resolves to the message's number, 0 if the service did not take it. `quietly` leaves success to what it shows
+   * elsewhere; a message that goes on with what an earlier one began is sent `again`, and not in the timeline anew.
+   */
+  send({ message, label }, { quietly = false, visitor = this.visitor, again = false } = {}) {
+    if (!visitor) return Promise.resolve(0);
     const sent = this.#last.then(async () => {
-      const problem = await post(visitor.id, message);
+      const { number, problem } = await post(visitor.id, message, again);
       const when = visitor.transport === 'websocket' ? 'sent' : 'goes out with the next reply';
       if (problem || !quietly) this.#say(`${label}: ${problem || when}.`);
-      return !problem;
+      return number ?? 0;
     });
     this.#last = sent;
     return sent;
   }
 }
 
-async function post(id, message) {
+async function post(id, message, again) {
   try {
-    const reply = await fetch(`/console/api/visitors/${id}/messages`, { method: 'POST', body: JSON.stringify(message) });
-    return reply.ok ? '' : (await reply.json()).error;
+    const reply = await fetch(`/console/api/visitors/${id}/messages${again ? '?again=true' : ''}`, { method: 'POST', body: JSON.stringify(message) });
+    const { number, error } = await reply.json();
+    return { number, problem: error ?? '' };
   } catch {
-    return 'the service does not answer';
+    return { problem: 'the service does not answer' };
   }
 }

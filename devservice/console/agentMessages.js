@@ -11,6 +11,9 @@ export const tap = ({ x, y }) => ({ message: { x, y }, label: 'Tap' });
 /** A drawing to lay over the app: a PNG as a data URL. */
 export const drawing = (url) => ({ message: { d: { u: url } }, label: 'Drawing' });
 
+/** A dot where the agent points, a drawing too. */
+export const pointer = (url) => ({ ...drawing(url), label: 'Pointer' });
+
 /** Wording of a message that is given as JSON text; texts that are no message stay as they are. */
 export function describe(text) {
   let message;

@@ -2,20 +2,25 @@ import { byId, setText } from './dom.js';
 import { MessageList } from './messageList.js';
 import { ShareDialog } from './shareDialog.js';
 
+const TYPING_PAUSE_MS = 3000;
+
 /** The chat with the visitor on view: its messages, a field to write in and files to share. */
 export class ChatPanel {
-  #list = new MessageList(byId('chat-messages'), byId('chat-scroll'), 'agent');
+  #list = new MessageList(byId('chat-messages'), byId('chat-scroll'), 'agent', { saves: true });
   #pane = byId('chat-pane');
+  #told = 0;
   #field = byId('chat-text');
   #drafts = new Map();
   #contact = null;
   #last = 0;
   #read = 0;
   #say;
+  #show;
 
-  /** say(text) tells the agent what went wrong. */
-  constructor(say) {
+  /** say(text) tells the agent what went wrong, show() brings the chat into view. */
+  constructor(say, show) {
     this.#say = say;
+    this.#show = show;
     const dialog = new ShareDialog();
     const share = (file) => file && dialog.open(file, this.#contact);
     byId('chat-file').addEventListener('change', ({ target }) => {
@@ -48,7 +53,9 @@ export class ChatPanel {
     byId('chat-empty').hidden = this.#last > 0;
   }
 
-  update(contact) {
+  update(contact, now) {
+    this.#list.seenUpTo(contact.seenUpTo);
+    setText(byId('chat-typing'), contact.typingUntil > now ? 'The visitor is typing…' : '');
     setText(byId('chat-state'), contact.chatOpen ? 'The visitor has the chat open.' : 'The chat is closed. Messages wait there for the visitor.');
     byId('chat-state').dataset.open = contact.chatOpen;
     if (contact.unread > 0 && this.#last > this.#read && !this.#pane.hidden && !document.hidden) this.#markRead();
@@ -79,7 +86,10 @@ export class ChatPanel {
   }
 
   #takeWriting() {
-    this.#field.addEventListener('input', () => this.#fitField());
+    this.#field.addEventListener('input', () => {
+      this.#fitField();
+      this.#tellTyping();
+    });
     this.#field.addEventListener('keydown', (event) => {
       if (event.key !== 'Enter' || event.shiftKey || event.isComposing) return;
       event.preventDefault();
@@ -91,15 +101,25 @@ export class ChatPanel {
     });
   }
 
+  #tellTyping() {
+    if (this.#field.value === '' || Date.now() - this.#told < TYPING_PAUSE_MS) return;
+    this.#told = Date.now();
+    post(this.#contact, 'typing', {});
+  }
+
+  // Onto the whole side pane, whatever it shows.
   #takeDrops(share) {
+    const pane = byId('pane');
     const hover = (over) => this.#pane.toggleAttribute('data-dropping', over);
-    this.#pane.addEventListener('dragover', (event) => {
-      if (!event.dataTransfer.types.includes('Files')) return;
+    pane.addEventListener('dragover', (event) => {
+      if (this.#contact === null || !event.dataTransfer.types.includes('Files')) return;
       event.preventDefault();
+      this.#show();
       hover(true);
     });
-    this.#pane.addEventListener('dragleave', ({ relatedTarget }) => hover(this.#pane.contains(relatedTarget)));
-    this.#pane.addEventListener('drop', (event) => {
+    pane.addEventListener('dragleave', ({ relatedTarget }) => hover(pane.contains(relatedTarget)));
+    pane.addEventListener('drop', (event) => {
+      if (this.#contact === null) return;
       event.preventDefault();
       hover(false);
       share(event.dataTransfer.files[0]);

@@ -1,6 +1,7 @@
 // The agent console: keeps the visitors as the service tells them and shows the selected one.
 
 import { AgentActions } from './agentActions.js';
+import { AgentDialog, Agents } from './agents.js';
 import { AgentChannel } from './agentChannel.js';
 import { ChatPanel } from './chatPanel.js';
 import { Connection } from './connection.js';
@@ -8,6 +9,7 @@ import { showConnection } from './connectionPill.js';
 import { ContactCard } from './contactCard.js';
 import { ContactList } from './contactList.js';
 import { Contacts, showUnread } from './contacts.js';
+import { ControlBar } from './controlBar.js';
 import { byId, setText } from './dom.js';
 import { Happenings, wording } from './happenings.js';
 import { JoinForm } from './joinForm.js';
@@ -18,6 +20,7 @@ import { PhoneView } from './phoneView.js';
 import { PictureControl } from './pictureControl.js';
 import { deviceSize, pointsAcross } from './screenGeometry.js';
 import { RecordingSwitch } from './recordingSwitch.js';
+import { contactKey, fromAddress, toAddress } from './selection.js';
 import { SessionHead } from './sessionHead.js';
 import { TimelineView } from './timelineView.js';
 import { toast } from './toast.js';
@@ -38,6 +41,8 @@ const contacts = new Contacts();
 let selected = null;
 let chosen = null;
 let invited = null;
+// What the page's address asks for, until it is there.
+let wanted = fromAddress();
 let clockOffset = 0;
 
 const list = new VisitorList(select);
@@ -51,9 +56,12 @@ const presentList = new ContactList('present', { onSelect: selectContact, onInvi
 const earlierList = new ContactList('earlier', { onSelect: selectContact });
 const recordingSwitch = new RecordingSwitch(toast);
 const card = new ContactCard(selectContact);
-const chat = new ChatPanel(toast);
+const chat = new ChatPanel(toast, () => tabs.choose('chat'));
 const tabs = new PanelTabs(() => chat.shown());
 const zoom = new Zoom();
+const agents = new Agents();
+const agentDialog = new AgentDialog(agents);
+const controlBar = new ControlBar(agents);
 const notices = new Notices();
 const happenings = new Happenings({ onVisitor: tellVisitor, onAnswer: tellAnswer, onMessage: tellMessage });
 const nav = new PaneToggle('nav-toggle', 'nav', true);
@@ -107,6 +115,7 @@ function receive(message) {
   clockOffset = message.now - Date.now();
   if (message.type === 'visitors') receiveVisitors(message);
   if (message.type === 'contacts') receiveContacts(message);
+  if (message.type === 'agents') receiveAgents(message);
   if (message.type === 'chat' && message.contact === chosen) receiveChat(message);
   if (message.type === 'timeline' && message.visitor === selected) receiveTimeline(message);
 }
@@ -118,11 +127,29 @@ function receiveVisitors(message) {
   }
   for (const visitor of message.visitors) visitors.set(visitor.id, visitor);
   if (selected !== null && !visitors.has(selected)) selected = null;
-  const next = takeInvited() ?? nextSession();
+  const next = takeInvited() ?? takeWanted() ?? nextSession();
   choosePerson();
   if (next) select(next.id);
   else show();
   happenings.visitors([...visitors.values()]);
+}
+
+/** The session that the page's address names, once; says so when it is not there. */
+function takeWanted() {
+  if (!wanted?.session) return undefined;
+  const { session } = wanted;
+  wanted = null;
+  const visitor = [...visitors.values()].find(({ sessionId }) => sessionId === session);
+  if (!visitor) toast('The session of that address is not here any more.');
+  return visitor;
+}
+
+function receiveAgents(message) {
+  for (const id of agents.update(message)) {
+    const visitor = visitors.get(id);
+    if (visitor) notices.tell({ ...wording.handOver(visitor, contacts.of(visitor)), open: () => select(id) });
+  }
+  show();
 }
 
 /** The session to be shown in place of the one on view, or of none. */
@@ -141,6 +168,11 @@ function receiveContacts(message) {
   }
   choosePerson();
   happenings.contacts(message.contacts);
+  if (wanted?.contact) {
+    const person = message.contacts.find((contact) => contactKey(contact) === wanted.contact);
+    wanted = null;
+    if (person) selectContact(person.id);
+  }
   const { continuedAs } = contacts.get(chosen) ?? {};
   if (selected === null && before && !before.continuedAs && continuedAs) choose(continuedAs);
   show();
@@ -242,7 +274,9 @@ function tellMessage(contact) {
 }
 
 function show() {
-  list.show(visitors.values(), selected, now(), contacts);
+  list.show(visitors.values(), selected, now(), contacts, agents);
+  agentDialog.show();
+  if (!wanted) toAddress(visitors.get(selected), contacts.get(chosen));
   const present = contacts.present(sessionOf);
   presentList.show(present, chosen);
   earlierList.show(contacts.earlier(sessionOf), chosen);
@@ -264,8 +298,10 @@ function showSession(visitor, contact) {
   head.update(visitor, contact, now(), phone.skipped);
   recordingSwitch.update(visitor);
   phone.update(visitor, now());
-  actions.update(visitor, now());
-  control.update(visitor);
+  const held = agents.heldBy(visitor.id);
+  controlBar.update(visitor, now());
+  actions.update(visitor, now(), held);
+  control.update(visitor, held, performance.now());
   if (phone.picture) zoom.update(pointsAcross(phone.picture, visitor.screen));
 }
 
@@ -274,7 +310,7 @@ function showPerson(contact) {
   showUnread(byId('chat-tab'), byId('chat-unread'), contact);
   if (!contact) return;
   card.update(contact, contacts.presenceOf(contact), contacts.before(contact));
-  chat.update(contact);
+  chat.update(contact, now());
 }
 
 function connectionChanged(state) {
@@ -283,10 +319,20 @@ function connectionChanged(state) {
   if (state !== 'connected') return;
   phone.clear();
   happenings.restart();
+  agents.restart();
 }
 
 byId('start-command').textContent = `merovanta-bank --server ${location.host} --start`;
 new JoinForm(join);
+byId('copy-link').addEventListener('click', async () => {
+  const copied = await navigator.clipboard?.writeText(location.href).then(() => true, () => false);
+  toast(copied ? 'The link is copied.' : 'The browser does not let this page copy: take the address above.');
+});
+window.addEventListener('hashchange', () => {
+  wanted = fromAddress();
+  const next = takeWanted();
+  if (next) select(next.id);
+});
 new PaneToggle('pane-toggle', 'pane', true);
 NARROW.addEventListener('change', () => nav.show(!NARROW.matches || selected === null));
 setInterval(show, REFRESH_MS);

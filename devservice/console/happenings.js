@@ -45,5 +45,6 @@ export class Happenings {
 export const wording = {
   visitor: (visitor, contact) => ({ key: `visitor-${visitor.id}`, title: `New visitor: ${visitorName(visitor, contact)}`, text: visitor.page }),
   answer: (visitor, contact, answer) => ({ key: `answer-${visitor.id}`, title: `${visitorName(visitor, contact)} ${answer}`, text: 'The question for consent' }),
+  handOver: (visitor, contact) => ({ key: `control-${visitor.id}`, title: 'Another agent asks to take over', text: visitorName(visitor, contact) }),
   message: (contact) => ({ key: `chat-${contact.id}`, title: visitorName(contact, contact), text: contact.lastMessage?.text ?? '' }),
 };

@@ -73,6 +73,11 @@ export class PhoneView {
     return this.#hasPicture ? { width: this.#canvas.width, height: this.#canvas.height } : null;
   }
 
+  /** The last picture's number, 0 while there is none. */
+  get number() {
+    return this.#number;
+  }
+
   /** How many pictures newer ones have overtaken on their way here. */
   get skipped() {
     return this.#skipped;

@@ -16,7 +16,7 @@ export class PictureSurface {
   #enabled = false;
   #handlers;
 
-  /** handlers: onTap(place), onCrosshair(place or null), onStroke(place), onStrokeMove(places), onStrokeEnd(), onStrokeCancel(), onUndo() */
+  /** handlers: onTap(place), onText(place), onPoint(place or null), onCrosshair(place or null), onStroke(place), onStrokeMove(places), onStrokeEnd(), onStrokeCancel(), onUndo() */
   constructor(handlers) {
     this.#handlers = handlers;
     const on = (type, handler) => this.#surface.addEventListener(type, handler);
@@ -24,6 +24,7 @@ export class PictureSurface {
     on('pointermove', (event) => this.#move(event));
     on('pointerup', (event) => this.#up(event));
     on('pointercancel', (event) => this.#cancel(event));
+    on('pointerleave', () => this.#mode === 'pointer' && this.#handlers.onPoint(null));
     on('keydown', (event) => this.#key(event));
     on('blur', () => this.#hideCrosshair());
   }
@@ -48,13 +49,18 @@ export class PictureSurface {
     if (!this.#enabled || event.button !== 0 || this.#press) return;
     this.#press = { id: event.pointerId, x: event.clientX, y: event.clientY };
     this.#hideCrosshair();
-    if (this.#mode !== 'draw') return;
+    if (!this.#draws) return;
     this.#surface.setPointerCapture(event.pointerId);
     this.#handlers.onStroke(this.#placeOf(event));
   }
 
+  get #draws() {
+    return ['draw', 'arrow', 'box'].includes(this.#mode);
+  }
+
   #move(event) {
-    if (event.pointerId !== this.#press?.id || this.#mode !== 'draw') return;
+    if (this.#enabled && this.#mode === 'pointer') this.#handlers.onPoint(this.#placeOf(event));
+    if (event.pointerId !== this.#press?.id || !this.#draws) return;
     const samples = event.getCoalescedEvents?.() ?? [];
     this.#handlers.onStrokeMove((samples.length ? samples : [event]).map((sample) => this.#placeOf(sample)));
   }
@@ -63,8 +69,8 @@ export class PictureSurface {
     if (event.pointerId !== this.#press?.id) return;
     const { x, y } = this.#press;
     this.#press = null;
-    if (this.#mode === 'draw') this.#handlers.onStrokeEnd();
-    else if (Math.hypot(event.clientX - x, event.clientY - y) <= TAP_SLOP) this.#handlers.onTap(this.#placeOf(event));
+    if (this.#draws) this.#handlers.onStrokeEnd();
+    else if (Math.hypot(event.clientX - x, event.clientY - y) <= TAP_SLOP) this.#act(this.#placeOf(event));
   }
 
   #cancel(event) {
@@ -73,13 +79,12 @@ export class PictureSurface {
 
   #abandon() {
     this.#press = null;
-    if (this.#mode === 'draw') this.#handlers.onStrokeCancel();
+    if (this.#draws) this.#handlers.onStrokeCancel();
   }
 
   #key(event) {
     if (!this.#enabled || event.altKey || event.metaKey) return;
-    const handled = this.#mode === 'draw' ? this.#drawKey(event) : this.#tapKey(event);
-    if (handled) event.preventDefault();
+    if ((this.#draws && this.#drawKey(event)) || this.#crosshairKey(event)) event.preventDefault();
   }
 
   #drawKey({ key, ctrlKey }) {
@@ -89,10 +94,28 @@ export class PictureSurface {
     return true;
   }
 
-  #tapKey({ key, shiftKey, ctrlKey, repeat }) {
+  /** What a click does where nothing is dragged. */
+  #act(place) {
+    if (this.#mode === 'tap') this.#handlers.onTap(place);
+    if (this.#mode === 'text') this.#handlers.onText(place);
+  }
+
+  #enter() {
+    if (!this.#draws) {
+      this.#act(this.#place);
+    } else if (this.#press) {
+      this.#press = null;
+      this.#handlers.onStrokeEnd();
+    } else {
+      this.#press = { id: 'keyboard' };
+      this.#handlers.onStroke(this.#place);
+    }
+  }
+
+  #crosshairKey({ key, shiftKey, ctrlKey, repeat }) {
     if (ctrlKey) return false;
     if (ARROWS[key]) this.#moveCrosshair(ARROWS[key], shiftKey ? LONG_STEP : STEP);
-    else if ((key === 'Enter' || key === ' ') && !this.#crosshair.hidden && !repeat) this.#handlers.onTap(this.#place);
+    else if ((key === 'Enter' || key === ' ') && !this.#crosshair.hidden && !repeat) this.#enter();
     else if (key === 'Escape' && !this.#crosshair.hidden) this.#hideCrosshair();
     else return false;
     return true;
@@ -112,11 +135,15 @@ export class PictureSurface {
     this.#crosshair.style.top = `${this.#place.top * 100}%`;
     this.#crosshair.hidden = false;
     this.#handlers.onCrosshair(this.#place);
+    if (this.#press?.id === 'keyboard') this.#handlers.onStrokeMove([this.#place]);
+    if (this.#mode === 'pointer') this.#handlers.onPoint(this.#place);
   }
 
   #hideCrosshair() {
     if (this.#crosshair.hidden) return;
     this.#crosshair.hidden = true;
+    if (this.#press?.id === 'keyboard') this.#abandon();
+    if (this.#mode === 'pointer') this.#handlers.onPoint(null);
     this.#handlers.onCrosshair(null);
   }
 }

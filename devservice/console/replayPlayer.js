@@ -191,6 +191,6 @@ function keysHelp() {
 /** [title, text] of an event or a note. */
 function eventWording(event) {
   if (event.kind === 'note') return [event.detail.author ? `Note by ${event.detail.author}` : 'Note', event.text];
-  if (event.kind === 'chat') return [event.detail?.from === 'agent' ? 'Agent wrote' : 'Visitor wrote', event.text];
+  if (event.kind === 'chat') return [event.detail?.from === 'agent' ? `${event.detail.agent?.name ?? 'Agent'} wrote` : 'Visitor wrote', event.text];
   return wording(event);
 }

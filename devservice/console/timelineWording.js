@@ -27,7 +27,7 @@ const WORDING = {
   picture: (e) => ['Picture', `${e.text} px`],
   consent: (e) => ['Consent', e.text],
   activity: (e) => ['Activity', e.text],
-  agent: (e) => ['Agent', describe(e.text)],
+  agent: (e) => [e.detail?.agent?.name ?? 'Agent', describe(e.text)],
   warning: (e) => ['Warning', e.text],
 };
 

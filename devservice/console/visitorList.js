@@ -1,3 +1,4 @@
+import { showFaces } from './agents.js';
 import { showUnread, visitorName } from './contacts.js';
 import { byId, element, setText } from './dom.js';
 import { shareCode, visitorState } from './visitorState.js';
@@ -14,7 +15,7 @@ export class VisitorList {
     for (const each of [this.#list, this.#ended]) each.addEventListener('keydown', (event) => this.#moveFocus(event));
   }
 
-  show(visitors, selected, now, contacts) {
+  show(visitors, selected, now, contacts, agents) {
     const ordered = [...visitors].sort((a, b) => rank(a) - rank(b) || Number(b.id) - Number(a.id));
     const ids = new Set(ordered.map((visitor) => visitor.id));
     for (const [id, item] of this.#items) {
@@ -30,6 +31,7 @@ export class VisitorList {
       group.forEach((visitor, index) => {
         const item = this.#items.get(visitor.id) ?? this.#add(visitor.id);
         this.#update(item, visitor, visitor.id === selected, now, contacts.of(visitor));
+        showFaces(item.faces, agents, visitor.id);
         if (place.children[index] !== item.row) place.insertBefore(item.row, place.children[index] ?? null);
       });
     }
@@ -48,9 +50,10 @@ export class VisitorList {
       page: element('span', 'visitor-page'),
       tenant: element('span', 'visitor-tenant'),
       badge: element('span', 'unread'),
+      faces: element('span', 'faces'),
     };
     item.button.type = 'button';
-    item.button.append(item.code, item.pill, item.page, item.tenant, item.badge);
+    item.button.append(item.code, item.pill, item.page, item.tenant, item.badge, item.faces);
     item.button.addEventListener('click', () => this.#onSelect(id));
     item.row.append(item.button);
     this.#items.set(id, item);

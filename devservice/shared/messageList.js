@@ -11,9 +11,15 @@ export class MessageList {
   #scroller;
   #own;
   #waiting = new Map();
+  #seen = 0;
+  #saves;
 
-  /** `own` is the side whose page this is, "agent" or "visitor"; `scroller` is what scrolls the list. */
-  constructor(list, scroller, own) {
+  /**
+   * `own` is the side whose page this is, "agent" or "visitor"; `scroller` is what scrolls the list. With `saves` a press on a
+   * document saves it.
+   */
+  constructor(list, scroller, own, { saves = false } = {}) {
+    this.#saves = saves;
     this.#list = list;
     this.#scroller = scroller;
     this.#own = own;
@@ -32,7 +38,22 @@ export class MessageList {
       this.#list.insertBefore(this.#item(message), firstWaiting());
     }
     this.#list.setAttribute('aria-busy', 'false');
+    this.#markSeen();
     if (follow) this.toEnd();
+  }
+
+  /** The other side has seen everything up to a message. */
+  seenUpTo(seq) {
+    if (seq === this.#seen) return;
+    this.#seen = seq;
+    this.#markSeen();
+  }
+
+  // On the last own message that was seen; what is before was seen too.
+  #markSeen() {
+    const own = [...this.#list.querySelectorAll('[data-own][data-seq]')];
+    const last = own.findLast(({ dataset }) => Number(dataset.seq) <= this.#seen);
+    for (const item of own) item.toggleAttribute('data-seen', item === last);
   }
 
   /** Shows an own message that is on its way. */
@@ -62,16 +83,16 @@ export class MessageList {
     return scrollHeight - scrollTop - clientHeight < NEAR_END_PIXELS;
   }
 
-  #item({ seq, at, from, text, document: shared }) {
+  #item({ seq, at, from, text, agent, document: shared }) {
     const item = element('li', 'message');
     item.dataset.from = from;
     if (seq) item.dataset.seq = seq;
     item.toggleAttribute('data-own', from === this.#own);
     const bubble = element('div', 'bubble');
-    bubble.append(element('span', 'unseen', `${from === this.#own ? 'You' : NAMES[from]}: `));
-    if (shared) bubble.append(documentLink(shared));
+    bubble.append(element('span', 'unseen', `${agent?.name ?? (from === this.#own ? 'You' : NAMES[from])}: `));
+    if (shared) bubble.append(documentLink(shared, this.#saves));
     if (text) bubble.append(textLine(text));
-    item.append(bubble, at ? timeLine(at) : element('p', 'message-note', 'Sending…'));
+    item.append(bubble, at ? timeLine(at, agent?.name) : element('p', 'message-note', 'Sending…'));
     return item;
   }
 }
@@ -82,17 +103,18 @@ function textLine(text) {
   return line;
 }
 
-function timeLine(at) {
-  const note = element('p', 'message-note');
+function timeLine(at, name) {
+  const note = element('p', 'message-note', name ? `${name} · ` : '');
   const time = element('time', '', format.dayTime(at));
   time.dateTime = new Date(at).toISOString();
   note.append(time);
   return note;
 }
 
-function documentLink({ url, name, type, bytes }) {
+function documentLink({ url, name, type, bytes }, saves) {
   const link = element('a', 'document');
   if (url.startsWith(DOCUMENTS)) link.href = url;
+  if (saves) link.download = name;
   const kind = /^[\w-]+\/([\w-]+)/.exec(type)?.[1].toUpperCase() ?? '';
   const title = element('bdi', 'document-name', name || 'Document');
   const note = [kind.length <= 5 ? kind : '', format.bytes(bytes)].filter(Boolean).join(' · ');

@@ -73,7 +73,7 @@ TEST(PresenceRegistry, IsBoundedAndForgetsWhoStopsPolling) {
     const Moment later = kStart + PresenceRegistry::kTimeout + seconds(6);
     registry.poll(last.tenantId, last.visitorId, listening, later);
     EXPECT_EQ(changes, before);
-    registry.invite(last, later);
+    registry.invite(last, {"a1", "Ada"}, later);
     registry.expire(later + seconds(1));
     ASSERT_EQ(registry.toJson().size(), 1U);
     EXPECT_FALSE(registry.takeDelivered("T", last.visitorId, later)) << "nothing has been delivered yet";

@@ -91,6 +91,11 @@ TEST(Console, PagesNameWhatTheyUseByItsContentSoThatBrowsersKeepIt) {
     const Reply packed = service.request("GET", script, {}, {{"Accept-Encoding", "gzip, br"}});
     EXPECT_EQ(packed.headers.at("Content-Encoding"), "gzip");
     EXPECT_LT(packed.body.size(), plain.body.size() / 2);
+    std::size_t bytes = service.request("GET", "/", {}, {{"Accept-Encoding", "gzip"}}).body.size();
+    for (const char* name : {"console.js", "console.css", "early.js"})
+        bytes += service.request("GET", std::string("/console/") + name, {}, {{"Accept-Encoding", "gzip"}})
+                     .body.size();
+    EXPECT_LT(bytes, 40'000U) << "what comes before the first picture on a slow line";
     EXPECT_EQ(service.request("GET", "/console/console.js?v=old").headers.at("Cache-Control"), "no-cache");
     const Reply again =
         service.request("GET", "/", {}, {{"If-None-Match", service.request("GET", "/").headers.at("ETag")}});

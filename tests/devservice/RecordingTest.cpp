@@ -104,7 +104,7 @@ TEST(Recording, HoldsWhatTheConsoleShowsAndIsFoundByIt) {
     list.add_messages()->set_tag("mortgage");
     list.add_messages()->add_clickevent()->set_x(31);
     process.receive(visitor, list);
-    visitor.agentActed("Invited", process.now);
+    visitor.agentActed("Invited", {"a1", "Ada"}, process.now);
     process.contacts.addMessage(contact, {.at = process.now, .text = "hello", .key = {}, .document = {}});
     ASSERT_TRUE(process.settle());
     process.show(visitor, 50'000);
@@ -196,7 +196,7 @@ TEST(Recording, IsSwitchedOffAndDeletedForGoodInALiveSession) {
         Process process(directory.path);
         Visitor& visitor = process.start();
         process.show(visitor);
-        process.recorder.switchOff(visitor, true, process.now);
+        process.recorder.switchOff(visitor, true, {}, process.now);
         process.show(visitor);
         process.settle();
         EXPECT_EQ(visitor.summary(process.now)["recording"], json::parse(R"({"state":"off","id":"1"})"));
@@ -205,7 +205,7 @@ TEST(Recording, IsSwitchedOffAndDeletedForGoodInALiveSession) {
     Visitor& visitor = process.start();
     process.show(visitor);
     EXPECT_EQ(process.pictures(), 1) << "the switch holds after a restart";
-    process.recorder.switchOff(visitor, false, process.now);
+    process.recorder.switchOff(visitor, false, {}, process.now);
     process.show(visitor);
     process.settle();
     EXPECT_EQ(process.pictures(), 2);

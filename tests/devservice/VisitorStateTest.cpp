@@ -70,7 +70,7 @@ TEST(Visitor, TellsWhyItsSessionIsOver) {
         return [time](Visitor& visitor) { visitor.expire(kStart + time); };
     };
     using Steps = std::vector<std::function<void(Visitor&)>>;
-    const auto askToClose = [](Visitor& visitor) { visitor.queueAgentMessage({{"a", "c"}}, kStart); };
+    const auto askToClose = [](Visitor& visitor) { visitor.queueAgentMessage({{"a", "c"}}, {}, kStart); };
     const auto comesBack = [](Visitor& visitor) {
         visitor.received({}, 0, Transport::Polling, kStart + std::chrono::minutes(5));
     };
@@ -104,7 +104,7 @@ TEST(Visitor, AnswersCountForAQuestionThatWasPut) {
     visitor.activity("ca", "", kStart);
     EXPECT_EQ(consent(), nullptr) << "every session begins with one";
     for (const auto& [type, state] : {std::pair{"ca", "accepted"}, {"cd", "declined"}}) {
-        visitor.queueAgentMessage({{"co", {{"opt", true}}}}, kStart);
+        visitor.queueAgentMessage({{"co", {{"opt", true}}}}, {}, kStart);
         EXPECT_EQ(consent()["state"], "waiting");
         visitor.activity(type, "", kStart + seconds(1));
         EXPECT_EQ(consent()["state"], state);

@@ -6,7 +6,7 @@ import { before, test } from 'node:test';
 import { FakeVisitor, event } from './fakeVisitor.mjs';
 import { AgentConsole } from '../../automation/agentConsole.mjs';
 import { deviceSize } from '../../devservice/console/screenGeometry.js';
-import { Service, wholeFile } from '../../automation/support.mjs';
+import { Service, eventually, wholeFile } from '../../automation/support.mjs';
 
 const file = wholeFile();
 let url;
@@ -245,6 +245,62 @@ test('the agent draws over the app', async () => {
   assert.deepEqual(red.pixels.map((pixel) => pixel[3]), [255, 0, 255, 0]);
   assert.equal(await page.getByRole('button', { name: 'Send drawing' }).isDisabled(), true);
   await page.getByLabel('Send on release').check();
+  await page.getByRole('radio', { name: 'Tap' }).check();
+});
+
+/** Whether anything of the drawing over the picture is painted. */
+const sketched = () => page.locator('#sketch').evaluate((canvas) => {
+  const copy = new OffscreenCanvas(canvas.width, canvas.height).getContext('2d', { willReadFrequently: true });
+  copy.drawImage(canvas, 0, 0);
+  return copy.getImageData(0, 0, canvas.width, canvas.height).data.some((value) => value > 0);
+});
+
+test('the agent points, writes and puts arrows and boxes', async () => {
+  const { next } = await watched('61003');
+  const choose = (name) => page.getByRole('radio', { name }).check();
+  await choose('Box');
+  await drag(page, [0.2, 0.2], [0.8, 0.4]);
+  const box = await drawn(await next(), [0.5, 0.2], [0.2, 0.3], [0.5, 0.3]);
+  assert.deepEqual(box.pixels.map((pixel) => pixel[3]), [255, 255, 0]);
+  await choose('Arrow');
+  await drag(page, [0.2, 0.5], [0.8, 0.5]);
+  const arrow = await drawn(await next(), [0.5, 0.5], [0.76, 0.49], [0.3, 0.49]);
+  assert.deepEqual(arrow.pixels.map((pixel) => pixel[3]), [255, 255, 0]);
+  await choose('Text');
+  const area = await page.locator('#surface').boundingBox();
+  await page.mouse.click(area.x + area.width * 0.2, area.y + area.height * 0.5);
+  await page.getByLabel('Text for the visitor\'s screen').fill('MMMM');
+  await page.keyboard.press('Enter');
+  const text = await drawn(await next(), ...Array.from({ length: 40 }, (_, i) => [0.2 + i * 0.005, 0.5]));
+  assert.ok(text.pixels.filter((pixel) => pixel[3] > 0).length > 15);
+
+  await choose('Pointer');
+  await page.mouse.move(area.x + area.width * 0.5, area.y + area.height * 0.5);
+  const dot = await drawn(await next(), [0.5, 0.5], [0.5, 0.6]);
+  assert.deepEqual([dot.size, dot.pixels.map((pixel) => pixel[3])], [[390, 844], [255, 0]]);
+  await page.mouse.move(area.x + area.width * 0.5, area.y + area.height * 0.6);
+  assert.equal((await drawn(await next(), [0.5, 0.6])).pixels[0][3], 255);
+  assert.equal(await entry(/^Agent [0-9A-F]{4} Drawing/).count(), 4, 'the pointer is noted once');
+  await choose('Tap');
+});
+
+test('a drawing is seen until its picture is back, and stays in the app while it is kept', async () => {
+  const { visitor, next } = await watched('61004');
+  await page.getByRole('radio', { name: 'Draw' }).check();
+  await drag(page, [0.2, 0.5], [0.8, 0.5]);
+  await next();
+  assert.ok(await sketched(), 'it does not vanish on release');
+  await visitor.send(event.screenshot(2000, await picture('rgb(1, 2, 3)')));
+  await shown(1, 2, 3);
+  await eventually('the picture in place of the drawing', async () => !await sketched());
+
+  await page.getByLabel('Keep').check();
+  await drag(page, [0.2, 0.5], [0.8, 0.5]);
+  const [first, renewed] = [await next(), await next()];
+  assert.deepEqual(first, renewed);
+  await page.getByRole('button', { name: 'Clear' }).click();
+  assert.ok(!await sketched());
+  await page.getByLabel('Keep').uncheck();
   await page.getByRole('radio', { name: 'Tap' }).check();
 });
 
