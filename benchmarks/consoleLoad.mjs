@@ -50,6 +50,8 @@ class Watcher {
   #last = 0;
   #seq = 0;
   #buffer = Buffer.alloc(0);
+  #kind = 0;
+  #parts = [];
 
   constructor(url, visitor) {
     this.socket = connect(Number(url.port), url.hostname);
@@ -78,9 +80,18 @@ class Watcher {
       if (buffer.length < head) return;
       const length = short === 126 ? buffer.readUInt16BE(2) : short === 127 ? Number(buffer.readBigUInt64BE(2)) : short;
       if (buffer.length < head + length) return;
-      this.#message(buffer[0] & 0xf, buffer.subarray(head, head + length));
+      this.#frame(buffer[0], buffer.subarray(head, head + length));
       this.#buffer = buffer.subarray(head + length);
     }
+  }
+
+  // A message may come in several frames.
+  #frame(first, body) {
+    if ((first & 0xf) !== 0) this.#kind = first & 0xf;
+    this.#parts.push(body);
+    if ((first & 0x80) === 0) return;
+    this.#message(this.#kind, Buffer.concat(this.#parts));
+    this.#parts = [];
   }
 
   #message(kind, body) {

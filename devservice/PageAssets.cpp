@@ -22,16 +22,33 @@ std::string_view contentType(std::string_view name) {
 }
 
 constexpr std::size_t kVersionDigits = 16;
+constexpr const char* kEarly = "console/early.js";
 
-constexpr std::string_view kContentSecurityPolicy =
-    "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' blob:; connect-src 'self'; "
-    "base-uri 'none'; form-action 'none'; frame-ancestors 'none'";
+constexpr std::string_view kScriptBegin = "<script>", kScriptEnd = "</script>";
+
+// The page's one script within itself, if it has one.
+std::string_view ownScript(std::string_view content) {
+    const std::size_t begin = content.find(kScriptBegin);
+    if (begin == std::string_view::npos) return {};
+    const std::string_view rest = content.substr(begin + kScriptBegin.size());
+    return rest.substr(0, rest.find(kScriptEnd));
+}
+
+std::string contentSecurityPolicy(std::string_view content) {
+    const std::string_view script = ownScript(content);
+    return "default-src 'none'; script-src 'self'" +
+           (script.empty() ? "" : " 'sha256-" + digestBase64(script) + "'") +
+           "; style-src 'self'; img-src 'self' blob:; connect-src 'self'; base-uri 'none'; form-action "
+           "'none'; "
+           "frame-ancestors 'none'";
+}
 
 Response page(std::string_view name, std::string content) {
+    std::string policy = contentSecurityPolicy(name.ends_with(".html") ? content : "");
     return {200,
             std::string(contentType(name)),
             std::move(content),
-            {{"Content-Security-Policy", std::string(kContentSecurityPolicy)},
+            {{"Content-Security-Policy", std::move(policy)},
              {"Referrer-Policy", "no-referrer"},
              {"Cross-Origin-Resource-Policy", "same-origin"}}};
 }
@@ -49,6 +66,14 @@ void replaceAll(std::string& text, std::string_view from, const std::string& to)
         text.replace(at, from.size(), to);
 }
 
+// Puts a script into a page, in place of its being named there.
+void takeIn(const std::string& name, std::string_view script, std::string& page) {
+    while (script.ends_with('\n'))
+        script.remove_suffix(1);
+    replaceAll(page, "<script async src=\"/" + name + "\">" + std::string(kScriptEnd),
+               std::string(kScriptBegin) + std::string(script) + std::string(kScriptEnd));
+}
+
 }  // namespace
 
 PageAssets::PageAssets(std::filesystem::path directory) : directory_(std::move(directory)) {
@@ -58,9 +83,12 @@ PageAssets::PageAssets(std::filesystem::path directory) : directory_(std::move(d
         kept.content = file.content;
         kept.version = digest(file.content).substr(0, kVersionDigits);
     }
+    const std::string early = files_[kEarly].content;
     for (auto& [name, file] : files_) {
         // Pages name the others with their versions.
         if (name.ends_with(".html")) {
+            // On a slow line it would come last.
+            takeIn(kEarly, early, file.content);
             nameVersions(name.substr(0, name.find('/') + 1), file.content);
             file.version = digest(file.content).substr(0, kVersionDigits);
         }
@@ -91,18 +119,17 @@ Response PageAssets::serve(std::string_view folder, std::string_view name, const
 Response PageAssets::builtIn(std::string_view name, const File& file, const Request& request) {
     const std::string tag = '"' + file.version + '"';
     const bool isNamed = request.target.value("v") == file.version;
-    Response response = page(name, {});
+    Response response = page(name, file.content);
     response.headers.emplace_back("Cache-Control",
                                   isNamed ? "private, max-age=31536000, immutable" : "no-cache");
     response.headers.emplace_back("ETag", tag);
     response.headers.emplace_back("Vary", "Accept-Encoding");
     if (request.ifNoneMatch.find(tag) != std::string::npos) {
         response.status = 304;
+        response.body.clear();
     } else if (request.acceptEncoding.find("gzip") != std::string::npos) {
         response.headers.emplace_back("Content-Encoding", "gzip");
         response.body = file.compressed;
-    } else {
-        response.body = file.content;
     }
     return response;
 }

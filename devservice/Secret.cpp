@@ -44,6 +44,14 @@ std::string digest(std::string_view text) {
     return hexadecimal(sha256(text));
 }
 
+std::string digestBase64(std::string_view text) {
+    const Digest bytes = sha256(text);
+    // Four characters for three bytes, and the zero that the encoder adds.
+    std::array<unsigned char, (sizeof(Digest) + 2) / 3 * 4 + 1> result{};
+    const int length = EVP_EncodeBlock(result.data(), bytes.data(), static_cast<int>(bytes.size()));
+    return {result.begin(), result.begin() + length};
+}
+
 bool isSameSecret(std::string_view a, std::string_view b) {
     // Of the digests, so that the lengths stay untold too.
     return CRYPTO_memcmp(sha256(a).data(), sha256(b).data(), sizeof(Digest)) == 0;

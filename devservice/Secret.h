@@ -12,6 +12,9 @@ std::string randomHex(std::size_t bytes);
 /// The SHA-256 of a text in hexadecimal digits.
 std::string digest(std::string_view text);
 
+/// The same in base64.
+std::string digestBase64(std::string_view text);
+
 /// Whether two texts are the same, in a time that tells nothing about where they differ.
 bool isSameSecret(std::string_view a, std::string_view b);
 

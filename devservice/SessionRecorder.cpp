@@ -139,7 +139,8 @@ void SessionRecorder::recordChat(Session& session, const Contact& contact) {
         const auto document = message.find("document");
         const bool shared = document != message.end();
         session.writer->addEvent("chat", shared ? textMember(*document, "name") : textMember(message, "text"),
-                                 {{"from", message["from"]}, {"document", shared}}, at);
+                                 {{"from", message["from"]}, {"document", shared}, {"agent", message.value("agent", json())}},
+                                 at);
     }
     session.chatSeen = contact.chat.lastSequence();
 }

@@ -147,7 +147,7 @@ function takeWanted() {
 function receiveAgents(message) {
   for (const id of agents.update(message)) {
     const visitor = visitors.get(id);
-    if (visitor) notices.tell({ ...wording.handOver(visitor, contacts.of(visitor)), open: () => select(id) });
+    if (visitor) notices.tell({ ...wording.handOver(visitor, contacts.of(visitor)), onView: id === selected, open: () => select(id) });
   }
   show();
 }
@@ -260,8 +260,7 @@ function receiveFrame(picture) {
 }
 
 function tellVisitor(visitor) {
-  if (visitor.id === selected && document.hasFocus()) return;
-  notices.tell({ ...wording.visitor(visitor, contacts.of(visitor)), open: () => select(visitor.id) });
+  notices.tell({ ...wording.visitor(visitor, contacts.of(visitor)), onView: visitor.id === selected, open: () => select(visitor.id) });
 }
 
 function tellAnswer(visitor, answer) {
@@ -269,8 +268,7 @@ function tellAnswer(visitor, answer) {
 }
 
 function tellMessage(contact) {
-  if (contact.id === chosen && tabs.isShown('chat') && document.hasFocus()) return;
-  notices.tell({ ...wording.message(contact), open: () => selectContact(contact.id) });
+  notices.tell({ ...wording.message(contact), onView: contact.id === chosen && tabs.isShown('chat'), open: () => selectContact(contact.id) });
 }
 
 function show() {

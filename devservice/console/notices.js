@@ -14,9 +14,14 @@ export class Notices {
     this.#show();
   }
 
-  /** `open` shows what it is about; a later notice of the same key takes the place of this one. */
-  tell({ key, title, text = '', open }) {
+  /**
+   * `open` shows what it is about; a later notice of the same key takes the place of this one. What is `onView` already is
+   * told by the system alone.
+   */
+  tell({ key, title, text = '', open, onView = false }) {
     this.withdraw(key);
+    if (this.#isOn && !document.hasFocus()) notify({ key, title, text, open });
+    if (onView) return;
     const item = element('li', 'notice');
     item.dataset.key = key;
     const body = element('button', 'notice-open');
@@ -31,7 +36,6 @@ export class Notices {
     this.#list.prepend(item);
     while (this.#list.childElementCount > MOST) this.#list.lastElementChild.remove();
     setTimeout(() => item.remove(), SHOWN_MS);
-    if (this.#isOn && !document.hasFocus()) notify({ key, title, text, open });
   }
 
   /** The agent has seen to it in another way. */

@@ -447,7 +447,7 @@ test('it fits a phone and takes touches', async () => {
   for (const width of [768, 390]) {
     await phone.setViewportSize({ width, height: 844 });
     const overflow = await phone.evaluate(() => document.documentElement.scrollWidth - window.innerWidth);
-    assert.ok(overflow <= 0, `at ${width} the page is ${overflow} pixels too wide`);
+    assert.ok(overflow <= 0 && await phone.evaluate(() => innerWidth) <= width, `at ${width} the page is ${overflow} pixels too wide`);
   }
   const box = await surface.boundingBox();
   const devtools = await phone.context().newCDPSession(phone);
