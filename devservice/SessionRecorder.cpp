@@ -138,9 +138,9 @@ void SessionRecorder::recordChat(Session& session, const Contact& contact) {
         if (at < session.since) continue;
         const auto document = message.find("document");
         const bool shared = document != message.end();
-        session.writer->addEvent("chat", shared ? textMember(*document, "name") : textMember(message, "text"),
-                                 {{"from", message["from"]}, {"document", shared}, {"agent", message.value("agent", json())}},
-                                 at);
+        session.writer->addEvent(
+            "chat", shared ? textMember(*document, "name") : textMember(message, "text"),
+            {{"from", message["from"]}, {"document", shared}, {"agent", message.value("agent", json())}}, at);
     }
     session.chatSeen = contact.chat.lastSequence();
 }
