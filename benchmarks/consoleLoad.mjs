@@ -14,6 +14,8 @@ const [seconds = 600, visitorCount = 64, consoleCount = 16] = process.argv.slice
 const PICTURE_BYTES = 15_000;
 const PICTURE_PAUSE_MS = 300;
 const PICTURES_A_PAGE = 10;
+const PING = 9;
+const PONG = 10;
 
 /** A JPEG as far as its markers tell, of a phone's screen; what is in it differs. */
 function jpeg() {
@@ -47,6 +49,7 @@ class Watcher {
   lostEntries = 0;
   entries = 0;
   worstAge = 0;
+  isOpen = true;
   #last = 0;
   #seq = 0;
   #buffer = Buffer.alloc(0);
@@ -58,16 +61,16 @@ class Watcher {
     this.socket.write(`GET /console/ws HTTP/1.1\r\nHost: ${url.host}\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n`
       + `Sec-WebSocket-Key: ${randomBytes(16).toString('base64')}\r\nSec-WebSocket-Version: 13\r\n\r\n`);
     this.socket.once('data', (data) => {
-      this.#send(JSON.stringify({ type: 'watch', visitor }));
+      this.#send(1, Buffer.from(JSON.stringify({ type: 'watch', visitor })));
       this.socket.on('data', (more) => this.#receive(more));
       this.#receive(data.subarray(data.indexOf('\r\n\r\n') + 4));
     });
     this.socket.on('error', () => {});
+    this.socket.on('close', () => { this.isOpen = false; });
   }
 
-  #send(text) {
-    const body = Buffer.from(text);
-    this.socket.write(Buffer.concat([Buffer.from([0x81, 0x80 | body.length, 0, 0, 0, 0]), body]));
+  #send(kind, body) {
+    this.socket.write(Buffer.concat([Buffer.from([0x80 | kind, 0x80 | body.length, 0, 0, 0, 0]), body]));
   }
 
   #receive(data) {
@@ -87,11 +90,13 @@ class Watcher {
 
   // A message may come in several frames.
   #frame(first, body) {
+    if ((first & 0xf) === PING) return this.#send(PONG, body);
     if ((first & 0xf) !== 0) this.#kind = first & 0xf;
     this.#parts.push(body);
-    if ((first & 0x80) === 0) return;
+    if ((first & 0x80) === 0) return undefined;
     this.#message(this.#kind, Buffer.concat(this.#parts));
     this.#parts = [];
+    return undefined;
   }
 
   #message(kind, body) {
@@ -139,6 +144,7 @@ const warm = samples.slice(Math.ceil(samples.length / 5));
 console.log(`${visitorCount} visitors, ${consoleCount} consoles, ${seconds} s`);
 console.log(`sent: ${sent} pictures, ${(sent / seconds / visitorCount).toFixed(2)} a second and visitor`);
 console.log(`received: ${sum('pictures')} pictures, ${sum('skipped')} overtaken; ${sum('entries')} entries, ${sum('lostEntries')} lost`);
+console.log(`consoles still there: ${watchers.filter(({ isOpen }) => isOpen).length}`);
 console.log(`oldest picture on arrival: ${Math.max(...watchers.map(({ worstAge }) => worstAge))} ms`);
 console.log(`service: ${share.toFixed(0)} % of a core; memory ${samples[0].toFixed(0)} MiB at first, then ${Math.min(...warm).toFixed(0)} to ${Math.max(...warm).toFixed(0)}, ${samples.at(-1).toFixed(0)} at last`);
 service.kill();

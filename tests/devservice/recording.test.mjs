@@ -7,6 +7,7 @@ import { pathToFileURL } from 'node:url';
 import { before, test } from 'node:test';
 
 import { FakeVisitor, event } from './fakeVisitor.mjs';
+import { ReplayClock } from '../../devservice/console/replayClock.js';
 import { AgentConsole } from '../../automation/agentConsole.mjs';
 import { Service, eventually, temporaryDirectory, wholeFile } from '../../automation/support.mjs';
 
@@ -129,20 +130,17 @@ test('a link opens a moment', async () => {
   await other.close();
 });
 
-test('idle stretches are found and passed over, and eight hours are no different', async () => {
-  const result = await page.evaluate(async () => {
-    const { ReplayClock } = await import('/console/replayClock.js');
-    const clock = new ReplayClock([0, 500, 20_000], [20_500], 28_800_000);
-    clock.playing = true;
-    const positions = [900, 800, 100, 500].map((span) => {
-      clock.advance(span);
-      return [clock.position, clock.picture];
-    });
-    clock.changeSpeed(9);
-    clock.skipsIdle = false;
-    clock.advance(100);
-    return [...positions, clock.position, clock.idle.length, clock.speed];
+test('idle stretches are found and passed over, and eight hours are no different', () => {
+  const clock = new ReplayClock([0, 500, 20_000], [20_500], 28_800_000);
+  clock.playing = true;
+  const positions = [900, 800, 100, 500].map((span) => {
+    clock.advance(span);
+    return [clock.position, clock.picture];
   });
+  clock.changeSpeed(9);
+  clock.skipsIdle = false;
+  clock.advance(100);
+  const result = [...positions, clock.position, clock.idle.length, clock.speed];
   assert.deepEqual(result, [[900, 2], [19_500, 2], [19_600, 2], [20_100, 3], 20_900, 2, 8]);
 });
 
