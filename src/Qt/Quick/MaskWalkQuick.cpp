@@ -174,6 +174,7 @@ bool MaskWalkQuick::isTransparent(const QQuickItem& item) const {
 
 void MaskWalkQuick::cover(const QQuickItem& item, const ItemClassQuick& type, const MaskVerdict& verdict,
                           bool isShown) {
+    __builtin_prefetch(QQuickItemPrivate::get(&item)->paintNode);
     Step& step = placed();
     const bool hasContents = item.flags().testFlag(QQuickItem::ItemHasContents);
     if (!verdict.isNamed && !hasContents) return;

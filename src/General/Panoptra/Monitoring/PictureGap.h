@@ -11,8 +11,8 @@ class PictureGap {
  public:
     using Time = std::chrono::milliseconds;
 
-    /// A picture is wanted, to be told at each tick for as long as there is none. Logs it once if that goes on
-    /// for more than three seconds.
+    /// A picture is wanted, to be told at each tick for as long as there is none. Logs it once if that goes
+    /// on for more than three seconds.
     void wanted(Time now);
 
     /// Whether it is time for another try, to be asked once a tick: each picture that fails lets more ticks
