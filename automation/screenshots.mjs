@@ -147,7 +147,6 @@ try {
   await agent.page.locator('#found').filter({ hasText: '1 recording' }).waitFor();
   await takeConsole(agent, 'recordings');
   await agent.page.locator('.recording-link').click();
-  await agent.page.getByLabel('Your name').fill('Grace');
   await agent.page.getByPlaceholder('Note at this moment').fill('Asked about transfers');
   await agent.page.getByRole('button', { name: 'Add note' }).click();
   await agent.page.locator('.replay-entry').filter({ hasText: 'Tap at' }).last().getByRole('button').click();

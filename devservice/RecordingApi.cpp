@@ -111,7 +111,8 @@ Response RecordingApi::addNote(std::int64_t recording, const Request& request) {
         return Response::error(400, "a note has between 1 and 2000 bytes of text");
     const json at = body.value("at", json());
     const auto moment = at.is_number_unsigned() ? std::optional(at.get<std::int64_t>()) : std::nullopt;
-    const std::string author = boundedText(textMember(body, "author"), kMaxAuthorBytes);
+    std::string author = boundedText(textMember(body, "author"), kMaxAuthorBytes);
+    if (author.empty()) author = agents_.identityOf(request).name;
     if (!catalog_.addNote(recording, author, boundedText(text, text.size()), moment, currentMoment()))
         return Response::error(409, "the recording has as many notes as it may");
     return Response::json(catalog_.find(recording), 201);

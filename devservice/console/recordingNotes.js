@@ -1,7 +1,8 @@
 import { byId, element } from './dom.js';
 import { span } from './format.js';
 
-const NAME_KEY = 'agentName';
+// Where the live console keeps the agent's name.
+const NAME = 'merovanta.name';
 
 /** The notes and tags of a recording: written, shown and taken away. */
 export class RecordingNotes {
@@ -25,7 +26,6 @@ export class RecordingNotes {
     player.setNotes(this.list);
     this.#showLabels();
     const note = byId('note-form');
-    note.elements.author.value = localStorage.getItem(NAME_KEY) ?? '';
     note.addEventListener('submit', (event) => this.#write(event));
     byId('note-text').addEventListener('keydown', (event) => {
       if (event.key === 'Enter' && (event.ctrlKey || event.metaKey)) note.requestSubmit();
@@ -43,10 +43,9 @@ export class RecordingNotes {
 
   #write(event) {
     event.preventDefault();
-    const { text, author } = event.target.elements;
+    const { text } = event.target.elements;
     if (!text.value.trim()) return;
-    const note = { text: text.value, author: author.value.trim(), at: Math.round(this.#player.position) };
-    localStorage.setItem(NAME_KEY, note.author);
+    const note = { text: text.value, author: localStorage.getItem(NAME) ?? '', at: Math.round(this.#player.position) };
     this.#keep(async () => {
       this.#receive(await this.#ask('/notes', 'POST', note));
       text.value = '';
