@@ -52,6 +52,7 @@ async function secondsToPicture(page, url) {
 try {
   const service = await Service.start(run, ...MASKS);
   const app = App.start(run, service.host, ['--control'], 'double');
+  await app.line(/View changed to: LoginPage$|Start monitor$/);
   await app.tap('demoButton');
   await app.line(/View changed to: AccountsPage$/);
   const browser = await openBrowser(run);

@@ -27,7 +27,7 @@ export class ContactCard {
       this.#line('email', who.email !== personName(contact) && who.email),
       this.#tags(who.tags ?? []),
       this.#line('assigned', who.assignedUser && `Assigned to ${who.assignedUser}`),
-      this.#line('id', `${personName(contact) ? '' : 'Not identified · '}Id ${contact.visitorId}`),
+      this.#line('id', `${contact.identity ? '' : 'Not identified · '}Id ${contact.visitorId}`),
       this.#line('presence', presenceText(contact, presence)),
       ...before.slice(-1).map((earlier) => this.#earlier(earlier)),
     );

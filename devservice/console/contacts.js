@@ -2,10 +2,14 @@ import { setText } from './dom.js';
 
 const isSame = (a, b) => a.tenantId === b.tenantId && a.visitorId === b.visitorId;
 
+// Ids that a machine made are not for reading.
+const isMachineMade = (id) => /^[0-9a-f-]{16,}$/i.test(id);
+
 /** What an identified person is called; empty when nobody knows. */
 export function personName(contact) {
   const who = contact?.identity;
-  return who ? [who.firstname, who.lastname].filter(Boolean).join(' ') || who.email || who.id || '' : '';
+  if (!who) return '';
+  return [who.firstname, who.lastname].filter(Boolean).join(' ') || who.email || (who.id && !isMachineMade(who.id) ? who.id : '');
 }
 
 /** What somebody is called, known or not; `visitor` is a session, a presence or a contact. */
@@ -13,8 +17,7 @@ export function visitorName(visitor, contact) {
   return personName(contact) || personName({ identity: visitor.userTag }) || anonymousName(visitor.visitorId);
 }
 
-// Ids that a machine made are not for reading.
-const anonymousName = (id) => (/^[0-9a-f-]{16,}$/i.test(id) ? `Visitor ${id.replaceAll('-', '').slice(0, 4).toUpperCase()}` : id || 'Visitor');
+const anonymousName = (id) => (isMachineMade(id) ? `Visitor ${id.replaceAll('-', '').slice(0, 4).toUpperCase()}` : id || 'Visitor');
 
 /** Shows how many messages the agent has not read. */
 export function showUnread(row, badge, contact) {

@@ -10,7 +10,7 @@ function userTag(detail) {
 
 /** Why a session is over. */
 export const ENDINGS = {
-  visitor: 'by the visitor', agent: 'by an agent', background: 'stream closed, for the background', silent: 'no word from the app for a minute', unopened: 'never began to stream',
+  visitor: 'by the visitor', agent: 'by an agent', background: 'the app closed the stream', silent: 'no word from the app for a minute', unopened: 'never began to stream',
   away: 'in the background for long', continued: 'goes on as a newer one', service: 'the service was ended',
 };
 
