@@ -48,7 +48,7 @@ async function opens(step) {
 
 test('both sides write', async () => {
   await opens(() => app.tap('openChat'));
-  await agent.openChat(/^[0-9a-f]{32}/);
+  await agent.openChat(/^Visitor [0-9A-F]{4}/);
   await eventually('the chat being open', () => agent.chatIsOpen());
   await eventually('the page being drawn', async () =>
     await shareOf(agent.page, await app.picture(), TOP, HEAD) > 0.9);
