@@ -237,6 +237,7 @@ TEST(Recording, AFailingDiskIsSaidOnceAndTriedAgain) {
     EXPECT_EQ(recording["state"], "failed");
     EXPECT_NE(recording["problem"].get<std::string>().find("2.jpegs"), std::string::npos);
     EXPECT_EQ(visitor.lastFrame()->number, 2U) << "live work goes on";
+    EXPECT_TRUE(process.catalog.find(2).is_null()) << "nothing is kept by halves";
     fs::remove(process.store.pictures(2));
     process.show(visitor);
     process.show(first);
