@@ -96,8 +96,8 @@ class MeasuredPlatform : public Platform {
     AlertFactory& alerts() override { return mInner.alerts(); }
     WidgetViewFactory& widgets() override { return mInner.widgets(); }
     CoverViewFactory& coverViews() override { return mInner.coverViews(); }
-    WebViewFactory& webViews() override { return mInner.webViews(); }
-    DocumentPreviewFactory& documentPreviews() override { return mInner.documentPreviews(); }
+    WebViewFactory* webViews() override { return mInner.webViews(); }
+    DocumentPreviewFactory* documentPreviews() override { return mInner.documentPreviews(); }
     MainQueue& mainQueue() override { return mMainQueue; }
     WorkQueue& workQueue() override { return mInner.workQueue(); }
     ManualTimers& timers() override { return mTimers; }

@@ -7,7 +7,6 @@
 
 namespace merovanta::devservice {
 namespace {
-constexpr std::size_t kMaxIdentifierBytes = 128;
 constexpr std::chrono::seconds kTypingTime{6};
 // Nobody is told more often that somebody types.
 constexpr std::chrono::seconds kTypingPause{2};

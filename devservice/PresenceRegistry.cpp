@@ -8,7 +8,6 @@
 namespace merovanta::devservice {
 namespace {
 
-constexpr std::size_t kMaxIdentifierBytes = 128;
 constexpr const char* kInvitationChannel = "SCB";
 
 std::string bounded(const std::string& identifier) {

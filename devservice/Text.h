@@ -7,6 +7,9 @@
 
 namespace merovanta::devservice {
 
+/// The longest identifier of a tenant, a visitor or a session that is kept whole.
+inline constexpr std::size_t kMaxIdentifierBytes = 128;
+
 /// A copy of at most `maxBytes` bytes that is valid UTF-8: broken sequences become U+FFFD, a longer text is
 /// cut between two characters and ends in an ellipsis.
 std::string boundedText(std::string_view text, std::size_t maxBytes);

@@ -15,7 +15,6 @@ using com::merovanta::panoptra::ProtoMessageList;
 using com::merovanta::panoptra::UserTag;
 using nlohmann::json;
 
-constexpr std::size_t kMaxIdentifierBytes = 128;
 constexpr std::size_t kMaxPageBytes = 512;
 constexpr std::size_t kMaxPictureBytes = 2U << 20U;
 constexpr int kMaxLabels = 20;

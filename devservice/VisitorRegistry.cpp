@@ -9,8 +9,6 @@
 namespace merovanta::devservice {
 namespace {
 
-constexpr std::size_t kMaxIdentifierBytes = 128;
-
 std::pair<std::string, std::string> key(const std::string& tenantId, const std::string& sessionId) {
     return {boundedText(tenantId, kMaxIdentifierBytes), boundedText(sessionId, kMaxIdentifierBytes)};
 }

@@ -1,6 +1,6 @@
 #include <Merovanta/CustomConfiguration.h>
 #include <Merovanta/Merovanta.h>
-#include <Merovanta/Quick.h>
+#include <Merovanta/QuickChat.h>
 
 #include <QFont>
 #include <QGuiApplication>
@@ -73,7 +73,7 @@ void startTour(Tour& tour) {
 
 int main(int argc, char** argv) {
     renderOffscreenWithoutDisplay();
-    merovanta::quick::initialize();
+    merovanta::quick::initializeChat();
     QGuiApplication app(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("merovanta-bank"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Alderbrook Bank"));

@@ -10,9 +10,9 @@ namespace merovanta {
 struct ActiveUser {
     /// The host application's own identifier of the visitor; becomes the visitor id at the service.
     std::optional<std::string> id;
-    std::optional<std::string> firstname;
-    std::optional<std::string> lastname;
-    std::optional<std::string> email;
+    std::optional<std::string> firstname;  ///< As the agent is to read it.
+    std::optional<std::string> lastname;   ///< As the agent is to read it.
+    std::optional<std::string> email;      ///< Not checked.
     /// Free labels.
     std::optional<std::vector<std::string>> tags;
     /// The agent assigned to this visitor.

@@ -13,6 +13,7 @@ class MEROVANTA_EXPORT CustomConfiguration {
  public:
     CustomConfiguration() = delete;
 
+    /// With the hosts of the packaged defaults.
     CustomConfiguration(std::string tenantId, std::string token);
 
     /// The service's host, with a port where needed ("service.example:8443"); no scheme, no path: whether
@@ -23,9 +24,13 @@ class MEROVANTA_EXPORT CustomConfiguration {
     /// The host that serves the chat page, in the same form.
     void setCdnUrl(std::string cdnUrl);
 
+    /// As given to the constructor.
     [[nodiscard]] const std::string& tenantId() const { return mTenantId; }
+    /// As given to the constructor.
     [[nodiscard]] const std::string& token() const { return mToken; }
+    /// Absent until set.
     [[nodiscard]] const std::optional<std::string>& serverUrl() const { return mServerUrl; }
+    /// Absent until set.
     [[nodiscard]] const std::optional<std::string>& cdnUrl() const { return mCdnUrl; }
 
  private:

@@ -31,14 +31,20 @@ class MEROVANTA_EXPORT Merovanta {
     /// an error and takes effect once there is one. Thread: main.
     static void initConfig(const CustomConfiguration& config);
 
-    /// The facades: each is made on first use and is the same object until the process ends. Any thread may
-    /// ask for them.
+    /// The hosts. This facade and those below are each made on first use and are the same object until the
+    /// process ends. Any thread may ask for them.
     [[nodiscard]] static MerovantaConfiguration& configuration();
+    /// Where the log goes.
     [[nodiscard]] static MerovantaLog& log();
+    /// Screen sharing.
     [[nodiscard]] static MerovantaPanoptra& panoptra();
+    /// Screen sharing with a widget that shows the share code.
     [[nodiscard]] static MerovantaCoBrowsing& coBrowsing();
+    /// The chat.
     [[nodiscard]] static MerovantaWebChat& webChat();
+    /// Who the visitor is.
     [[nodiscard]] static MerovantaUser& user();
+    /// What no agent sees.
     [[nodiscard]] static MerovantaPrivacy& privacy();
 };
 

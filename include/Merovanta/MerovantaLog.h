@@ -17,13 +17,13 @@ enum class LogLevel {
 
 /// One line of the library's log. The texts are valid during the call only.
 struct LogLine {
-    LogLevel level;
+    LogLevel level;  ///< How much it matters.
     /// The part of the library that speaks, for example "Panoptra".
     std::string_view source;
     /// UTF-8, without line feeds and other control characters but tabs. Holds ids, host names and addresses,
     /// the names of pages and the places of taps.
     std::string_view text;
-    std::chrono::system_clock::time_point time;
+    std::chrono::system_clock::time_point time;  ///< When it was said.
 };
 
 /// Where the log goes. Without a sink it goes to standard output, one line each: the level ("[DEBUG] ",

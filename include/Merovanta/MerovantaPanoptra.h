@@ -34,6 +34,7 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// As above; the outcome is told once: nothing when the session runs, else why there is none, also if the
     /// service leaves this visitor alone or a stop() comes first.
     void start(Outcome outcome);
+    /// Both of the above.
     void start(const std::string& tenantId, const std::string& token, Outcome outcome);
 
     /// Whether the sessions that start from now on are to use a WebSocket for their stream in place of HTTP
@@ -52,8 +53,8 @@ class MEROVANTA_EXPORT MerovantaPanoptra {
     /// nothing is sent any more, and the next session does not get it either.
     void tag(const std::string& tag);
 
-    /// As tag(); the outcome is an error if no session runs to take the tag, else nothing once the tag is on
-    /// its way.
+    /// As tag(); the outcome is an error if no session runs to take the tag or its application is in the
+    /// background, else nothing once the tag is on its way.
     void tag(const std::string& tag, Outcome outcome);
 
     /// Stores the host's closures, replacing earlier ones. startCallback runs whenever a session has been

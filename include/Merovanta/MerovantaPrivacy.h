@@ -24,16 +24,22 @@ class MEROVANTA_EXPORT MerovantaPrivacy {
     /// with only its origin divided by the screen's scale. It often lies beside the view. True unless the
     /// host says otherwise; a session takes over what holds when it starts.
     void setFixedRectangles(bool painted);
+    /// As set.
     [[nodiscard]] bool fixedRectangles() const;
 
-    /// Whether all views of a kind are covered: text inputs; texts, those in inputs among them; pictures. Web
-    /// pages count as all three. A view that the host has marked as not private is an exception, with all
-    /// that is in it. False unless the host says otherwise; holds from the next picture on.
+    /// Whether all text inputs are covered. Web pages count as text inputs, texts and pictures. A view that
+    /// the host has marked as not private is an exception, with all that is in it. False unless the host says
+    /// otherwise; holds from the next picture on.
     void setMaskTextInputs(bool masked);
+    /// As set.
     [[nodiscard]] bool maskTextInputs() const;
+    /// The same for all texts, those in inputs among them.
     void setMaskTexts(bool masked);
+    /// As set.
     [[nodiscard]] bool maskTexts() const;
+    /// The same for all pictures.
     void setMaskPictures(bool masked);
+    /// As set.
     [[nodiscard]] bool maskPictures() const;
 
     /// For developers: whether the application's windows show outlines around what would be covered in a
@@ -42,6 +48,7 @@ class MEROVANTA_EXPORT MerovantaPrivacy {
     /// platform this does nothing. False unless the host says otherwise; in Qt Quick also true from the start
     /// with MEROVANTA_PRIVACY_PREVIEW=1 in the environment.
     void setPreview(bool shown);
+    /// As set.
     [[nodiscard]] bool preview() const;
 
  private:

@@ -8,10 +8,10 @@ class QObject;
 
 namespace merovanta::quick {
 
-/// Makes Qt Quick the library's platform, prepares the web engine that shows the chat, and registers the QML
-/// module "Merovanta". Call it once in main(), before the application object is made: the engine needs OpenGL
-/// contexts to be shared, which it sets up here. Calling it again does nothing. It does not
-/// fail, and what it sets up lives until the process ends. Thread: main.
+/// Makes Qt Quick the library's platform and registers the QML module "Merovanta". Call it once in main(),
+/// before the application object is made; calling it again does nothing. The chat cannot be opened then: an
+/// application with the chat calls initializeChat() (Merovanta/QuickChat.h) instead. It does not fail, and
+/// what it sets up lives until the process ends. Thread: main.
 MEROVANTA_EXPORT void initialize();
 
 // The marks that QML sets as attached properties, for objects made in C++. The object is an item, a popup

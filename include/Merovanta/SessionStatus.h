@@ -45,6 +45,7 @@ enum class SessionStarter {
 
 /// What is known of the session: a plain value.
 struct SessionStatus {
+    /// Idle until a session is started for the first time.
     SessionState state = SessionState::idle;
     /// Why the session has ended; absent before.
     std::optional<SessionEnd> endReason;
@@ -65,6 +66,7 @@ struct SessionStatus {
         return state != SessionState::idle && state != SessionState::ended;
     }
 
+    /// Whether nothing has changed.
     bool operator==(const SessionStatus&) const = default;
 };
 

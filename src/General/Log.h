@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <source_location>
 #include <string_view>
 
@@ -7,10 +9,10 @@ namespace merovanta {
 
 /// The log: one line for each call, always, on standard output or wherever the host has it go. The line names
 /// the calling source file, or whatever else it is to be known by. Any thread.
-class Log {
+class MEROVANTA_INTERNAL Log {
  public:
     /// What a line comes from.
-    class Source {
+    class MEROVANTA_INTERNAL Source {
      public:
         // NOLINTNEXTLINE(google-explicit-constructor): the place of the call stands for itself.
         Source(const std::source_location& location);

@@ -47,8 +47,8 @@ class PlatformInMemory : public Platform {
     AlertsInMemory& alerts() override { return mAlerts; }
     WidgetsInMemory& widgets() override { return mWidgets; }
     CoverViewsInMemory& coverViews() override { return mCoverViews; }
-    WebViewsInMemory& webViews() override { return mWebViews; }
-    DocumentPreviewsInMemory& documentPreviews() override { return mDocumentPreviews; }
+    WebViewsInMemory* webViews() override { return hasChat ? &mWebViews : nullptr; }
+    DocumentPreviewsInMemory* documentPreviews() override { return hasChat ? &mDocumentPreviews : nullptr; }
     MainQueueInMemory& mainQueue() override { return mMainQueue; }
     WorkQueueInMemory& workQueue() override { return mWorkQueue; }
     TimerFactoryInMemory& timers() override { return mTimers; }
@@ -62,6 +62,8 @@ class PlatformInMemory : public Platform {
 
     const std::shared_ptr<VirtualTime> time = std::make_shared<VirtualTime>();
     ApplicationInMemory app;
+    /// Whether the application was built with the chat.
+    bool hasChat = true;
 
  private:
     ScreenCaptureInMemory mCapture;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <memory>
 
 #include "Platform/Alert.h"
@@ -39,8 +41,10 @@ class Platform {
     virtual AlertFactory& alerts() = 0;
     virtual WidgetViewFactory& widgets() = 0;
     virtual CoverViewFactory& coverViews() = 0;
-    virtual WebViewFactory& webViews() = 0;
-    virtual DocumentPreviewFactory& documentPreviews() = 0;
+    /// Null if the application was built without the chat.
+    virtual WebViewFactory* webViews() = 0;
+    /// Null exactly if webViews() is.
+    virtual DocumentPreviewFactory* documentPreviews() = 0;
     virtual MainQueue& mainQueue() = 0;
     virtual WorkQueue& workQueue() = 0;
     virtual TimerFactory& timers() = 0;
@@ -63,7 +67,7 @@ void install(std::shared_ptr<Platform> platform);
 [[nodiscard]] bool isInstalled();
 
 /// The installed platform. Calling it without one ends the process with a message.
-[[nodiscard]] Platform& current();
+[[nodiscard]] MEROVANTA_INTERNAL Platform& current();
 
 }  // namespace platform
 }  // namespace merovanta

@@ -1,4 +1,4 @@
-#include <Merovanta/Quick.h>
+#include <Merovanta/QuickChat.h>
 
 #include <QtCore/QFile>
 #include <QtCore/QSettings>
@@ -195,7 +195,7 @@ int main(int argc, char** argv) {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QCoreApplication::setOrganizationName("Test Vendor");
     QCoreApplication::setApplicationName("conformance");
-    merovanta::quick::initialize();
+    merovanta::quick::initializeChat();
     testing::InitGoogleTest(&argc, argv);
     const QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);

@@ -51,8 +51,10 @@ TEST_F(BackgroundTest, ALongAbsenceClosesTheStreamAndTheReturnOpensANewOne) {
     EXPECT_TRUE(Injection::resolve<Panoptra>()->isRunning());
     advance(200ms);
     const auto posts = count("POST", "api/ix/m");
-    Merovanta::panoptra().tag("said to nobody");
+    std::optional<std::string> refusal;
+    Merovanta::panoptra().tag("said to nobody", [&](const auto& error) { refusal = error; });
     advance(1h);
+    EXPECT_EQ(refusal, "The application is in the background");
     EXPECT_EQ(count("POST", "api/ix/m"), posts);
 
     service.initReply["fsTy"] = "m";

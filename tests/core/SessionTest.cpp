@@ -178,7 +178,10 @@ TEST_F(SessionTest, TagsTheVisitAndNamesTheVisitor) {
     for (const auto& message : service.messages())
         if (message.usertag_size() == 1) userTag = message.usertag(0);
     EXPECT_THAT(service.tags(), ElementsAre("checkout"));
-    EXPECT_EQ(userTag.ShortDebugString(), R"(id: "4711" label: "gold" label: "new" assignedUser: "")");
+    EXPECT_EQ(userTag.SerializeAsString(), std::string("\x0A\x04"
+                                                       "4711"
+                                                       "\x2A\x04gold\x2A\x03new\x32\x00",
+                                                       19));
     EXPECT_EQ(config().visitConfig->visitorId, "4711");
 }
 

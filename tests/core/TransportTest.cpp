@@ -323,7 +323,7 @@ TEST(WireMessagesTest, EveryFieldHasItsNumberAndPresenceDecidesWhatIsWritten) {
         "7",
         50);
     EXPECT_EQ(list.SerializeAsString(), bytes);
-    EXPECT_EQ(Com_Merovanta_Panoptra_UserTag::descriptor()->full_name(), "com.merovanta.panoptra.UserTag");
+    EXPECT_EQ(Com_Merovanta_Panoptra_UserTag().GetTypeName(), "com.merovanta.panoptra.UserTag");
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ class WebChatTest : public LibraryTest {
         return !screen->subviews.empty() && screen->subviews.back()->classNames.front() == "ChatView";
     }
 
-    [[nodiscard]] inmemory::WebViewsInMemory::Shown& page() const { return *platform->webViews().shown(); }
+    [[nodiscard]] inmemory::WebViewsInMemory::Shown& page() const { return *platform->webViews()->shown(); }
 
     /// Hands a document over as a script of this sender does; the names of the files there are afterwards.
     std::vector<std::string> openDocument(
@@ -66,7 +66,7 @@ TEST_F(WebChatTest, OpensThePageOnceUnderTheVisitorsId) {
     open();
     EXPECT_EQ(fetches(), 2);
     EXPECT_TRUE(log.contains("[DEBUG] HttpUtil: GET https://service.example/api/in/wc/c/support"));
-    EXPECT_EQ(platform->webViews().made, 1);
+    EXPECT_EQ(platform->webViews()->made, 1);
     EXPECT_EQ(screen->subviews.back()->classNames.front(), "ChatView");
     EXPECT_THAT(page().handlers, ElementsAre("openDocument", "jsError"));
     const auto seconds = std::to_string(platform->clock().sinceEpoch() / 1s - 2);
@@ -137,7 +137,7 @@ TEST_F(WebChatTest, TheHostIsToldWhoeverOpensAndClosesIt) {
     screen.reset();
     advance(1s);
     EXPECT_FALSE(Merovanta::webChat().isOpen());
-    EXPECT_EQ(platform->webViews().shown(), nullptr);
+    EXPECT_EQ(platform->webViews()->shown(), nullptr);
     EXPECT_EQ(told, "open once closed open closed open closed ") << "gone with its screen";
 }
 
@@ -173,7 +173,7 @@ TEST_F(WebChatTest, ATapInTheTopFifthClosesIt) {
     EXPECT_TRUE(isOpen());
     platform->tapRecognizers().tap({195, 0.19 * 844});
     EXPECT_FALSE(isOpen());
-    EXPECT_EQ(platform->webViews().shown(), nullptr);
+    EXPECT_EQ(platform->webViews()->shown(), nullptr);
     EXPECT_EQ(platform->tapRecognizers().attached(), 0);
     open();
     EXPECT_TRUE(isOpen());
@@ -181,7 +181,7 @@ TEST_F(WebChatTest, ATapInTheTopFifthClosesIt) {
     platform->coverViews().dismiss();
     EXPECT_FALSE(isOpen());
     advance(1s);
-    EXPECT_THAT(platform->documentPreviews().presented(), IsEmpty());
+    EXPECT_THAT(platform->documentPreviews()->presented(), IsEmpty());
 }
 
 TEST_F(WebChatTest, ALinkIsDownloadedBesideThePageAndCannotBreakOutOfItsText) {
@@ -195,7 +195,7 @@ TEST_F(WebChatTest, ALinkIsDownloadedBesideThePageAndCannotBreakOutOfItsText) {
     EXPECT_THAT(page().evaluated[0],
                 ::testing::StartsWith("    (async function download() {\n        const url = "
                                       "'https://service.example/d/it%27s%5C%20\"`${x}`\";%0A%C3%BC';\n"));
-    platform->webViews().evaluationError = StringError("no page");
+    platform->webViews()->evaluationError = StringError("no page");
     decide("https://service.example/d/too-soon");
     advance(1s);
     decide("https://service.example/d/" + std::string(10'000, 'x'));
@@ -225,7 +225,7 @@ TEST_F(WebChatTest, ADocumentIsWrittenForItsOwnerAloneInsideItsDirectory) {
     open();
     EXPECT_THAT(openDocument("../../a%20b%2F../%C3%BC.pdf;data:a/b;base64,JVBERg=="), ElementsAre("ü.pdf"));
     const std::string path = directory + "/ü.pdf";
-    EXPECT_THAT(platform->documentPreviews().presented(), ElementsAre(path));
+    EXPECT_THAT(platform->documentPreviews()->presented(), ElementsAre(path));
     struct stat status {};
     ASSERT_EQ(stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600U);
@@ -254,7 +254,7 @@ TEST_F(WebChatTest, ADocumentIsWrittenForItsOwnerAloneInsideItsDirectory) {
     EXPECT_THAT(openDocument("ten;data:," + std::string(10 << 20, 'A')), SizeIs(4));
     EXPECT_EQ(std::filesystem::file_size(directory + "/ten"), (10 << 20) / 4 * 3);
     EXPECT_THAT(openDocument("large;data:," + std::string(48 << 20, 'A')), SizeIs(4));
-    EXPECT_THAT(platform->documentPreviews().presented(), SizeIs(4));
+    EXPECT_THAT(platform->documentPreviews()->presented(), SizeIs(4));
     platform->fileManager().isBroken = true;
     EXPECT_THAT(openDocument("b;data:,QQ=="), SizeIs(4));
 }
@@ -277,7 +277,7 @@ TEST_F(WebChatTest, WhatAPageSaysIsFollowedOnlyAsFarAsItMaySay) {
         receive({"openDocument", "again;data:,QQ=="});
         advance(1s);
     }
-    EXPECT_THAT(platform->documentPreviews().presented(), SizeIs(4 + 5));
+    EXPECT_THAT(platform->documentPreviews()->presented(), SizeIs(4 + 5));
     EXPECT_DEATH(openDocument("x;data:no comma"), "A document came without a data URL");
 }
 
@@ -285,13 +285,13 @@ TEST_F(WebChatTest, ATagReloadsAnOpenChatForTheNewVisitor) {
     open();
     platform->time->post([] { Merovanta::user().tag({.id = "new"}); }, /*onMain=*/false);
     advance(1s);
-    EXPECT_EQ(platform->webViews().made, 2);
+    EXPECT_EQ(platform->webViews()->made, 2);
     EXPECT_THAT(page().loaded, ElementsAre(HasSubstr("&vId=new&")));
     EXPECT_THAT(screen->subviews.back()->subviews, SizeIs(1));
     platform->tapRecognizers().tap({195, 10});
     Merovanta::user().tag({.id = "newer"});
     advance(1s);
-    EXPECT_EQ(platform->webViews().made, 2);
+    EXPECT_EQ(platform->webViews()->made, 2);
 }
 
 TEST_F(WebChatTest, WhatArrivesForAFormerVisitorIsNotShownToTheNext) {
@@ -302,31 +302,31 @@ TEST_F(WebChatTest, WhatArrivesForAFormerVisitorIsNotShownToTheNext) {
     const auto arrives = [&](const std::string& name) {
         late({"openDocument", name + ";data:,QQ==", ScriptMessage::Sender::evaluatedScript});
     };
-    const auto presented = [&] { return platform->documentPreviews().presented().size(); };
+    const auto presented = [&] { return platform->documentPreviews()->presented().size(); };
     arrives("writing.pdf");
     service.override = [](const HttpRequest&) { return HttpSessionInMemory::failure("no service"); };
     Merovanta::user().tag({.id = "next"});
     arrives("after.pdf");
     advance(40s);
     EXPECT_EQ(presented(), 1) << "the service may not know yet who it is";
-    EXPECT_EQ(platform->documentPreviews().open(), 1) << "the visitor reads on";
+    EXPECT_EQ(platform->documentPreviews()->open(), 1) << "the visitor reads on";
     EXPECT_TRUE(log.contains("\"Could not write document: it is an earlier visitor's\""));
 
     service.override = nullptr;
     Merovanta::user().tag({.id = "next"});
     advance(1s);
-    EXPECT_EQ(platform->webViews().made, 2);
+    EXPECT_EQ(platform->webViews()->made, 2);
     openDocument("own.pdf;data:,QQ==");
     Merovanta::user().tag({.id = "next", .email = "n@x.example"});
     advance(1s);
     openDocument("own too.pdf;data:,QQ==");
     EXPECT_EQ(presented(), 3);
-    EXPECT_EQ(platform->documentPreviews().open(), 1);
+    EXPECT_EQ(platform->documentPreviews()->open(), 1);
     Merovanta::user().clear();
     openDocument("gone.pdf;data:,QQ==");
     EXPECT_EQ(presented(), 3);
     platform->tapRecognizers().tap({195, 10});
-    EXPECT_EQ(platform->documentPreviews().open(), 0);
+    EXPECT_EQ(platform->documentPreviews()->open(), 0);
 }
 
 TEST_F(WebChatTest, SaysToTheVisitorWhyADocumentIsNotShown) {
@@ -428,10 +428,16 @@ TEST_F(WebChatTest, ThePushTokenGoesWithTheIdentityOfASession) {
 }
 
 TEST_F(WebChatTest, WhatCannotBeShownOrClosedLeavesNothingOverTheScreen) {
-    platform->webViews().isBroken = true;
+    platform->hasChat = false;
+    open();
+    EXPECT_EQ(fetches(), 0);
+    EXPECT_FALSE(config().activeUserTag) << "nobody is identified for a chat that there is not";
+    expectError("[ERROR] WebChat: This application is built without the chat");
+    platform->hasChat = true;
+    platform->webViews()->isBroken = true;
     open();
     EXPECT_FALSE(isOpen());
-    platform->webViews().isBroken = false;
+    platform->webViews()->isBroken = false;
     platform->tapRecognizers().isBroken = true;
     open();
     EXPECT_FALSE(isOpen());

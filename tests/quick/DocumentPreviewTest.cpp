@@ -12,8 +12,8 @@
 #include <QtGui/QPdfWriter>
 
 #include "Qt/Foundation/FileManagerQt.h"
-#include "Qt/Quick/DocumentPreviewFactoryQuick.h"
 #include "Qt/Quick/TapPlayerQuick.h"
+#include "Qt/QuickChat/DocumentPreviewFactoryQuick.h"
 #include "Scene.h"
 
 using merovanta::quick::DocumentPreviewFactoryQuick;

@@ -10,7 +10,7 @@
 #include "General/Panoptra/Util/ViewUtils.h"
 #include "Qt/Quick/CoverViewFactoryQuick.h"
 #include "Qt/Quick/ViewQuick.h"
-#include "Qt/Quick/WebViewFactoryQuick.h"
+#include "Qt/QuickChat/WebViewFactoryQuick.h"
 
 using namespace merovanta;
 using namespace merovanta::test;

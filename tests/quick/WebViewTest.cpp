@@ -13,7 +13,7 @@
 #include "General/WebChat/DownloadScript.h"
 #include "Qt/Quick/TapPlayerQuick.h"
 #include "Qt/Quick/ViewQuick.h"
-#include "Qt/Quick/WebViewFactoryQuick.h"
+#include "Qt/QuickChat/WebViewFactoryQuick.h"
 #include "Scene.h"
 #include "qt/PageServer.h"
 #include "support/LogCapture.h"

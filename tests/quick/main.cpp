@@ -1,4 +1,4 @@
-#include <Merovanta/Quick.h>
+#include <Merovanta/QuickChat.h>
 #include <gtest/gtest.h>
 
 #include <QtCore/QSettings>
@@ -85,10 +85,10 @@ int endInTheMiddle(int argc, char** argv) {
         socket->connect();
         if (!merovanta::test::eventually([&] { return isOpen; })) return 1;
         cover = current().coverViews().create(*view, "ChatView", {});
-        webView = current().webViews().create(*cover->view(), {"openDocument"}, {});
+        webView = current().webViews()->create(*cover->view(), {"openDocument"}, {});
         webView->load(server.url());
         QTest::qWait(50);
-        preview = current().documentPreviews().create();
+        preview = current().documentPreviews()->create();
         preview->present(*scene.controller(), MEROVANTA_TEST_CERTIFICATE);
         webView->evaluateJavaScript("1", [](const auto&) {});
         useEverything();
@@ -121,7 +121,7 @@ int main(int argc, char** argv) {
     QCoreApplication::setOrganizationName("Test Vendor");
     QCoreApplication::setApplicationName("quick_test");
     if (argc > 1 && std::strcmp(argv[1], "--show-a-window") == 0) return showAWindow(argc, argv);
-    merovanta::quick::initialize();
+    merovanta::quick::initializeChat();
     if (argc > 1 && std::strcmp(argv[1], "--end-in-the-middle") == 0) return endInTheMiddle(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     askEarly();

@@ -96,6 +96,8 @@ void MerovantaPanoptra::tag(const std::string& tag, Outcome outcome) {
         if (!outcome) return;
         const auto controller = weak.lock();
         if (!error && !(controller && controller->isRunning())) return outcome("No session is running");
+        if (!error && controller->observers()->status().state == SessionState::suspended)
+            return outcome("The application is in the background");
         outcome(error ? std::optional(error->errorDescription()) : std::nullopt);
     };
     if (const auto& sender = panoptra->messageSender()) {

@@ -63,7 +63,7 @@ void ChatView::show() {
     assertMainThread();
     webView.reset();
     if (!controller)
-        controller = std::make_shared<ChatViewController>(platform::current().documentPreviews().create());
+        controller = std::make_shared<ChatViewController>(platform::current().documentPreviews()->create());
     if (!mCover) {
         mCover = platform::current().coverViews().create(*parent, className, [weak = weak_from_this()] {
             if (const auto self = weak.lock()) self->removeFromSuperview();
@@ -129,7 +129,7 @@ std::unique_ptr<WebView> ChatView::makeWebView() {
         Log::warning("Cannot load chat: " + error.errorDescription());
         if (const auto self = weak.lock()) self->showErrorAlert();
     };
-    return platform::current().webViews().create(
+    return platform::current().webViews()->create(
         *superview, {ChatViewController::openDocument, ChatViewController::jsError}, std::move(delegate));
 }
 

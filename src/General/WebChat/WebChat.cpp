@@ -9,10 +9,13 @@
 #include "General/Panoptra/Util/IdUtils.h"
 #include "General/Panoptra/Util/Url.h"
 #include "General/Panoptra/Util/ViewUtils.h"
+#include "Platform/Platform.h"
 
 namespace merovanta {
 
 namespace {
+
+constexpr const char* noChat = "This application is built without the chat";
 
 Result<WebChatConfigurationDTO> decode(const HttpReply& reply) {
     if (const auto error = failureOf(reply)) return *error;
@@ -60,6 +63,10 @@ void WebChat::open(const std::string& id, Outcome outcome) {
 }
 
 void WebChat::openNow(const std::string& id, const std::shared_ptr<Opening>& opening) {
+    if (platform::current().webViews() == nullptr) {
+        Log::error(noChat);
+        return opening->end(noChat);
+    }
     communication->registerStatus();
     opening->closings = mClosings;
     opening->parent = ViewUtils::rootView();

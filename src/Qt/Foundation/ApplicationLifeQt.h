@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <atomic>
 #include <vector>
 
@@ -7,7 +9,7 @@ namespace merovanta::qt {
 
 /// Tells the adapters when the application object begins and ends to exist. The adapters are made before it
 /// and outlive it, yet most of Qt works only while it is there.
-class ApplicationLifeQt {
+class MEROVANTA_INTERNAL ApplicationLifeQt {
  public:
     /// Both calls come on the main thread.
     class Observer {

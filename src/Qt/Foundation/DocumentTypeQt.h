@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <QtCore/QString>
 
 namespace merovanta::qt {
@@ -16,6 +18,6 @@ enum class DocumentType {
 };
 
 /// By the file's name and its beginning. Any thread.
-[[nodiscard]] DocumentType documentTypeOf(const QString& path);
+[[nodiscard]] MEROVANTA_INTERNAL DocumentType documentTypeOf(const QString& path);
 
 }  // namespace merovanta::qt

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <QtCore/QFile>
 #include <atomic>
 
@@ -9,7 +11,7 @@ namespace merovanta::qt {
 
 /// A file that came from outside, for a reader that takes long over some: it ends, with an error, when
 /// the time of reading is over.
-class GuardedFileQt final : public QFile {
+class MEROVANTA_INTERNAL GuardedFileQt final : public QFile {
  public:
     GuardedFileQt(const QString& path, const std::atomic<bool>& isCancelled);
 

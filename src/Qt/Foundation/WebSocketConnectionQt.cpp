@@ -42,7 +42,11 @@ WebSocketConnectionQt::WebSocketConnectionQt(QObject* parent, Events events)
             [this](const QByteArray& data) { receive(data.toStdString(), mEvents.dataReceived); });
     connect(&mSocket, &QWebSocket::aboutToClose, this, &WebSocketConnectionQt::closing);
     const auto broken = [this] { end(mSocket.errorString().toStdString()); };
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    connect(&mSocket, &QWebSocket::errorOccurred, this, broken);
+#else
     connect(&mSocket, qOverload<QAbstractSocket::SocketError>(&QWebSocket::error), this, broken);
+#endif
     // Queued, since the error that tells why may come only after this.
     connect(&mSocket, &QWebSocket::disconnected, this, broken, Qt::QueuedConnection);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <QtCore/QThreadPool>
 #include <functional>
 #include <memory>
@@ -11,7 +13,7 @@
 namespace merovanta::qt {
 
 /// One worker thread, started when there is work.
-class WorkQueueQt final : public WorkQueue, private ApplicationLifeQt::Observer {
+class MEROVANTA_INTERNAL WorkQueueQt final : public WorkQueue, private ApplicationLifeQt::Observer {
  public:
     WorkQueueQt();
     ~WorkQueueQt() override;

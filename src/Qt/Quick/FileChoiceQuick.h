@@ -1,12 +1,14 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 class QWindow;
 
 namespace merovanta::quick {
 
 /// Whether the visitor is choosing files in a window. What the dialog shows, the names of files, is nobody
 /// else's business, and the choice nobody else's. Thread: main.
-class FileChoiceQuick {
+class MEROVANTA_INTERNAL FileChoiceQuick {
  public:
     FileChoiceQuick() = delete;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <QtQml/qqml.h>
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
@@ -18,7 +20,7 @@ namespace merovanta::quick {
 
 /// What QML knows as "Merovanta": the tag and the marks of privacy of the object it is attached to, and the
 /// library's facades.
-class MerovantaQuick final : public QObject {
+class MEROVANTA_INTERNAL MerovantaQuick final : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(Merovanta)
     QML_UNCREATABLE("Merovanta is only attached")

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <utility>
+
 #include "Platform/Platform.h"
 #include "Qt/Foundation/BundleQt.h"
 #include "Qt/Foundation/ClockQt.h"
@@ -15,12 +18,10 @@
 #include "Qt/Quick/AlertFactoryQuick.h"
 #include "Qt/Quick/ApplicationQuick.h"
 #include "Qt/Quick/CoverViewFactoryQuick.h"
-#include "Qt/Quick/DocumentPreviewFactoryQuick.h"
 #include "Qt/Quick/ImageOverlayFactoryQuick.h"
 #include "Qt/Quick/ScreenCaptureQuick.h"
 #include "Qt/Quick/TapPlayerQuick.h"
 #include "Qt/Quick/TapRecognizerFactoryQuick.h"
-#include "Qt/Quick/WebViewFactoryQuick.h"
 #include "Qt/Quick/WidgetViewFactoryQuick.h"
 
 namespace merovanta::quick {
@@ -28,6 +29,13 @@ namespace merovanta::quick {
 /// Qt Quick as the library's platform. May be made before the application object.
 class PlatformQuick : public Platform {
  public:
+    /// Gives the application the chat.
+    void addChat(std::unique_ptr<WebViewFactory> webViews,
+                 std::unique_ptr<DocumentPreviewFactory> documentPreviews) {
+        mWebViews = std::move(webViews);
+        mDocumentPreviews = std::move(documentPreviews);
+    }
+
     Application& application() override { return mApplication; }
     ScreenCapture& screenCapture() override { return mScreenCapture; }
     TapRecognizerFactory& tapRecognizers() override { return mTapRecognizers; }
@@ -36,8 +44,8 @@ class PlatformQuick : public Platform {
     AlertFactory& alerts() override { return mAlerts; }
     WidgetViewFactory& widgets() override { return mWidgets; }
     CoverViewFactory& coverViews() override { return mCoverViews; }
-    WebViewFactory& webViews() override { return mWebViews; }
-    DocumentPreviewFactory& documentPreviews() override { return mDocumentPreviews; }
+    WebViewFactory* webViews() override { return mWebViews.get(); }
+    DocumentPreviewFactory* documentPreviews() override { return mDocumentPreviews.get(); }
     MainQueue& mainQueue() override { return mMainQueue; }
     WorkQueue& workQueue() override { return mWorkQueue; }
     TimerFactory& timers() override { return mTimers; }
@@ -69,8 +77,8 @@ class PlatformQuick : public Platform {
     AlertFactoryQuick mAlerts;
     WidgetViewFactoryQuick mWidgets;
     CoverViewFactoryQuick mCoverViews;
-    WebViewFactoryQuick mWebViews;
-    DocumentPreviewFactoryQuick mDocumentPreviews;
+    std::unique_ptr<WebViewFactory> mWebViews;
+    std::unique_ptr<DocumentPreviewFactory> mDocumentPreviews;
     ScreenCaptureQuick mScreenCapture{mMainQueue};
 };
 

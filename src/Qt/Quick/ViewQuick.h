@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Merovanta/Export.h>
+
 #include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
 
@@ -8,7 +10,7 @@
 namespace merovanta::quick {
 
 /// A QQuickItem as a view.
-class ViewQuick final : public View {
+class MEROVANTA_INTERNAL ViewQuick final : public View {
  public:
     explicit ViewQuick(QQuickItem* item);
 

@@ -1,10 +1,10 @@
-#include "Qt/Quick/DocumentPreviewFactoryQuick.h"
+#include "Qt/QuickChat/DocumentPreviewFactoryQuick.h"
 
 #include <QtGui/QDesktopServices>
 #include <utility>
 
 #include "Qt/Foundation/WorkQueueQt.h"
-#include "Qt/Quick/DocumentPreviewQuick.h"
+#include "Qt/QuickChat/DocumentPreviewQuick.h"
 
 namespace merovanta::quick {
 

@@ -1,4 +1,4 @@
-#include "Qt/Quick/PdfQuick.h"
+#include "Qt/QuickChat/PdfQuick.h"
 
 #include <QtCore/QRegularExpression>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "Qt/Quick/DocumentImagesQuick.h"
+#include "Qt/QuickChat/DocumentImagesQuick.h"
 
 #include <QtQuick/QQuickTextureFactory>
 #include <atomic>

@@ -1,4 +1,4 @@
-#include "Qt/Quick/WebViewQuick.h"
+#include "Qt/QuickChat/WebViewQuick.h"
 
 #include <QtCore/QMetaObject>
 #include <QtCore/QScopedValueRollback>
@@ -11,8 +11,8 @@
 #include "Qt/Quick/FileChoiceQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
 #include "Qt/Quick/MerovantaQuick.h"
-#include "Qt/Quick/ScriptSourcesQuick.h"
 #include "Qt/Quick/ViewQuick.h"
+#include "Qt/QuickChat/ScriptSourcesQuick.h"
 
 namespace merovanta::quick {
 

@@ -8,7 +8,7 @@
 
 #include "Platform/WebView.h"
 #include "Qt/Foundation/TaskReceiverQt.h"
-#include "Qt/Quick/ScriptReceiverQuick.h"
+#include "Qt/QuickChat/ScriptReceiverQuick.h"
 
 class QQuickItem;
 class QQuickWindow;

@@ -1,4 +1,4 @@
-#include "Qt/Quick/ScriptReceiverQuick.h"
+#include "Qt/QuickChat/ScriptReceiverQuick.h"
 
 #include <QtCore/QPointer>
 #include <algorithm>

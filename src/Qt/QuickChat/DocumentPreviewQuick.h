@@ -6,8 +6,8 @@
 
 #include "Platform/DocumentPreview.h"
 #include "Platform/WorkQueue.h"
-#include "Qt/Quick/DocumentPreviewFactoryQuick.h"
-#include "Qt/Quick/DocumentReaderQuick.h"
+#include "Qt/QuickChat/DocumentPreviewFactoryQuick.h"
+#include "Qt/QuickChat/DocumentReaderQuick.h"
 
 class QQmlEngine;
 class QQuickWindow;

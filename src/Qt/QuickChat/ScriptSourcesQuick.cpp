@@ -1,4 +1,4 @@
-#include "Qt/Quick/ScriptSourcesQuick.h"
+#include "Qt/QuickChat/ScriptSourcesQuick.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>

@@ -1,4 +1,4 @@
-#include "Qt/Quick/DocumentPreviewQuick.h"
+#include "Qt/QuickChat/DocumentPreviewQuick.h"
 
 #include <QtCore/QFileInfo>
 #include <QtCore/QStringListModel>
@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "Platform/Platform.h"
-#include "Qt/Quick/DocumentImagesQuick.h"
 #include "Qt/Quick/InterfaceFileQuick.h"
 #include "Qt/Quick/ViewQuick.h"
+#include "Qt/QuickChat/DocumentImagesQuick.h"
 
 namespace merovanta::quick {
 

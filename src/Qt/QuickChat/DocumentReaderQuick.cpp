@@ -1,4 +1,4 @@
-#include "Qt/Quick/DocumentReaderQuick.h"
+#include "Qt/QuickChat/DocumentReaderQuick.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QMimeDatabase>

@@ -9,7 +9,7 @@
 #include <memory>
 
 #include "Qt/Foundation/DocumentTypeQt.h"
-#include "Qt/Quick/PdfQuick.h"
+#include "Qt/QuickChat/PdfQuick.h"
 
 namespace merovanta::quick {
 

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "Platform/WorkQueue.h"
-#include "Qt/Quick/DocumentReaderQuick.h"
+#include "Qt/QuickChat/DocumentReaderQuick.h"
 
 namespace merovanta::quick {
 

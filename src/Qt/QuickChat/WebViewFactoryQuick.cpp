@@ -1,10 +1,10 @@
-#include "Qt/Quick/WebViewFactoryQuick.h"
+#include "Qt/QuickChat/WebViewFactoryQuick.h"
 
 #include <QtQuick/QQuickItem>
 #include <utility>
 
 #include "Qt/Quick/ViewQuick.h"
-#include "Qt/Quick/WebViewQuick.h"
+#include "Qt/QuickChat/WebViewQuick.h"
 
 namespace merovanta::quick {
 
