@@ -22,8 +22,9 @@ macro(merovanta_package part name section summary)
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
   # The first line is the summary.
   set(CPACK_COMPONENT_${upper}_DESCRIPTION "${summary}
- An agent of a customer service sees the visitor's screen live, private views blacked out, draws on it, taps in it
- and chats. The library is linked into the visitor's application.")
+An agent of a customer service sees the visitor's screen live, private views
+blacked out, draws on it, taps in it and chats. The library is linked into the
+visitor's application.")
   set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS "${ARGN}")
   install(FILES ${CMAKE_BINARY_DIR}/packages/copyright ${CMAKE_BINARY_DIR}/packages/changelog.gz
           DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${name} COMPONENT ${part})

@@ -50,7 +50,7 @@ json ServiceProcess::request(const char* method, const std::string& path, const 
 }
 
 void ServiceProcess::expectQueued(const std::string& what, const json& body) {
-    EXPECT_EQ(request("POST", visitorPath(what), body), json({{"queued", true}}));
+    EXPECT_TRUE(request("POST", visitorPath(what), body).value("queued", false));
 }
 
 std::vector<std::string> ServiceProcess::recordedTags() const {
