@@ -49,7 +49,7 @@ Response page(std::string_view name, std::string content) {
             std::string(contentType(name)),
             std::move(content),
             {{"Content-Security-Policy", std::move(policy)},
-             {"Referrer-Policy", "no-referrer"},
+             {"Referrer-Policy", "same-origin"},
              {"Cross-Origin-Resource-Policy", "same-origin"}}};
 }
 

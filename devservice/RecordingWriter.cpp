@@ -137,6 +137,7 @@ void RecordingWriter::end(Moment at) {
 }
 
 void RecordingWriter::goOn() {
+    changed_ = true;
     endedAt_.reset();
 }
 

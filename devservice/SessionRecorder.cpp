@@ -67,6 +67,7 @@ RecordingWriter* SessionRecorder::writer(const Visitor& visitor) {
     if (!session.writer) {
         open(session, visitor, visitor.lastSeen());
         if (!check()) return nullptr;
+        session.recorded = true;
         session.off = session.writer->isOff();
     }
     return session.off ? nullptr : session.writer.get();
@@ -128,7 +129,7 @@ void SessionRecorder::describe(Session& session, const Visitor& visitor, Moment 
     if (contact != nullptr) facts.name = fullName(contact->identity);
     if (facts.name.empty()) facts.name = fullName(summary["userTag"]);
     session.writer->describe(facts);
-    if (contact != nullptr && !session.off) recordChat(session, *contact);
+    if (contact != nullptr) recordChat(session, *contact);
 }
 
 void SessionRecorder::recordChat(Session& session, const Contact& contact) {
@@ -172,10 +173,15 @@ bool SessionRecorder::settle(Moment now) {
 
 void SessionRecorder::settle(Session& session, const Visitor& visitor, Moment now) {
     if (!store_.isOpen()) return;
-    if (!session.writer && session.off) open(session, visitor, now);
+    const bool over = visitor.state() == Visitor::State::Ended;
+    if (!session.writer && (session.off || (session.recorded && over))) open(session, visitor, now);
     if (!session.writer) return;
     if (session.writer->isOff() != session.off) session.writer->switchOff(session.off);
-    describe(session, visitor, now);
+    // Its end may have come while nothing was recorded: only what has ended makes room.
+    if (over && !session.writer->hasEnded()) session.writer->end(visitor.lastSeen());
+    if (!over && session.writer->hasEnded()) session.writer->goOn();
+    // Of one that is switched off, or deleted, nothing is said.
+    if (!session.off) describe(session, visitor, now);
     session.writer->flush();
 }
 

@@ -57,6 +57,8 @@ class SessionRecorder : public VisitorObserver {
     struct Session {
         std::unique_ptr<RecordingWriter> writer;
         bool off = false;
+        /// Whether there is a recording of it, which a problem may have taken the writer from.
+        bool recorded = false;
         /// Up to which entry the timeline is recorded, and since when and up to which message the chat.
         std::uint64_t timelineSeen = 0, chatSeen = 0;
         Moment since{};

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "General/CoBrowsing/CoBrowsing.h"
 #include "General/Panoptra/Injection.h"
 #include "General/Panoptra/Panoptra.h"
 #include "support/LibraryTest.h"
@@ -97,9 +98,13 @@ TEST_F(BackgroundTest, AFailedReturnLeavesTheSessionClosedUntilTheNextStart) {
     const auto posts = count("POST", "api/ix/m");
     advance(1min);
     EXPECT_EQ(count("POST", "api/ix/m"), posts);
+    Injection::resolve<CoBrowsing>()->invited();
+    advance(2s);
+    const auto invited = count("POST", "api/ix/m");
+    EXPECT_GT(invited, posts) << "an agent's invitation replaces it";
     Merovanta::panoptra().stop();
     startSession();
-    EXPECT_GT(count("POST", "api/ix/m"), posts);
+    EXPECT_GT(count("POST", "api/ix/m"), invited);
     EXPECT_EQ(timers(), timersOfASession);
 }
 

@@ -180,6 +180,18 @@ TEST_F(CoBrowsingTest, AStopOnTheWayWinsAndTheWidgetGoesWithTheSession) {
     EXPECT_THAT(outcomes, ElementsAre("started", "started"));
 }
 
+TEST_F(CoBrowsingTest, NothingStartsAfterAStopThatCameWhileTheTextsWereLoaded) {
+    Merovanta::coBrowsing().startWith([this] { outcomes.emplace_back("started"); },
+                                      [this](const std::string& error) { outcomes.push_back(error); });
+    expectError(
+        "[ERROR] MerovantaCoBrowsing: Starting CoBrowsing failed: CoBrowsing was stopped while it started");
+    Merovanta::user().clear();
+    advance(5s);
+    EXPECT_THAT(service.requests("POST", "api/in/im/c"), IsEmpty());
+    EXPECT_EQ(text(), "(no widget)");
+    EXPECT_THAT(outcomes, ElementsAre("CoBrowsing was stopped while it started"));
+}
+
 TEST_F(CoBrowsingTest, TheWidgetClosesEvenWithoutItsController) {
     const auto lone = DefaultUIView::create(*platform->app.keyWindowRootViewController()->view());
     ASSERT_NE(lone, nullptr);

@@ -126,6 +126,13 @@ TEST_F(UserTest, AClearedVisitorComesBackAsAnother) {
     UserUtil::tagUserIfNeeded([this](bool isTagged) { answers.push_back(isTagged); });
     EXPECT_EQ(answers, std::vector(2, true));
     EXPECT_THAT(tags(), SizeIs(2));
+
+    // What is answered after the clearing restarts nothing.
+    Merovanta::user().tag({.id = "gone"});
+    Merovanta::user().clear();
+    const auto starts = service.requests("POST", "api/in/im/c").size();
+    startSession();
+    EXPECT_THAT(service.requests("POST", "api/in/im/c"), SizeIs(starts + 1));
 }
 
 }  // namespace

@@ -215,6 +215,7 @@ TEST(MaskedGrabs, AreCoveredWhileAnythingIsNamed) {
             DragHandler { id: held } onStatusChanged: if (status == Image.Ready) ++host.shown }
         BorderImage { x: 20; y: 200; width: 200; height: 50; source: copy.source
             onStatusChanged: if (status == BorderImage.Ready) ++host.shown }
+        ShaderEffectSource { x: 20; y: 270; width: 200; height: 50; live: false; sourceItem: secret }
         function grab() {
             secret.grabToImage(grab => { copy.source = copy.Drag.imageSource = grab.url; secret.visible = false })
         }

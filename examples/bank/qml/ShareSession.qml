@@ -22,10 +22,14 @@ QtObject {
     property bool known: false
 
     function start(): void {
-        // A session that could not go on after the background counts as started until it is stopped.
+        endFailed();
+        Merovanta.panoptra.start();
+    }
+
+    // A session that could not go on after the background counts as started until it is stopped.
+    function endFailed(): void {
         if (failed && Merovanta.panoptra.transport)
             stop();
-        Merovanta.panoptra.start();
     }
 
     function stop(): void {
@@ -38,6 +42,7 @@ QtObject {
     // The library shows the rest: a widget with the code, or with what went wrong.
     function getHelp(): void {
         known = true;
+        endFailed();
         Merovanta.coBrowsing.start();
     }
 

@@ -5,6 +5,7 @@
 #include "General/Log.h"
 #include "General/MainThread.h"
 #include "General/Panoptra/Injection.h"
+#include "General/Panoptra/Session.h"
 #include "General/Panoptra/Util/ViewUtils.h"
 
 namespace merovanta {
@@ -40,6 +41,9 @@ void CoBrowsing::startPolling() {
 }
 
 void CoBrowsing::invited() {
+    // One that could not be opened again after the background makes room.
+    const auto& session = panoptra->session();
+    if (session && session->state() == Session::State::ended) panoptra->stop(SessionEnd::failure);
     if (!isStarted) removeWidget();
     start(SessionStarter::invitation, [](const std::optional<StringError>& error, bool /*isStarted*/) {
         if (error) Log::error("Starting CoBrowsing failed: " + error->errorDescription());
@@ -135,6 +139,11 @@ void CoBrowsing::sessionStopped() {
     assertMainThread();
     removeWidget();
     isStarted = false;
+}
+
+void CoBrowsing::startOvertaken() {
+    assertMainThread();
+    if (isStarted) sessionStopped();
 }
 
 void CoBrowsing::sessionReconnects() {

@@ -45,6 +45,9 @@ class CoBrowsing : public std::enable_shared_from_this<CoBrowsing> {
     /// Takes the widget away: the session has been stopped.
     void sessionStopped();
 
+    /// A stop came while no session was there: an invitation that is about to start one ends.
+    void startOvertaken();
+
     /// The session connects anew under the same widget, after a restart, an outage or a return: shows that,
     /// then the outcome.
     void sessionReconnects();

@@ -49,11 +49,12 @@ bool DefaultUIView::isOn(const View& screen) const {
 }
 
 bool DefaultUIView::moveTo(const View& screen) {
-    Log::debug("The widget moves to the window in front");
     mNative.reset();
     show(screen);
-    if (mNative) mNative->setText(mText);
-    return mNative != nullptr;
+    if (!mNative) return false;
+    mNative->setText(mText);
+    Log::debug("The widget moves to the window in front");
+    return true;
 }
 
 void DefaultUIView::setText(const std::string& text) {

@@ -160,6 +160,8 @@ void Panoptra::stop(SessionEnd reason) {
     const SessionObservers::Scope scope(mObservers);
     if (!mSession) {
         Log::warning("Already stopped");
+        // One that is about to start does not.
+        if (const auto coBrowsing = Injection::resolve<CoBrowsing>()) coBrowsing->startOvertaken();
         return;
     }
     end(reason);

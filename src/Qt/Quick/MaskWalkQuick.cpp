@@ -35,6 +35,9 @@ ViewContent contentOf(const QQuickItem& item, const ItemClassQuick& type) {
         const auto& image = static_cast<const QQuickImageBase&>(item);
         return image.source().scheme() == u"itemgrabber" ? ViewContent::copy : ViewContent::picture;
     }
+    // What it took its picture of may be gone by now, or private no more.
+    if (type.isShaderEffectSource && !static_cast<const QQuickShaderEffectSource&>(item).live())
+        return ViewContent::copy;
     if (type.content == ViewContent::other && !item.flags().testFlag(QQuickItem::ItemHasContents))
         return ViewContent::plain;
     return type.content;
