@@ -10,6 +10,7 @@ if(MEROVANTA_SANITIZE)
     add_compile_options(-Wno-tsan)
   endif()
   if(MEROVANTA_SANITIZE MATCHES "undefined")
-    add_compile_options(-fno-sanitize-recover=undefined)
+    # The web engine's items are built without type information.
+    add_compile_options(-fno-sanitize-recover=undefined -fno-sanitize=vptr)
   endif()
 endif()
